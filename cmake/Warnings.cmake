@@ -1,0 +1,16 @@
+# The warnings that the project's own code is held to, as a target to link to.
+# CI turns them into errors; a user's newer compiler must not stop a build.
+option(PELMARK_WARNINGS_AS_ERRORS "Stop the build at the first warning" OFF)
+
+add_library(pelmark_warnings INTERFACE)
+target_compile_options(pelmark_warnings INTERFACE
+  -Wall
+  -Wextra
+  -Wpedantic
+  -Wconversion        # positions are 32 bits wide, sizes 64: every narrowing is to be written out
+  -Wsign-conversion
+  -Wshadow            # the session variables have short names that a local could hide
+  -Wold-style-cast
+  -Wnon-virtual-dtor
+  -Woverloaded-virtual
+  $<$<BOOL:${PELMARK_WARNINGS_AS_ERRORS}>:-Werror>)

@@ -1,0 +1,81 @@
+#include "input/genome_scan.h"
+
+#include "input/association_file.h"
+#include "input/marker.h"
+#include "int_arithmetic.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int basePairsPerUnit = 100;
+
+struct Chromosome {
+    QString label;
+    qsizetype firstPoint;
+};
+
+// Reads all points, still at their position in units within their chromosome.
+std::optional<Fault> readPoints(AssociationFile& file, Points& points,
+                                QList<Chromosome>& chromosomes) {
+    Record record;
+    Marker marker;
+    while (file.next(record)) {
+        const MarkerResult result = readMarker(record, marker);
+        if (const std::optional<Fault> fault = faultOf(result))
+            return fault;
+        if (result == MarkerResult::Skipped)
+            continue;
+        if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome)
+            chromosomes.append({record.chromosome, points.positions.size()});
+        points.positions.append(marker.position / basePairsPerUnit);
+        points.values.append(marker.value);
+    }
+    return file.fault();
+}
+
+// Makes genome coordinates of the positions: every point keeps its distance from the first point of
+// its chromosome, which lies one unit behind the last point of the chromosome before.
+void layEndToEnd(QList<int>& positions, const QList<Chromosome>& chromosomes) {
+    int offset = 0;
+    for (qsizetype c = 0; c < chromosomes.size(); ++c) {
+        const bool isLast = c + 1 == chromosomes.size();
+        const qsizetype end = isLast ? positions.size() : chromosomes[c + 1].firstPoint;
+        const int shift =
+            wrappedSum(wrappedDifference(offset, positions[chromosomes[c].firstPoint]), 1);
+        for (qsizetype i = chromosomes[c].firstPoint; i < end; ++i)
+            positions[i] = wrappedSum(positions[i], shift);
+        offset = positions[end - 1];
+    }
+}
+
+ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& positions) {
+    ChromosomeIndex index;
+    for (qsizetype c = 0; c < chromosomes.size(); ++c) {
+        const bool isFirst = c == 0, isLast = c + 1 == chromosomes.size();
+        const qsizetype start = isFirst ? 0 : chromosomes[c].firstPoint + 1;
+        const qsizetype end = isLast ? positions.size() - 1 : chromosomes[c + 1].firstPoint;
+        index.tags.append(chromosomes[c].label);
+        index.startIndex.append(static_cast<int>(start));
+        index.endIndex.append(static_cast<int>(end));
+        // A last chromosome of one point has no second point to start at: it starts at that one.
+        index.startValue.append(positions[std::min(start, positions.size() - 1)]);
+        index.endValue.append(positions[end]);
+        index.colorValue.append(c % 2 == 0 ? 255 : 50);
+    }
+    return index;
+}
+
+} // namespace
+
+Result<GenomeScan> scanGenome(AssociationFile& file) {
+    GenomeScan scan;
+    QList<Chromosome> chromosomes;
+    if (const std::optional<Fault> fault = readPoints(file, scan.points, chromosomes))
+        return *fault;
+    if (scan.points.positions.size() < 2)
+        return Fault::TooFewGenomePoints;
+    layEndToEnd(scan.points.positions, chromosomes);
+    scan.chromosomes = indexOf(chromosomes, scan.points.positions);
+    return scan;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "points.h"
+
+#include <QSize>
+
+// What a plot shows and how large: the view's range and scale, and the one rule between points and
+// pixels in both directions. Pixel (0, 0) is the image's top left corner; y grows downward, so larger
+// values lie higher. Positions are base pairs or genome coordinates, values -log10 p.
+struct PlotGeometry {
+    int width = 0; // of the image, in pixels
+    int height = 0;
+    int xMargin = 0; // of the plot area in the image, in pixels: none
+    int xMargin2 = 0;
+    int yMargin = 0;
+
+    int minX = -1; // the view: the data's range and 5 % more on each side
+    int maxX = 0;
+    double minY = 0.0;
+    double maxY = 0.0;
+    int realMinX = 0; // the data's range: first and last position, largest value
+    int realMaxX = 0;
+    double realMaxY = 0.0;
+
+    // Infinite where all points share one position, or one value. Their place on that axis is then
+    // its middle; the way back from a pixel leads to that one position or value from everywhere.
+    double pixPerX = 0.0;
+    double pixPerY = 0.0;
+
+    int xOf(int position) const;
+    int yOf(double value) const;
+    // Where the line of a value level lies: as yOf, but on an infinite scale outside of the image.
+    int yOfLevel(double level) const;
+    int positionAt(int x) const;
+    double valueAt(int y) const;
+};
+
+// The geometry that shows `points` on a screen of the given size. The first position is taken for the
+// smallest and the last for the largest: data in no order gets the view that follows from that. No
+// points at all get a finite view with `minX` -1.
+PlotGeometry plotGeometry(const Points& points, QSize screen);

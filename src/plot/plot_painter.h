@@ -1,0 +1,41 @@
+#pragma once
+
+#include "plot/plot_geometry.h"
+#include "plot/plot_texts.h"
+
+#include <QImage>
+#include <QStringList>
+#include <QVector>
+#include <span>
+
+// Both plots are painted with the painter's default hints, so without antialiasing, on white; an
+// image without size is null. A point whose value is not a number is left out. The geometry is that
+// of the points painted.
+
+// The points to paint; both spans have the same length.
+struct PlotPoints {
+    std::span<const int> positions;
+    std::span<const double> values;
+};
+
+struct GenomePlot {
+    QString title;
+    // Index-aligned: the chromosomes' labels, where each starts on the genome axis, and the red
+    // component of its colour. At least one.
+    QStringList tags;
+    QVector<int> startValue;
+    QVector<int> colorValue;
+    bool referenceLines = false;
+};
+
+// All chromosomes side by side, a dot for each point, named along the bottom.
+QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot);
+
+struct ChromosomePlot {
+    PositionRange highlight;
+    bool joined = false; // segments between neighbouring points instead of dots
+    bool referenceLines = false;
+};
+
+// One chromosome's points with the position scale at the bottom; "no points" where there are none.
+QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const ChromosomePlot& plot);
