@@ -3,6 +3,13 @@
 option(PELMARK_WARNINGS_AS_ERRORS "Stop the build at the first warning" OFF)
 
 add_library(pelmark_warnings INTERFACE)
+# What the toolkit's oldest supported version has replaced is not there at all.
+target_compile_definitions(pelmark_warnings INTERFACE QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(MSVC)
+  target_compile_options(pelmark_warnings INTERFACE
+    /W4 $<$<BOOL:${PELMARK_WARNINGS_AS_ERRORS}>:/WX>)
+  return()
+endif()
 target_compile_options(pelmark_warnings INTERFACE
   -Wall
   -Wextra

@@ -71,6 +71,7 @@ private:
     void createButtons();
     void connectCommands();
     void arrangeLayouts();
+    void describeWidgets();
     QList<QWidget*> chromosomeViewWidgets() const;
     void rememberDataFile();
     void listDataFiles();

@@ -7,6 +7,9 @@
 #include "output/point_table.h"
 #include "plot/plot_painter.h"
 #include "selection/box.h"
+#include "shell/desktop_identity.h"
+#include "shell/help_texts.h"
+#include "shell/readable_text.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -176,6 +179,8 @@ PlotPoints firstPoints(const QList<int>& positions, const QList<double>& values,
 void setGround(QLabel* label, const QColor& color) {
     QPalette palette = label->palette();
     palette.setColor(QPalette::Window, color);
+    palette.setColor(QPalette::WindowText,
+                     readableText(palette.color(QPalette::WindowText), color));
     label->setAutoFillBackground(true);
     label->setPalette(palette);
 }
@@ -198,6 +203,7 @@ QFrame* createSeparator() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    setDesktopIdentity();
     MyWidget window;
     window.setWindowTitle(QStringLiteral("PELMARK 0.1 by the Pelmark authors"));
     window.move(5, 5);
@@ -214,6 +220,7 @@ MyWidget::MyWidget(QWidget* parent) : QWidget(parent), startDir(QString()) {
     rubberBand = new QRubberBand(QRubberBand::Rectangle, imageLabel);
     connectCommands();
     arrangeLayouts();
+    describeWidgets();
     screenRect = QGuiApplication::primaryScreen()->geometry();
     startDir = QDir::current();
     checkBox2Action();
@@ -301,6 +308,23 @@ void MyWidget::arrangeLayouts() {
                                 saveRemoveButton, exitButton})
         buttonLayout->addWidget(button);
     setLayout(mainLayout);
+}
+
+void MyWidget::describeWidgets() {
+    describe({{imageLabel, "imageLabel"},
+              {nameLabel, "nameLabel"},
+              {hintLabel, "hintLabel"},
+              {checkBox1, "checkBox1"},
+              {checkBox2, "checkBox2"},
+              {rangeStartEdit, "rangeStartEdit"},
+              {rangeEndEdit, "rangeEndEdit"},
+              {newFileButton, "newFileButton"},
+              {globalButton, "globalButton"},
+              {unzoomButton, "unzoomButton"},
+              {removeButton, "removeButton"},
+              {saveButton, "saveButton"},
+              {saveRemoveButton, "saveRemoveButton"},
+              {exitButton, "exitButton"}});
 }
 
 // The widgets that make sense for one chromosome only.
