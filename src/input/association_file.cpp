@@ -1,102 +1,129 @@
 #include "input/association_file.h"
 
-#include <QFileDevice>
+#include "input/number_fields.h"
+#include "input/utf8.h"
+
+#include <QIODevice>
+#include <QString>
 #include <algorithm>
 
 namespace {
 
-std::optional<QChar> delimiterOf(const QString& firstLine) {
-    for (const QChar delimiter : {u'\t', u' ', u','})
-        if (firstLine.contains(delimiter))
+std::optional<char> delimiterOf(std::string_view firstLine) {
+    for (const char delimiter : {'\t', ' ', ','})
+        if (firstLine.find(delimiter) != std::string_view::npos)
             return delimiter;
     return std::nullopt;
 }
 
-bool isNumeric(const QString& field) {
-    bool isInteger = false, isReal = false;
-    field.toInt(&isInteger);
-    field.toDouble(&isReal);
-    return isInteger || isReal;
+std::vector<std::string_view> split(std::string_view text, char delimiter) {
+    std::vector<std::string_view> fields;
+    size_t start = 0, end = 0;
+    while ((end = text.find(delimiter, start)) != std::string_view::npos) {
+        fields.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    fields.push_back(text.substr(start));
+    return fields;
 }
 
-template <typename Test>
-qsizetype firstWhere(const QStringList& titles, Test test) {
-    const auto found = std::find_if(titles.begin(), titles.end(), test);
-    return found == titles.end() ? -1 : found - titles.begin();
+bool isNumeric(std::string_view field) {
+    return toInteger(field) || toReal(field);
 }
 
-bool mentions(const QString& title, const char* word) {
-    return title.contains(QLatin1String(word), Qt::CaseInsensitive);
+using Titles = std::vector<std::string_view>;
+
+// The words are searched for loosely because every tool titles its columns in its own way.
+bool mentions(std::string_view title, std::initializer_list<const char*> words) {
+    const QString text = fromUtf8(title);
+    return std::any_of(words.begin(), words.end(), [&](const char* word) {
+        return text.contains(QLatin1String(word), Qt::CaseInsensitive);
+    });
 }
 
-bool hadReadError(const QIODevice& device) {
-    const auto* file = qobject_cast<const QFileDevice*>(&device);
-    return file && file->error() != QFileDevice::NoError;
+bool namesPosition(std::string_view title) {
+    return mentions(title, {"pos"});
+}
+
+bool namesPValue(std::string_view title) {
+    return title == "P" || title == "p" || mentions(title, {"pval", "p-val"});
+}
+
+bool namesChromosome(std::string_view title) {
+    return mentions(title, {"chr", "some", "id"});
+}
+
+// The leftmost column whose title passes; the number of titles where none does.
+size_t columnWhere(bool (*passes)(std::string_view), const Titles& titles) {
+    return static_cast<size_t>(std::find_if(titles.begin(), titles.end(), passes) - titles.begin());
 }
 
 } // namespace
 
-AssociationFile::AssociationFile(QIODevice& file) : m_file(file) {}
-
-// The words are searched for loosely because every tool titles its columns in its own way.
-AssociationFile::Columns AssociationFile::findColumns(const QStringList& titles) {
-    Columns columns;
-    columns.position =
-        firstWhere(titles, [](const QString& title) { return mentions(title, "pos"); });
-    columns.pValue = firstWhere(titles, [](const QString& title) {
-        return mentions(title, "pval") || mentions(title, "p-val") || title == u"P" ||
-               title == u"p";
-    });
-    columns.chromosome = firstWhere(titles, [](const QString& title) {
-        return mentions(title, "chr") || mentions(title, "some") || mentions(title, "id");
-    });
-    return columns;
-}
+AssociationFile::AssociationFile(QIODevice& device, qsizetype blockSize)
+    : m_device(device), m_blocks(device, blockSize) {}
 
 std::optional<Fault> AssociationFile::open() {
-    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!m_device.open(QIODevice::ReadOnly))
         return Fault::CannotOpenFile;
-    m_text.setDevice(&m_file);
-    m_text.setEncoding(QStringConverter::System);
-    if (m_text.atEnd())
+    m_blocks.next();
+    if (m_blocks.failed())
+        return Fault::CannotOpenFile;
+    // A file without a byte has no first line to be wrong; one without a point is told later.
+    if (m_blocks.isEmpty())
         return std::nullopt;
+    return readFirstLine();
+}
 
-    const QString firstLine = m_text.readLine();
-    if (hadReadError(m_file))
-        return Fault::CannotOpenFile;
-    const std::optional<QChar> delimiter = delimiterOf(firstLine);
+std::optional<Fault> AssociationFile::readFirstLine() {
+    const std::string_view piece = m_blocks.piece();
+    const std::string_view firstLine = piece.substr(0, piece.find('\n'));
+    const std::optional<char> delimiter = delimiterOf(firstLine);
     if (!delimiter)
         return Fault::UnknownDelimiter;
     m_delimiter = *delimiter;
-    const QStringList fields = firstLine.split(m_delimiter);
+    const std::vector<std::string_view> fields = split(firstLine, m_delimiter);
     if (fields.size() < 3)
         return Fault::TooFewColumns;
-    if (std::all_of(fields.begin(), fields.end(), isNumeric)) {
-        m_text.seek(0);
+    m_lines.find(piece, m_delimiter);
+    if (std::all_of(fields.begin(), fields.end(), isNumeric))
         return std::nullopt;
-    }
-    m_columns = findColumns(fields);
-    if (std::min({m_columns.chromosome, m_columns.position, m_columns.pValue}) < 0)
+    m_lines.nextLine();
+    return findColumns(fields);
+}
+
+std::optional<Fault> AssociationFile::findColumns(const Titles& titles) {
+    m_positionColumn = columnWhere(namesPosition, titles);
+    m_pValueColumn = columnWhere(namesPValue, titles);
+    m_chromosomeColumn = columnWhere(namesChromosome, titles);
+    m_columnsNeeded = std::max({m_chromosomeColumn, m_positionColumn, m_pValueColumn}) + 1;
+    if (m_columnsNeeded > titles.size())
         return Fault::IncorrectColumns;
     return std::nullopt;
 }
 
-bool AssociationFile::next(Record& record) {
-    QString line;
-    while (line.isEmpty()) {
-        if (m_text.atEnd())
-            break;
-        line = m_text.readLine();
+bool AssociationFile::nextLine() {
+    while (!m_lines.nextLine()) {
+        if (!m_blocks.next())
+            return false;
+        m_lines.find(m_blocks.piece(), m_delimiter);
     }
-    if (hadReadError(m_file))
-        m_fault = Fault::CannotOpenFile;
-    if (m_fault || line.isEmpty())
-        return false;
-    const QStringList fields = line.split(m_delimiter);
-    if (fields.size() <= std::max({m_columns.chromosome, m_columns.position, m_columns.pValue})) {
+    return true;
+}
+
+bool AssociationFile::next(Record& record) {
+    do {
+        if (!nextLine()) {
+            if (m_blocks.failed())
+                m_fault = Fault::CannotOpenFile;
+            return false;
+        }
+    } while (m_lines.isEmptyLine());
+    if (m_lines.fieldCount() < m_columnsNeeded) {
         m_fault = Fault::IncorrectColumns;
         return false;
     }
-    record = {fields[m_columns.chromosome], fields[m_columns.position], fields[m_columns.pValue]};
+    record = {m_lines.field(m_chromosomeColumn), m_lines.field(m_positionColumn),
+              m_lines.field(m_pValueColumn)};
     return true;
 }

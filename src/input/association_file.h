@@ -1,30 +1,34 @@
 #pragma once
 
 #include "input/fault.h"
+#include "input/line_fields.h"
+#include "input/text_blocks.h"
 
-#include <QString>
-#include <QStringList>
-#include <QTextStream>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 class QIODevice;
 
-// The texts of one data line's three used columns.
+// The texts of one data line's three used columns, in UTF-8; valid until the next line is read.
 struct Record {
-    QString chromosome;
-    QString position;
-    QString pValue;
+    std::string_view chromosome;
+    std::string_view position;
+    std::string_view pValue;
 };
 
-// A delimited text file of association results, read a line at a time from its start.
+// A delimited text file of association results, read once from its start.
 //
 // The first line decides all: a tab in it, else a blank, else a comma is the delimiter; a field in
 // it that is no number makes it a header, in which the columns are found by their titles. Without a
-// header the columns are chromosome, position, p-value. Fields are neither trimmed nor unquoted, and
-// empty lines do not count. Text is in the system's encoding unless a byte-order mark says otherwise.
+// header the columns are chromosome, position, p-value. Fields are neither trimmed nor unquoted,
+// and empty lines do not count. Text is in the system's encoding unless a byte-order mark says
+// otherwise. A file that stops being readable half-way is at fault: it never passes for a shorter
+// one.
 class AssociationFile {
 public:
-    explicit AssociationFile(QIODevice& file);
+    // The device is opened by open(), as a binary file, and has to outlive this.
+    explicit AssociationFile(QIODevice& device, qsizetype blockSize = TextBlocks::defaultBlockSize);
 
     // Opens the file and reads as far as the first data line. Called once, before all else.
     std::optional<Fault> open();
@@ -34,16 +38,17 @@ public:
     std::optional<Fault> fault() const { return m_fault; }
 
 private:
-    struct Columns { // from 0; -1 where a title was not found
-        qsizetype chromosome = 0;
-        qsizetype position = 1;
-        qsizetype pValue = 2;
-    };
-    static Columns findColumns(const QStringList& titles);
+    std::optional<Fault> readFirstLine();
+    std::optional<Fault> findColumns(const std::vector<std::string_view>& titles);
+    bool nextLine();
 
-    QIODevice& m_file;
-    QTextStream m_text;
-    QChar m_delimiter;
-    Columns m_columns;
+    QIODevice& m_device;
+    TextBlocks m_blocks;
+    LineFields m_lines;
+    char m_delimiter = '\0';
+    size_t m_chromosomeColumn = 0;
+    size_t m_positionColumn = 1;
+    size_t m_pValueColumn = 2;
+    size_t m_columnsNeeded = 3;
     std::optional<Fault> m_fault;
 };

@@ -2,15 +2,18 @@
 
 #include "input/association_file.h"
 #include "input/marker.h"
+#include "input/utf8.h"
 
 Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
+    QByteArray wanted;
+    appendUtf8(label, wanted);
     Points points;
     Record record;
     Marker marker;
     // The line before the first counts as one with an empty label, which an empty label matches.
     bool inRun = label.isEmpty();
     while (file.next(record)) {
-        if (record.chromosome != label) {
+        if (record.chromosome != std::string_view(wanted)) {
             if (inRun)
                 break;
             continue;

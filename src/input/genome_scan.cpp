@@ -2,16 +2,18 @@
 
 #include "input/association_file.h"
 #include "input/marker.h"
+#include "input/utf8.h"
 #include "int_arithmetic.h"
 
 #include <algorithm>
+#include <string>
 
 namespace {
 
 constexpr int basePairsPerUnit = 100;
 
 struct Chromosome {
-    QString label;
+    std::string label; // UTF-8
     qsizetype firstPoint;
 };
 
@@ -27,7 +29,7 @@ std::optional<Fault> readPoints(AssociationFile& file, Points& points,
         if (result == MarkerResult::Skipped)
             continue;
         if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome)
-            chromosomes.append({record.chromosome, points.positions.size()});
+            chromosomes.append({std::string(record.chromosome), points.positions.size()});
         points.positions.append(marker.position / basePairsPerUnit);
         points.values.append(marker.value);
     }
@@ -55,7 +57,7 @@ ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& 
         const bool isFirst = c == 0, isLast = c + 1 == chromosomes.size();
         const qsizetype start = isFirst ? 0 : chromosomes[c].firstPoint + 1;
         const qsizetype end = isLast ? positions.size() - 1 : chromosomes[c + 1].firstPoint;
-        index.tags.append(chromosomes[c].label);
+        index.tags.append(fromUtf8(chromosomes[c].label));
         index.startIndex.append(static_cast<int>(start));
         index.endIndex.append(static_cast<int>(end));
         // A last chromosome of one point has no second point to start at: it starts at that one.

@@ -1,19 +1,22 @@
 #include "input/marker.h"
 
+#include "input/number_fields.h"
+
 #include <cmath>
 
 MarkerResult readMarker(const Record& record, Marker& marker) {
-    if (record.pValue == u"NA")
+    if (record.pValue == "NA")
         return MarkerResult::Skipped;
-    bool ok = false;
-    const double p = record.pValue.toDouble(&ok);
-    if (!ok)
+    const std::optional<double> p = toReal(record.pValue);
+    if (!p)
         return MarkerResult::NonNumericPValue;
-    if (p == 0.0)
+    if (*p == 0.0)
         return MarkerResult::Skipped;
-    marker.value = -std::log10(p);
-    marker.position = record.position.toInt(&ok);
-    return ok ? MarkerResult::Kept : MarkerResult::NonIntegerPosition;
+    const std::optional<int> position = toInteger(record.position);
+    if (!position)
+        return MarkerResult::NonIntegerPosition;
+    marker = {*position, -std::log10(*p)};
+    return MarkerResult::Kept;
 }
 
 std::optional<Fault> faultOf(MarkerResult result) {

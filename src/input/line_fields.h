@@ -1,0 +1,46 @@
+#pragma once
+
+#include "input/byte_marks.h"
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+// Finds where the fields of all lines of a text end, in one pass over its bytes.
+class LineFields {
+public:
+    // The text holds whole lines, each ended by a line feed but perhaps the last, and is followed
+    // by ByteMarks::blockSize bytes that may be read. It has to stay where it is until the last
+    // field is taken.
+    void find(std::string_view text, char delimiter);
+
+    // Goes on to the next line. False behind the last one.
+    bool nextLine() {
+        if (m_line == m_lineEnds.size())
+            return false;
+        m_lineStart = m_lineEnd;
+        m_lineEnd = m_lineEnds[m_line++];
+        return true;
+    }
+
+    // Of the line that nextLine() came to: an empty one has one field, which is empty.
+    size_t fieldCount() const { return m_lineEnd - m_lineStart; }
+    bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
+
+    std::string_view field(size_t i) const {
+        const size_t place = m_lineStart + i;
+        const size_t start = place == 0 ? 0 : m_fieldEnds[place - 1] + 1;
+        return {m_text.data() + start, m_fieldEnds[place] - start};
+    }
+
+private:
+    void listMarks();
+
+    std::string_view m_text;
+    std::vector<ByteMarks> m_marks;
+    std::vector<size_t> m_fieldEnds; // offset of the delimiter or line feed behind each field
+    std::vector<size_t> m_lineEnds;  // for each line, the number of fields up to its end
+    size_t m_line = 0;               // the next line
+    size_t m_lineStart = 0;          // its fields, as places in m_fieldEnds
+    size_t m_lineEnd = 0;
+};

@@ -1,0 +1,59 @@
+#include "input/utf8.h"
+
+#include <algorithm>
+
+namespace {
+
+void appendLoneSurrogate(char16_t code, QByteArray& bytes) {
+    bytes.append(static_cast<char>(0xE0 | (code >> 12)));
+    bytes.append(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    bytes.append(static_cast<char>(0x80 | (code & 0x3F)));
+}
+
+bool isPairAt(QStringView text, qsizetype i) {
+    return text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+}
+
+// The place of the next lone surrogate at or behind `from`; the text's end where there is none.
+qsizetype loneSurrogate(QStringView text, qsizetype from) {
+    while (from < text.size() && (!text[from].isSurrogate() || isPairAt(text, from)))
+        from += isPairAt(text, from) ? 2 : 1;
+    return std::min(from, text.size());
+}
+
+// A lone surrogate's code starts with these bits: 0xED and a second byte from 0xA0 on.
+bool isSurrogateCode(std::string_view bytes) {
+    return bytes.size() >= 3 && bytes[0] == '\xED' && static_cast<unsigned char>(bytes[1]) >= 0xA0;
+}
+
+QChar surrogateOf(std::string_view code) {
+    return QChar((code[0] & 0x0F) << 12 | (code[1] & 0x3F) << 6 | (code[2] & 0x3F));
+}
+
+} // namespace
+
+void appendUtf8(QStringView text, QByteArray& bytes) {
+    qsizetype from = 0;
+    while (from < text.size()) {
+        const qsizetype lone = loneSurrogate(text, from);
+        bytes.append(text.sliced(from, lone - from).toUtf8());
+        if (lone < text.size())
+            appendLoneSurrogate(text[lone].unicode(), bytes);
+        from = lone + 1;
+    }
+}
+
+QString fromUtf8(std::string_view bytes) {
+    QString text;
+    size_t from = 0;
+    while (from < bytes.size()) {
+        size_t to = from;
+        while (to < bytes.size() && !isSurrogateCode(bytes.substr(to)))
+            ++to;
+        text.append(QString::fromUtf8(bytes.data() + from, static_cast<qsizetype>(to - from)));
+        if (to < bytes.size())
+            text.append(surrogateOf(bytes.substr(to)));
+        from = to + 3;
+    }
+    return text;
+}
