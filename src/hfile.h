@@ -25,9 +25,9 @@ class QVBoxLayout;
 // session variables below and each runs to its end before the next event is handled.
 //
 // The genome view shows all chromosomes and picks one with a box; the chromosome view shows one,
-// zooms into a box and takes points out. The constructor asks for the first file, so that the window
-// is first shown with a plot; a cancel there, and every fault of a file, ends the process with status
-// 1 and a line in the log.
+// zooms into a box and takes points out. The constructor asks for the first file, so that the
+// window is first shown with a plot; a cancel there, and every fault of a file, ends the process
+// with status 1 and a line in the log.
 class MyWidget : public QWidget {
     Q_OBJECT
 
@@ -111,20 +111,21 @@ private:
     QPixmap genomePixmap; // the last genome plot, kept to be shown again as it was
 };
 
-// The session: what the commands share. All of it lives as long as the process, and nothing is reset
-// between files unless a command does so.
+// The session: what the commands share. All of it lives as long as the process, and nothing is
+// reset between files unless a command does so.
 
 extern double realMaxY;
 extern int minX; // -1 until a view was computed, and while there are no points to show
 extern int realMinX;
 extern int realMaxX;
-extern int line;    // option: join the chromosome plot's points
-extern int stripes; // option: reference lines
-extern int globaldisplay; // 1 in the genome view, 0 in the chromosome view
-extern int globaltimes;   // view computations since the process started
+extern int line;                // option: join the chromosome plot's points
+extern int stripes;             // option: reference lines
+extern int globaldisplay;       // 1 in the genome view, 0 in the chromosome view
+extern int globaltimes;         // view computations since the process started
 extern int selected_chromosome; // index into Tag
 extern int save_counter;
-extern char defaultname[100]; // proposed name for a table; local 8-bit encoding, at most 50 bytes used
+extern char
+    defaultname[100]; // proposed name for a table; local 8-bit encoding, at most 50 bytes used
 
 extern char filename[200]; // path of the data file; may fill its 200 bytes with no zero behind
 extern char shortname[50]; // its name without directory, at most 30 bytes

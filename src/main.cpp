@@ -77,7 +77,8 @@ namespace {
 constexpr qsizetype shortnameBytes = 30;
 constexpr qsizetype defaultnameBytes = 50;
 
-// Every line is on disk as soon as it is written: a process that is killed leaves its whole log too.
+// Every line is on disk as soon as it is written: a process that is killed leaves its whole log
+// too.
 template <typename... Texts>
 void writeLog(const Texts&... texts) {
     (error_stream << ... << texts) << Qt::flush;
@@ -111,8 +112,8 @@ void restartLog() {
     writeLog("Pelmark 0.1 by the Pelmark authors\n\n");
 }
 
-// Copies a text's first `bytes` bytes and fills the rest of them with zeros: a text of that length or
-// more has no zero behind it.
+// Copies a text's first `bytes` bytes and fills the rest of them with zeros: a text of that length
+// or more has no zero behind it.
 void copyPadded(char* buffer, qsizetype bytes, const QString& text) {
     const QByteArray local = text.toLocal8Bit().left(bytes);
     std::fill(std::copy(local.begin(), local.end(), buffer), buffer + bytes, '\0');
@@ -132,8 +133,8 @@ QString shortText() {
 }
 
 PlotGeometry sessionGeometry() {
-    return {fwidth, fheight,  xmargin,  xmargin2, ymargin, minX,   maxX,
-            minY,   maxY,     realMinX, realMaxX, realMaxY, pixPerX, pixPerY};
+    return {fwidth, fheight, xmargin,  xmargin2, ymargin,  minX,    maxX,
+            minY,   maxY,    realMinX, realMaxX, realMaxY, pixPerX, pixPerY};
 }
 
 void setSessionGeometry(const PlotGeometry& geometry) {
@@ -235,8 +236,8 @@ void MyWidget::createLabels() {
     nameLabel = new QLabel;
     nameLabel->setTextFormat(Qt::PlainText); // a file's name is not markup
     setGround(nameLabel, Qt::gray);
-    hintLabel = new QLabel(QStringLiteral(
-        "HINT: Draw a box anywhere in/around a chromosome to select the chromsome"));
+    hintLabel = new QLabel(
+        QStringLiteral("HINT: Draw a box anywhere in/around a chromosome to select the chromsome"));
 }
 
 void MyWidget::createOptions() {
@@ -251,18 +252,18 @@ void MyWidget::createOptions() {
 void MyWidget::createButtons() {
     newFileButton = createButton(
         "&New File", "background:lightblue; color: black; font-size:12px;font-weight:bold;");
-    globalButton = createButton(
-        "&Global", "background:pink; color: black; font-size:12px;font-weight:bold;");
-    unzoomButton = createButton(
-        "&Unzoom", "background:green; color: black; font-size:12px;font-weight:bold;");
-    removeButton = createButton(
-        "&Remove Selection", "background:green; color:black; font-size:12px;font-weight:bold;");
-    saveButton = createButton(
-        "&Save", "background:orange; color: black; font-size:12px;font-weight:bold;");
+    globalButton =
+        createButton("&Global", "background:pink; color: black; font-size:12px;font-weight:bold;");
+    unzoomButton =
+        createButton("&Unzoom", "background:green; color: black; font-size:12px;font-weight:bold;");
+    removeButton = createButton("&Remove Selection",
+                                "background:green; color:black; font-size:12px;font-weight:bold;");
+    saveButton =
+        createButton("&Save", "background:orange; color: black; font-size:12px;font-weight:bold;");
     saveRemoveButton = createButton(
         "Save &and Remove", "background:orange; color:black; font-size:12px;font-weight:bold;");
-    exitButton = createButton(
-        "&Exit", "background:darkred; color:white; font-size:12px;font-weight:bold;");
+    exitButton =
+        createButton("&Exit", "background:darkred; color:white; font-size:12px;font-weight:bold;");
 }
 
 void MyWidget::connectCommands() {
@@ -300,9 +301,9 @@ void MyWidget::arrangeLayouts() {
     bottomLayout->addLayout(buttonLayout);
 
     imageLayout->addWidget(imageLabel);
-    for (QWidget* widget : std::initializer_list<QWidget*>{
-             nameLabel, createSeparator(), checkBox1, hintLabel, checkBox2, createSeparator(),
-             rangeStartEdit, rangeEndEdit})
+    for (QWidget* widget : std::initializer_list<QWidget*>{nameLabel, createSeparator(), checkBox1,
+                                                           hintLabel, checkBox2, createSeparator(),
+                                                           rangeStartEdit, rangeEndEdit})
         infoLayout->addWidget(widget);
     for (QPushButton* button : {newFileButton, globalButton, unzoomButton, removeButton, saveButton,
                                 saveRemoveButton, exitButton})
@@ -347,8 +348,8 @@ void MyWidget::displayGlobal() {
     globaldisplay = 1;
     for (QWidget* widget : chromosomeViewWidgets())
         widget->hide();
-    hintLabel->setText(QStringLiteral(
-        "HINT: Draw a box in or around a chromosome to select an entire chromsome"));
+    hintLabel->setText(
+        QStringLiteral("HINT: Draw a box in or around a chromosome to select an entire chromsome"));
 }
 
 void MyWidget::reloadPhoto() {
@@ -385,9 +386,9 @@ void MyWidget::checkBox2Action() {
 
 void MyWidget::getFilename() {
     restartLog();
-    chosenPath = QFileDialog::getOpenFileName(this, tr("Welcome to  PELMARK !  Select File"),
-                                              startDir.absolutePath(),
-                                              tr("Image Files (*.txt *.csv)"));
+    chosenPath =
+        QFileDialog::getOpenFileName(this, tr("Welcome to  PELMARK !  Select File"),
+                                     startDir.absolutePath(), tr("Image Files (*.txt *.csv)"));
     if (chosenPath.isEmpty()) {
         if (fileList.isEmpty())
             endProcess(QStringLiteral("Input file problem!\n"));
@@ -554,8 +555,8 @@ void MyWidget::copyAndPaste() {
     rubberBand->hide();
 }
 
-// Takes out what lies in the view's range, so also points beside the box that only its margin holds.
-// A view that starts below 0 is left alone.
+// Takes out what lies in the view's range, so also points beside the box that only its margin
+// holds. A view that starts below 0 is left alone.
 void MyWidget::removeSelection() {
     if (minX < 0)
         return;

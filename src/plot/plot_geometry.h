@@ -5,8 +5,8 @@
 #include <QSize>
 
 // What a plot shows and how large: the view's range and scale, and the one rule between points and
-// pixels in both directions. Pixel (0, 0) is the image's top left corner; y grows downward, so larger
-// values lie higher. Positions are base pairs or genome coordinates, values -log10 p.
+// pixels in both directions. Pixel (0, 0) is the image's top left corner; y grows downward, so
+// larger values lie higher. Positions are base pairs or genome coordinates, values -log10 p.
 struct PlotGeometry {
     int width = 0; // of the image, in pixels
     int height = 0;
@@ -35,7 +35,7 @@ struct PlotGeometry {
     double valueAt(int y) const;
 };
 
-// The geometry that shows `points` on a screen of the given size. The first position is taken for the
-// smallest and the last for the largest: data in no order gets the view that follows from that. No
-// points at all get a finite view with `minX` -1.
+// The geometry that shows `points` on a screen of the given size. The first position is taken for
+// the smallest and the last for the largest: data in no order gets the view that follows from that.
+// No points at all get a finite view with `minX` -1.
 PlotGeometry plotGeometry(const Points& points, QSize screen);

@@ -21,8 +21,8 @@ struct ReferenceLevel {
 };
 
 constexpr ReferenceLevel referenceLevels[] = {
-    {7.3, "7.3", QColor(25, 180, 25)},   {6.0, "6", QColor(140, 140, 140)},
-    {5.0, "5", QColor(170, 170, 170)},   {4.0, "4", QColor(200, 200, 200)},
+    {7.3, "7.3", QColor(25, 180, 25)}, {6.0, "6", QColor(140, 140, 140)},
+    {5.0, "5", QColor(170, 170, 170)}, {4.0, "4", QColor(200, 200, 200)},
     {3.0, "3", QColor(230, 230, 230)},
 };
 
@@ -89,8 +89,8 @@ class ChromosomeWalk {
 public:
     explicit ChromosomeWalk(const GenomePlot& plot) : m_plot(plot) {}
 
-    // The chromosome of a genome coordinate: the last one that starts at or before it. The first one
-    // is never asked, so a point left of all others keeps the colour of the point before it.
+    // The chromosome of a genome coordinate: the last one that starts at or before it. The first
+    // one is never asked, so a point left of all others keeps the colour of the point before it.
     qsizetype step(int position) {
         qsizetype k = m_plot.startValue.size() - 1;
         while (k > 0 && m_plot.startValue[k] > position)
@@ -192,11 +192,13 @@ QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const Genome
     if (plot.referenceLines)
         paintReferenceLines(canvas, geometry);
     paintGenomePoints(canvas, geometry, points, plot);
-    paintTitle(canvas, geometry, plot.title + QLatin1String(", max(-logP)=") + valueText(geometry.realMaxY));
+    paintTitle(canvas, geometry,
+               plot.title + QLatin1String(", max(-logP)=") + valueText(geometry.realMaxY));
     return image;
 }
 
-QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const ChromosomePlot& plot) {
+QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
+                       const ChromosomePlot& plot) {
     QImage image = whiteImage(geometry);
     if (image.isNull())
         return image;
