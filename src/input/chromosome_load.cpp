@@ -5,15 +5,16 @@
 #include "input/utf8.h"
 
 Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
-    QByteArray wanted;
-    appendUtf8(label, wanted);
+    QByteArray labelBytes;
+    appendUtf8(label, labelBytes);
+    const std::string_view wanted(labelBytes.constData(), static_cast<size_t>(labelBytes.size()));
     Points points;
     Record record;
     Marker marker;
     // The line before the first counts as one with an empty label, which an empty label matches.
     bool inRun = label.isEmpty();
     while (file.next(record)) {
-        if (record.chromosome != std::string_view(wanted)) {
+        if (record.chromosome != wanted) {
             if (inRun)
                 break;
             continue;

@@ -1,38 +1,30 @@
 #include "input/line_fields.h"
 
-#include <bit>
+#include "input/field_ends.h"
 
+#include <algorithm>
+
+// The lists grow with the fields found, not with the bytes looked at: a line may have gigabytes.
 void LineFields::find(std::string_view text, char delimiter) {
-    m_text = text;
+    constexpr size_t stretch = 64 * fieldBlockSize;
+    m_text = text.data();
     m_line = m_lineStart = m_lineEnd = 0;
-    markBytes(text, delimiter, m_marks);
-    size_t fields = 0, lines = 0;
-    for (const ByteMarks& marks : m_marks) {
-        fields += static_cast<size_t>(std::popcount(marks.fieldEnds));
-        lines += static_cast<size_t>(std::popcount(marks.lineEnds));
+    FieldEnds ends{m_fieldEnds.data(), m_lineEnds.data()};
+    for (size_t from = 0; from < text.size(); from += stretch) {
+        const size_t to = std::min(from + stretch, text.size());
+        ends.fields = roomFor(ends.fieldCount + stretch + fieldBlockSize, m_fieldEnds);
+        ends.lines = roomFor(ends.lineCount + stretch + fieldBlockSize, m_lineEnds);
+        findFieldEnds(text.data(), from, to, delimiter, ends);
     }
-    m_fieldEnds.resize(fields);
-    m_lineEnds.resize(lines);
-    listMarks();
     if (!text.empty() && text.back() != '\n') {
-        m_fieldEnds.push_back(text.size());
-        m_lineEnds.push_back(m_fieldEnds.size());
+        m_fieldEnds[ends.fieldCount++] = text.size();
+        m_lineEnds[ends.lineCount++] = ends.fieldCount;
     }
+    m_lineCount = ends.lineCount;
 }
 
-void LineFields::listMarks() {
-    size_t* fieldEnd = m_fieldEnds.data();
-    size_t* lineEnd = m_lineEnds.data();
-    size_t start = 0;
-    for (const ByteMarks& marks : m_marks) {
-        const auto fieldsBefore = static_cast<size_t>(fieldEnd - m_fieldEnds.data());
-        for (uint64_t rest = marks.lineEnds; rest != 0; rest &= rest - 1) {
-            const uint64_t upToLineEnd = rest ^ (rest - 1);
-            *lineEnd++ =
-                fieldsBefore + static_cast<size_t>(std::popcount(marks.fieldEnds & upToLineEnd));
-        }
-        for (uint64_t rest = marks.fieldEnds; rest != 0; rest &= rest - 1)
-            *fieldEnd++ = start + static_cast<size_t>(std::countr_zero(rest));
-        start += ByteMarks::blockSize;
-    }
+size_t* LineFields::roomFor(size_t count, std::vector<size_t>& list) {
+    if (list.size() < count)
+        list.resize(2 * count);
+    return list.data();
 }

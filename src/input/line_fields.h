@@ -1,7 +1,5 @@
 #pragma once
 
-#include "input/byte_marks.h"
-
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -10,13 +8,13 @@
 class LineFields {
 public:
     // The text holds whole lines, each ended by a line feed but perhaps the last, and is followed
-    // by ByteMarks::blockSize bytes that may be read. It has to stay where it is until the last
+    // by TextBlocks::padding bytes that may be read. It has to stay where it is until the last
     // field is taken.
     void find(std::string_view text, char delimiter);
 
     // Goes on to the next line. False behind the last one.
     bool nextLine() {
-        if (m_line == m_lineEnds.size())
+        if (m_line == m_lineCount)
             return false;
         m_lineStart = m_lineEnd;
         m_lineEnd = m_lineEnds[m_line++];
@@ -30,16 +28,16 @@ public:
     std::string_view field(size_t i) const {
         const size_t place = m_lineStart + i;
         const size_t start = place == 0 ? 0 : m_fieldEnds[place - 1] + 1;
-        return {m_text.data() + start, m_fieldEnds[place] - start};
+        return {m_text + start, m_fieldEnds[place] - start};
     }
 
 private:
-    void listMarks();
+    static size_t* roomFor(size_t count, std::vector<size_t>& list);
 
-    std::string_view m_text;
-    std::vector<ByteMarks> m_marks;
+    const char* m_text = nullptr;
     std::vector<size_t> m_fieldEnds; // offset of the delimiter or line feed behind each field
     std::vector<size_t> m_lineEnds;  // for each line, the number of fields up to its end
+    size_t m_lineCount = 0;          // both lists are longer than what counts in them
     size_t m_line = 0;               // the next line
     size_t m_lineStart = 0;          // its fields, as places in m_fieldEnds
     size_t m_lineEnd = 0;

@@ -24,6 +24,11 @@ bool isAscii(QByteArrayView bytes) {
     return all < 0x80;
 }
 
+char* nextCarriageReturn(char* from, char* end) {
+    void* const found = std::memchr(from, '\r', static_cast<size_t>(end - from));
+    return found ? static_cast<char*>(found) : end;
+}
+
 qsizetype toNextStep(qint64 offset) {
     return (decodingStep - static_cast<qsizetype>(offset % decodingStep)) % decodingStep;
 }
@@ -94,12 +99,11 @@ void TextBlocks::detectEncoding() {
 
 void TextBlocks::dropCarriageReturns() {
     char* const end = m_text.data() + m_text.size();
-    char* to = std::find(m_text.data() + m_textSize, end, '\r');
+    char* to = nextCarriageReturn(m_text.data() + m_textSize, end);
     for (char* from = to; from != end;) {
-        ++from; // over the carriage return
-        char* const next = std::find(from, end, '\r');
-        to = std::copy(from, next, to);
-        from = next;
+        char* const afterReturn = from + 1;
+        from = nextCarriageReturn(afterReturn, end);
+        to = std::copy(afterReturn, from, to);
     }
     m_text.resize(to - m_text.data());
 }
