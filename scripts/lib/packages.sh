@@ -1,0 +1,46 @@
+# Installs what is missing of the package groups in scripts/lib/packages. To be sourced.
+
+# Names the packages of the given groups.
+packagesOf() {
+    local list group
+    list="$(dirname "${BASH_SOURCE[0]}")/packages"
+    for group in "$@"; do
+        awk -v group="$group" '$1 == group { print $2 }' "$list"
+    done
+}
+
+isInstalled() {
+    [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null)" == installed ]]
+}
+
+asRoot() {
+    if [[ $EUID -eq 0 ]]; then
+        env DEBIAN_FRONTEND=noninteractive "$@"
+    else
+        sudo env DEBIAN_FRONTEND=noninteractive "$@"
+    fi
+}
+
+aptInstall() {
+    asRoot apt-get install --yes --quiet --no-install-recommends "$@"
+}
+
+installPackages() {
+    local package missing=()
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This is no Debian: please see yourself that these or their like are installed:" \
+            $(packagesOf "$@") >&2
+        return
+    fi
+    for package in $(packagesOf "$@"); do
+        isInstalled "$package" || missing+=("$package")
+    done
+    [[ ${#missing[@]} -gt 0 ]] || return 0
+    if [[ $EUID -ne 0 ]] && ! command -v sudo >/dev/null; then
+        echo "Missing packages: ${missing[*]}. Please install them as root." >&2
+        return 1
+    fi
+    echo "Installing: ${missing[*]}"
+    # A machine that knows these packages already need not ask for the lists again.
+    aptInstall "${missing[@]}" || { asRoot apt-get update --quiet && aptInstall "${missing[@]}"; }
+}
