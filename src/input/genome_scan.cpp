@@ -23,11 +23,11 @@ std::optional<Fault> readPoints(AssociationFile& file, Points& points,
     Record record;
     Marker marker;
     while (file.next(record)) {
-        const MarkerResult result = readMarker(record, marker);
-        if (const std::optional<Fault> fault = faultOf(result))
-            return fault;
-        if (result == MarkerResult::Skipped)
+        if (const MarkerResult result = readMarker(record, marker); result != MarkerResult::Kept) {
+            if (const std::optional<Fault> fault = faultOf(result))
+                return fault;
             continue;
+        }
         if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome)
             chromosomes.append({std::string(record.chromosome), points.positions.size()});
         points.positions.append(marker.position / basePairsPerUnit);
@@ -45,8 +45,8 @@ void layEndToEnd(QList<int>& positions, const QList<Chromosome>& chromosomes) {
         const qsizetype end = isLast ? positions.size() : chromosomes[c + 1].firstPoint;
         const int shift =
             wrappedSum(wrappedDifference(offset, positions[chromosomes[c].firstPoint]), 1);
-        for (qsizetype i = chromosomes[c].firstPoint; i < end; ++i)
-            positions[i] = wrappedSum(positions[i], shift);
+        std::for_each(positions.begin() + chromosomes[c].firstPoint, positions.begin() + end,
+                      [shift](int& position) { position = wrappedSum(position, shift); });
         offset = positions[end - 1];
     }
 }

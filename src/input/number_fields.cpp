@@ -13,62 +13,55 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The places of a plain number: digits, perhaps a point between digits, perhaps an exponent of up
-// to four digits.
+// A plain number: digits, perhaps a point between digits, perhaps an exponent of up to four digits.
 struct PlainReal {
     bool isPlain = false;
     uint64_t digits = 0; // all digits as one whole number; meaningless from 20 digits on
-    int digitCount = 0;  // leading zeros do not count
-    int exponent = 0;    // of ten, that the digits are to be multiplied by
+    size_t digitCount = 0;
+    int exponent = 0; // of ten, that the digits are to be multiplied by
 };
 
-class RealParser {
-public:
-    explicit RealParser(std::string_view field)
-        : m_at(field.data()), m_end(field.data() + field.size()) {}
+// Reads digits from `at` on into the number; returns how many.
+size_t takeDigits(const char*& at, const char* end, uint64_t& number) {
+    const char* const start = at;
+    for (; at != end && isDigit(*at); ++at)
+        number = number * 10 + static_cast<uint64_t>(*at - '0');
+    return static_cast<size_t>(at - start);
+}
 
-    PlainReal parse() {
-        const bool hasWhole = takeDigits() > 0;
-        bool hasFraction = true;
-        if (m_at != m_end && *m_at == '.') {
-            ++m_at;
-            const int count = takeDigits();
-            hasFraction = count > 0;
-            m_real.exponent = -count;
-        }
-        m_real.isPlain = hasWhole && hasFraction && takeExponent() && m_at == m_end;
-        return m_real;
+// Reads what stands behind an "e"; false where that is no exponent, or too long a one.
+bool takeExponent(const char*& at, const char* end, int& exponent) {
+    const bool isNegative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+'))
+        ++at;
+    uint64_t number = 0;
+    const size_t count = takeDigits(at, end, number);
+    if (count < 1 || count > 4)
+        return false;
+    exponent += isNegative ? -static_cast<int>(number) : static_cast<int>(number);
+    return true;
+}
+
+PlainReal parsePlainReal(std::string_view field) {
+    const char* at = field.data();
+    const char* const end = at + field.size();
+    PlainReal real;
+    real.digitCount = takeDigits(at, end, real.digits);
+    bool isPlain = real.digitCount > 0;
+    if (at != end && *at == '.') {
+        ++at;
+        const size_t fraction = takeDigits(at, end, real.digits);
+        isPlain = isPlain && fraction > 0;
+        real.digitCount += fraction;
+        real.exponent = -static_cast<int>(fraction);
     }
-
-private:
-    int takeDigits() {
-        const char* const start = m_at;
-        for (; m_at != m_end && isDigit(*m_at); ++m_at) {
-            m_real.digits = m_real.digits * 10 + static_cast<uint64_t>(*m_at - '0');
-            m_real.digitCount += m_real.digitCount > 0 || *m_at != '0';
-        }
-        return static_cast<int>(m_at - start);
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        isPlain = isPlain && takeExponent(at, end, real.exponent);
     }
-
-    bool takeExponent() {
-        if (m_at == m_end || (*m_at != 'e' && *m_at != 'E'))
-            return true;
-        ++m_at;
-        const bool isNegative = m_at != m_end && *m_at == '-';
-        if (m_at != m_end && (*m_at == '-' || *m_at == '+'))
-            ++m_at;
-        const char* const start = m_at;
-        int exponent = 0;
-        for (; m_at != m_end && isDigit(*m_at) && m_at - start < 4; ++m_at)
-            exponent = exponent * 10 + (*m_at - '0');
-        m_real.exponent += isNegative ? -exponent : exponent;
-        return m_at != start;
-    }
-
-    const char* m_at;
-    const char* const m_end;
-    PlainReal m_real;
-};
+    real.isPlain = isPlain && at == end;
+    return real;
+}
 
 // A whole number below 2^53 and a power of ten up to 10^22 are doubles without rounding, so that
 // their product or quotient is rounded once: correctly. Not where the machine calculates in wider
@@ -115,7 +108,7 @@ std::optional<double> toReal(std::string_view field) {
     constexpr size_t longestPlain = 100; // characters, so that no count of them overflows
     if (field.size() > longestPlain)
         return toRealByToolkit(field);
-    const PlainReal real = RealParser(field).parse();
+    const PlainReal real = parsePlainReal(field);
     if (!real.isPlain)
         return toRealByToolkit(field);
     if (isExactBySingleRounding(real))
