@@ -1,0 +1,128 @@
+#include "driven_run.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTest>
+
+const char* const logHeader = "Pelmark 0.1 by the Pelmark authors\n\n";
+
+namespace {
+
+constexpr int limitInMilliseconds = 300'000;
+constexpr const char* knownWarning = "No such slot MyWidget::reSize()";
+// What the toolkit's platform without a screen says about itself.
+constexpr const char* platformWarning = "This plugin does not support propagateSizeHints()";
+
+void write(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QProcessEnvironment environment(const QTemporaryDir& home) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("LC_ALL", "C.UTF-8");
+    environment.insert("QT_FONT_DPI", "96");
+    environment.insert("HOME", home.path());
+    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
+    environment.insert("XDG_RUNTIME_DIR", home.path());
+    environment.insert("PELMARK_DRIVER_SCRIPT", home.filePath("script"));
+    environment.insert("PELMARK_DRIVER_STATES", home.filePath("states"));
+    return environment;
+}
+
+} // namespace
+
+DrivenRun::DrivenRun() {
+    if (!m_folder.isValid() || !m_home.isValid() || !QDir(m_folder.path()).mkdir("work"))
+        qFatal("no temporary folder");
+}
+
+void DrivenRun::addFile(const QString& name, const QByteArray& content) const {
+    write(path(name), content);
+}
+
+void DrivenRun::addCopy(const QString& name, const QString& original) const {
+    if (!QFile::copy(original, path(name)))
+        qFatal("cannot copy %s", qPrintable(original));
+}
+
+void DrivenRun::play(const QStringList& script) {
+    write(m_home.filePath("script"), script.join(u'\n').toUtf8());
+    QFile::remove(m_home.filePath("states"));
+    QProcess process;
+    process.setProcessEnvironment(environment(m_home));
+    process.setWorkingDirectory(path(QString()));
+    process.start(QStringLiteral(PELMARK_DRIVEN), QStringList());
+    if (!process.waitForFinished(limitInMilliseconds))
+        qFatal("the driven program neither started nor ended");
+    m_exitStatus = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    m_standardError = process.readAllStandardError();
+    readStates();
+}
+
+bool DrivenRun::playTo(int exitStatus, const QStringList& script) {
+    play(script);
+    const bool right =
+        QTest::qCompare(m_exitStatus, exitStatus, "exit status", "expected", __FILE__, __LINE__) &&
+        QTest::qCompare(complaints(), QStringList(), "standard error", "expected", __FILE__,
+                        __LINE__);
+    if (!right)
+        qWarning("%s", m_standardError.constData());
+    return right;
+}
+
+void DrivenRun::readStates() {
+    m_states.clear();
+    for (const QByteArray& line : read(m_home.filePath("states")).split('\n'))
+        if (!line.isEmpty())
+            m_states.append(QJsonDocument::fromJson(line).object());
+}
+
+QStringList DrivenRun::complaints() const {
+    QStringList lines;
+    for (const QString& line : QString::fromUtf8(m_standardError).split(u'\n', Qt::SkipEmptyParts))
+        if (!line.contains(QLatin1String(knownWarning)) && line != QLatin1String(platformWarning))
+            lines.append(line);
+    return lines;
+}
+
+bool DrivenRun::hasKnownWarning() const {
+    return m_standardError.count(knownWarning) == 1;
+}
+
+State DrivenRun::state(const QString& label) const {
+    for (qsizetype i = m_states.size() - 1; i >= 0; --i)
+        if (m_states[i]["label"].toString() == label)
+            return State(m_states[i]);
+    qWarning("no state \"%s\": %s", qPrintable(label), m_standardError.constData());
+    return State({});
+}
+
+QStringList DrivenRun::labels() const {
+    QStringList labels;
+    for (const QJsonObject& state : m_states)
+        labels.append(state["label"].toString());
+    return labels;
+}
+
+QString DrivenRun::path(const QString& name) const {
+    return m_folder.filePath("work/" + name);
+}
+
+bool DrivenRun::exists(const QString& name) const {
+    return QFileInfo::exists(path(name));
+}
+
+QByteArray DrivenRun::content(const QString& name) const {
+    return read(path(name));
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "state.h"
+
+#include <QImage>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+// One life of the program, worked by a scenario, in a working folder of its own that holds its data
+// files.
+class DrivenRun {
+public:
+    DrivenRun();
+
+    void addFile(const QString& name, const QByteArray& content) const;
+    void addCopy(const QString& name, const QString& original) const;
+
+    // Runs the program to its end. May be called again, as a later run in the same folder.
+    void play(const QStringList& script);
+
+    // The same, and a test failure unless it ended with that status and had nothing to complain of.
+    bool playTo(int exitStatus, const QStringList& script);
+
+    int exitStatus() const { return m_exitStatus; } // -1 when it was killed or crashed
+    QStringList complaints() const;                 // on standard error, less the known one
+    bool hasKnownWarning() const;
+
+    State state(const QString& label) const; // the last one with that label
+    QStringList labels() const;
+    QByteArray log() const { return content(QStringLiteral("Pelmark_log.txt")); }
+
+    QString path(const QString& name) const; // of a file in the working folder
+    bool exists(const QString& name) const;
+    QByteArray content(const QString& name) const;
+    QImage image(const QString& name) const { return QImage(path(name)); }
+
+private:
+    void readStates();
+
+    QTemporaryDir m_folder; // the working folder lies in it
+    QTemporaryDir m_home;   // for what the toolkit itself wants to store
+    int m_exitStatus = -1;
+    QByteArray m_standardError;
+    QList<QJsonObject> m_states;
+};
+
+extern const char* const logHeader;

@@ -1,0 +1,56 @@
+#include "driver/pointer.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QWidget>
+#include <QWindow>
+
+namespace {
+
+QPoint sensitivePlace(QWidget* widget) {
+    if (!qobject_cast<QCheckBox*>(widget))
+        return widget->rect().center();
+    QStyleOptionButton option;
+    option.initFrom(widget);
+    return widget->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, widget).center();
+}
+
+void send(QWidget* widget, QEvent::Type type, QPoint position, Qt::MouseButton button,
+          Qt::MouseButtons held) {
+    QWidget* top = widget->window();
+    const QPointF inWindow = widget->mapTo(top, position);
+    QMouseEvent event(type, inWindow, inWindow, top->mapToGlobal(inWindow), button, held,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(top->windowHandle(), &event);
+}
+
+} // namespace
+
+namespace pointer {
+
+void press(QWidget* widget, QPoint position, Qt::MouseButton button) {
+    send(widget, QEvent::MouseButtonPress, position, button, button);
+}
+
+void move(QWidget* widget, QPoint position, Qt::MouseButton button) {
+    send(widget, QEvent::MouseMove, position, Qt::NoButton, button);
+}
+
+void hover(QWidget* widget, QPoint position) {
+    send(widget, QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton);
+}
+
+void release(QWidget* widget, QPoint position, Qt::MouseButton button) {
+    send(widget, QEvent::MouseButtonRelease, position, button, Qt::NoButton);
+}
+
+void click(QWidget* widget) {
+    const QPoint place = sensitivePlace(widget);
+    press(widget, place, Qt::LeftButton);
+    release(widget, place, Qt::LeftButton);
+}
+
+} // namespace pointer

@@ -1,0 +1,36 @@
+#include "driver/state_file.h"
+
+#include "driver/dialogs.h"
+#include "driver/give_up.h"
+#include "driver/session_state.h"
+#include "driver/window_parts.h"
+#include "driver/window_state.h"
+
+#include <QFile>
+#include <QJsonDocument>
+
+namespace {
+
+QString stateFileName;
+
+} // namespace
+
+void setStateFile(const QString& fileName) {
+    stateFileName = fileName;
+}
+
+void writeState(const QString& label) {
+    QJsonObject state = sessionState();
+    state["label"] = label;
+    state["window"] = windowState();
+    state["dialog"] = dialogs::state();
+    if (label == u"structure") {
+        state["layout"] = layoutText();
+        state["layoutExceptions"] = layoutExceptions();
+        state["methods"] = metaMethods();
+    }
+    QFile file(stateFileName);
+    const QByteArray text = QJsonDocument(state).toJson(QJsonDocument::Compact) + '\n';
+    if (!file.open(QIODevice::Append) || file.write(text) != text.size() || !file.flush())
+        giveUp(0, QStringLiteral("cannot write the state to \"%1\"").arg(stateFileName));
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "state.h"
+
+#include <QImage>
+#include <QList>
+#include <QString>
+
+// The plain second opinion on what the window has to show: ranges, scale and pictures computed anew
+// from the points, with the toolkit's painter on the same platform, so that the comparison holds
+// with whatever fonts there are.
+struct ExpectedView {
+    ExpectedView(QList<int> positions, QList<double> values);
+
+    int x(int position) const;
+    int y(double value) const;
+
+    // The differences to what the program computed; empty when there are none.
+    QStringList differencesTo(const State& state) const;
+
+    QList<int> positions;
+    QList<double> values;
+    int minX, maxX, realMinX, realMaxX;
+    double minY, maxY, realMaxY;
+    int width = 640, height = 600; // on the screen of 800 x 800 that there is without a screen
+    double pixPerX, pixPerY;
+};
+
+struct ChromosomeLook {
+    bool stripes = true;
+    bool joined = false;
+    int from = 0; // highlight
+    int to = 0;
+};
+
+struct GenomeLook {
+    QString title; // the file's name
+    QStringList tags;
+    QList<int> startValues;
+    QList<int> colors;
+    bool stripes = true;
+};
+
+QImage expectedChromosomePlot(const ExpectedView& view, const ChromosomeLook& look = {});
+QImage expectedGenomePlot(const ExpectedView& view, const GenomeLook& look);
+QString picture(const QImage& image); // as State names one

@@ -1,0 +1,320 @@
+#include "driven_run.h"
+#include "samples.h"
+
+#include <QTest>
+
+// The two views: which widgets they show, what they draw, and how the commands switch between them.
+class TestViews : public QObject {
+    Q_OBJECT
+
+private slots:
+    void genomeView();
+    void genomeDots();
+    void chromosomeView();
+    void chromosomeDots();
+    void globalOnOneChromosome();
+    void globalShowsKeptPlot();
+    void checkBoxes();
+    void checkBoxCommandInGenomeView();
+    void displayLocalLeavesImage();
+    void noSecondChromosomeToShow();
+    void highlight_data();
+    void highlight();
+    void typingAloneDrawsNothing();
+    void mnemonics();
+    void notANumber();
+    void nameIsNoMarkup();
+};
+
+static const QStringList genomeWidgets{"exitButton", "hintLabel",     "imageLabel",
+                                       "nameLabel",  "newFileButton", "saveButton"};
+static const QStringList chromosomeWidgets{
+    "checkBox1",    "checkBox2",  "exitButton",       "globalButton", "hintLabel",
+    "imageLabel",   "nameLabel",  "newFileButton",    "rangeEndEdit", "rangeStartEdit",
+    "removeButton", "saveButton", "saveRemoveButton", "unzoomButton"};
+
+static QStringList visibleWidgets(const State& state) {
+    QStringList visible;
+    const QStringList names = state.window()["widgets"].toObject().keys();
+    for (const QString& name : names)
+        if (name != "rubberBand" && state.isVisible(name.toLatin1()))
+            visible.append(name);
+    return visible;
+}
+
+static QString genomePicture() {
+    return picture(expectedGenomePlot(samples::genomeView(), samples::genomeLook("data.txt")));
+}
+
+static QString chromosomePicture(const ChromosomeLook& look = {}) {
+    return picture(expectedChromosomePlot(samples::chromosomeView(), look));
+}
+
+static int pixelsOf(const QImage& image, const QColor& color) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixelColor(x, y) == color;
+    return count;
+}
+
+// A box whose middle column stands for the coordinate 43, which only chromosome B holds.
+static const char* const boxOverB = "box 195 100 209 200";
+
+void TestViews::genomeView() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "dump a", "click exitButton"}));
+    const State state = run.state("a");
+    QCOMPARE(visibleWidgets(state), genomeWidgets);
+    QCOMPARE(state.text("hintLabel"),
+             "HINT: Draw a box in or around a chromosome to select an entire chromsome");
+    QCOMPARE(state.text("nameLabel"), "data.txt");
+    QCOMPARE(state.integer("globaldisplay"), 1);
+    QCOMPARE(samples::genomeView().differencesTo(state), QStringList());
+    QCOMPARE(state.picture("shown"), genomePicture());
+    QCOMPARE(state.picture("genomePixmap"), genomePicture());
+}
+
+void TestViews::genomeDots() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "grab a.png", "click exitButton"}));
+    const QImage image = run.image("a.png");
+    const ExpectedView view = samples::genomeView();
+    const QColor colors[] = {{255, 50, 50}, {50, 50, 50}};
+    QCOMPARE(image.pixelColor(view.x(11), view.y(view.values[1])), colors[0]);
+    QCOMPARE(image.pixelColor(view.x(32), view.y(view.values[4])), colors[1]);
+    QCOMPARE(image.pixelColor(view.x(143), view.y(view.values[7])), colors[0]);
+    QCOMPARE(image.pixelColor(0, 300), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(320, view.y(7.3)), QColor(25, 180, 25));
+    QCOMPARE(image.pixelColor(320, view.y(6)), QColor(140, 140, 140));
+    QCOMPARE(image.pixelColor(320, view.y(5)), QColor(170, 170, 170));
+    QCOMPARE(image.pixelColor(320, view.y(4)), QColor(200, 200, 200));
+    QCOMPARE(image.pixelColor(320, view.y(3)), QColor(230, 230, 230));
+}
+
+void TestViews::chromosomeView() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "dump a", "click exitButton"}));
+    const State state = run.state("a");
+    QCOMPARE(visibleWidgets(state), chromosomeWidgets);
+    QCOMPARE(state.text("hintLabel"), "");
+    QCOMPARE(state.text("nameLabel"), "data.txt");
+    QCOMPARE(state.integer("globaldisplay"), 0);
+    const ExpectedView view({500, 1500, 2500}, samples::values(samples::genome()).mid(3, 3));
+    QCOMPARE(view.differencesTo(state), QStringList());
+    QCOMPARE(state.integers("Pos_list2"), view.positions);
+    QCOMPARE(state.numbers("Value_list2"), view.values);
+    QCOMPARE(state.picture("shown"), picture(expectedChromosomePlot(view)));
+    QCOMPARE(state.picture("plotPixmap"), state.picture("shown"));
+    QCOMPARE(state.picture("plotImage"), state.picture("shown"));
+    QCOMPARE(state.picture("genomePixmap"), genomePicture());
+}
+
+void TestViews::chromosomeDots() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(
+        0, {"open data.txt", "grab a.png", "click checkBox2", "grab b.png", "click exitButton"}));
+    const ExpectedView view = samples::chromosomeView();
+    const QColor blue(50, 50, 255), green(25, 180, 25);
+    const QImage image = run.image("a.png");
+    for (qsizetype i = 0; i < view.positions.size(); ++i)
+        QCOMPARE(image.pixelColor(view.x(view.positions[i]), view.y(view.values[i])), blue);
+    QCOMPARE(image.size(), QSize(640, 600));
+    QCOMPARE(image.pixelColor(600, view.y(7.3)), green);
+    const QImage plain = run.image("b.png");
+    QCOMPARE(pixelsOf(plain, green), 0);
+    QCOMPARE(pixelsOf(plain, blue), 8 * 4 * 4); // each dot as wide as the pen
+}
+
+void TestViews::globalOnOneChromosome() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(
+        0, {"open data.txt", "dump a", "click globalButton", "dump b", "click exitButton"}));
+    QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
+    QCOMPARE(run.state("a").text("hintLabel"), "");
+    QCOMPARE(run.state("a").integer("globaldisplay"), 0);
+    QCOMPARE(run.state("b").unlabelled(), run.state("a").unlabelled());
+}
+
+void TestViews::globalShowsKeptPlot() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "box 200 0 400 590", "click removeButton",
+                           "dump local", "click globalButton", "dump global", "click saveButton",
+                           "click exitButton"}));
+    const State local = run.state("local"), global = run.state("global");
+    QCOMPARE(local.integers("Pos_list"), QList<int>({500, 2500}));
+    QCOMPARE(visibleWidgets(global), genomeWidgets);
+    QCOMPARE(global.text("hintLabel"),
+             "HINT: Draw a box in or around a chromosome to select an entire chromsome");
+    QCOMPARE(global.picture("shown"), genomePicture());
+    QCOMPARE(global.integer("globaldisplay"), 1);
+    QCOMPARE(global.picture("plotPixmap"), local.picture("plotPixmap"));
+    for (const char* name : {"Pos_list", "Value_list", "Pos_list2", "minX", "maxX", "minY", "maxY",
+                             "pixPerX", "pixPerY", "globaltimes", "selected_chromosome"})
+        QVERIFY2(global.object()[name] == local.object()[name], name);
+    QCOMPARE(picture(run.image("data.txt.png")), genomePicture());
+}
+
+void TestViews::checkBoxes() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "dump start", "click checkBox1", "dump joined",
+                           "click checkBox2", "dump bare", "click checkBox1", "dump dots",
+                           "click checkBox2", "dump end", "click exitButton"}));
+    const auto check = [&](const char* label, int line, int stripes) {
+        const State state = run.state(label);
+        QCOMPARE(state.integer("line"), line);
+        QCOMPARE(state.integer("stripes"), stripes);
+        QCOMPARE(state.picture("shown"), chromosomePicture({stripes != 0, line != 0}));
+        QCOMPARE(state.picture("plotImage"), state.picture("shown"));
+        QCOMPARE(state.integer("globaltimes"), 1);
+    };
+    check("start", 0, 1);
+    check("joined", 1, 1);
+    check("bare", 1, 0);
+    check("dots", 0, 0);
+    check("end", 0, 1);
+    QVERIFY(chromosomePicture({true, true}) != chromosomePicture());
+}
+
+void TestViews::checkBoxCommandInGenomeView() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "invoke checkBox1Action", "dump a",
+                           "click globalButton", "dump b", "click exitButton"}));
+    QCOMPARE(run.state("a").integer("globaldisplay"), 0);
+    QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
+    QCOMPARE(run.state("a").picture("shown"),
+             picture(expectedChromosomePlot(samples::genomeView())));
+    QCOMPARE(run.state("b").picture("shown"), genomePicture());
+}
+
+void TestViews::displayLocalLeavesImage() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "invoke displayLocal", "dump a", "click exitButton"}));
+    QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
+    QCOMPARE(run.state("a").integer("globaldisplay"), 0);
+    QCOMPARE(run.state("a").text("hintLabel"), "");
+    QCOMPARE(run.state("a").picture("shown"), genomePicture());
+}
+
+// A genome plot of fewer than two chromosomes is drawn and kept, but not shown.
+void TestViews::noSecondChromosomeToShow() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "invoke reloadPhoto0", "dump a", "click exitButton"}));
+    const State state = run.state("a");
+    const GenomeLook look{"data.txt", {"7"}, {1}, {255}, true};
+    QCOMPARE(state.picture("genomePixmap"),
+             picture(expectedGenomePlot(samples::chromosomeView(), look)));
+    QCOMPARE(state.picture("shown"), chromosomePicture());
+    QCOMPARE(visibleWidgets(state), chromosomeWidgets);
+    QCOMPARE(state.text("hintLabel"), "");
+    QCOMPARE(state.integer("globaldisplay"), 1);
+}
+
+void TestViews::highlight_data() {
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::newRow("both empty") << ""
+                                << "" << 0 << 0;
+    QTest::newRow("both in the first field") << "140000-151000"
+                                             << "x" << 140000 << 151000;
+    QTest::newRow("one in each field") << "140000"
+                                       << "151000" << 140000 << 151000;
+    QTest::newRow("second is no number") << "140000"
+                                         << "x" << 0 << 0;
+    QTest::newRow("first is no number") << "x"
+                                        << "151000" << 0 << 0;
+    QTest::newRow("negative first") << "-5"
+                                    << "200000" << 0 << 0;
+    QTest::newRow("three parts") << "1-140000-200000"
+                                 << "200000" << 0 << 0;
+    QTest::newRow("lower above upper") << "151000"
+                                       << "140000" << 1 << 0;
+    QTest::newRow("one position") << "150000"
+                                  << "150000" << 150000 << 150000;
+}
+
+void TestViews::highlight() {
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "type rangeStartEdit " + start,
+                           "type rangeEndEdit " + end, "click unzoomButton", "dump dots",
+                           "click checkBox1", "dump joined", "click exitButton"}));
+    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({true, false, from, to}));
+    QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({true, true, from, to}));
+}
+
+void TestViews::typingAloneDrawsNothing() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(run.playTo(
+        0, {"open data.txt", "type rangeStartEdit 1-999999", "dump a", "click exitButton"}));
+    QCOMPARE(run.state("a").text("rangeStartEdit"), "1-999999");
+    QCOMPARE(run.state("a").picture("shown"), chromosomePicture());
+}
+
+void TestViews::mnemonics() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(
+        run.playTo(0, {"open data.txt", boxOverB, "box 200 0 400 590", "keys Alt+R", "dump removed",
+                       "box 0 0 200 600", "dump zoomed", "keys Alt+U", "dump unzoomed",
+                       "keys Alt+S", "name saved", "keys Alt+A", "name removed", "dump nothing",
+                       "keys Alt+G", "dump global", "keys Alt+N", "cancel", "keys Alt+E"}));
+    QCOMPARE(run.state("removed").integers("Pos_list"), QList<int>({500, 2500}));
+    QCOMPARE(run.state("zoomed").integers("Pos_list"), QList<int>({500}));
+    QCOMPARE(run.state("unzoomed").integers("Pos_list"), QList<int>({500, 2500}));
+    QVERIFY(run.exists("saved.txt"));
+    QVERIFY(run.exists("removed.txt"));
+    QCOMPARE(run.state("nothing").integers("Pos_list2"), QList<int>());
+    QCOMPARE(visibleWidgets(run.state("global")), genomeWidgets);
+    QCOMPARE(run.log(), logHeader); // the dialog for a new file starts it anew
+}
+
+// A point without a value has no place in the plot, and neither has a segment at it.
+void TestViews::notANumber() {
+    QList<samples::Marker> markers = samples::chromosome();
+    markers.insert(3, {"7", 145000, "-1"});
+    DrivenRun run;
+    run.addFile("data.txt", samples::table(markers));
+    QVERIFY(run.playTo(0, {"open data.txt", "dump dots", "click checkBox1", "grab joined.png",
+                           "click exitButton"}));
+    QCOMPARE(run.state("dots").integers("Pos_list").size(), 9);
+    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture());
+    const ExpectedView view = samples::chromosomeView();
+    const QImage joined = run.image("joined.png");
+    const auto colorBetween = [&](int i) {
+        const int x = (view.x(view.positions[i]) + view.x(view.positions[i + 1])) / 2;
+        const int y = (view.y(view.values[i]) + view.y(view.values[i + 1])) / 2;
+        return joined.pixelColor(x, y);
+    };
+    QCOMPARE(colorBetween(1), QColor(50, 50, 255));
+    QCOMPARE(colorBetween(2), QColor(Qt::white));
+    QCOMPARE(colorBetween(4), QColor(50, 50, 255));
+}
+
+void TestViews::nameIsNoMarkup() {
+    DrivenRun run;
+    run.addFile("<b>x<b>.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open <b>x<b>.txt", "dump a", "click exitButton"}));
+    QCOMPARE(run.state("a").text("nameLabel"), "<b>x<b>.txt");
+    QCOMPARE(run.state("a").widget("nameLabel")["format"].toInt(), static_cast<int>(Qt::PlainText));
+}
+
+QTEST_MAIN(TestViews)
+#include "tst_views.moc"
