@@ -20,4 +20,14 @@ target_compile_options(pelmark_warnings INTERFACE
   -Wold-style-cast
   -Wnon-virtual-dtor
   -Woverloaded-virtual
+  -Wcast-align
+  -Wcast-qual
+  -Wdouble-promotion
+  -Wextra-semi
+  -Wformat=2
+  -Wnull-dereference
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-branches>
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
+  $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
+  $<$<CXX_COMPILER_ID:GNU>:-Wsuggest-override>
   $<$<BOOL:${PELMARK_WARNINGS_AS_ERRORS}>:-Werror>)
