@@ -43,8 +43,8 @@ Marks marksOf(const uint8_t* block, uint8_t delimiter) {
     return marks;
 }
 
-// Most blocks hold one line end or none, but several field ends. Writing four at a time, the last of
-// them perhaps for nothing, spares the processor most of its wrong guesses at where to stop.
+// Most blocks hold one line end or none, but several field ends. Writing four at a time, the last
+// of them perhaps for nothing, spares the processor most of its wrong guesses at where to stop.
 void listMarks(const Marks& marks, size_t block, FieldEnds& ends) {
     for (uint64_t rest = marks.lineEnds; rest != 0; rest &= rest - 1) {
         const uint64_t upToLineEnd = rest ^ (rest - 1);

@@ -1,9 +1,5 @@
 #include "plot/plot_geometry.h"
 
-#include "int_arithmetic.h"
-
-#include <cmath>
-
 namespace {
 
 constexpr double margin = 0.05; // of the data's range, on each side
@@ -59,22 +55,6 @@ void setScale(PlotGeometry& geometry) {
 }
 
 } // namespace
-
-int PlotGeometry::xOf(int position) const {
-    if (std::isinf(pixPerX))
-        return width / 2;
-    return truncated(pixPerX * wrappedDifference(position, minX));
-}
-
-int PlotGeometry::yOf(double value) const {
-    if (std::isinf(pixPerY))
-        return height / 2;
-    return yOfLevel(value);
-}
-
-int PlotGeometry::yOfLevel(double level) const {
-    return wrappedDifference(height - yMargin, truncated(pixPerY * (level - minY)));
-}
 
 int PlotGeometry::positionAt(int x) const {
     return wrappedSum(truncated(x / pixPerX), minX);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "int_arithmetic.h"
 #include "points.h"
 
 #include <QSize>
+#include <cmath>
 
 // What a plot shows and how large: the view's range and scale, and the one rule between points and
 // pixels in both directions. Pixel (0, 0) is the image's top left corner; y grows downward, so
@@ -27,10 +29,15 @@ struct PlotGeometry {
     double pixPerX = 0.0;
     double pixPerY = 0.0;
 
-    int xOf(int position) const;
-    int yOf(double value) const;
+    int xOf(int position) const {
+        return std::isinf(pixPerX) ? width / 2
+                                   : truncated(pixPerX * wrappedDifference(position, minX));
+    }
+    int yOf(double value) const { return std::isinf(pixPerY) ? height / 2 : yOfLevel(value); }
     // Where the line of a value level lies: as yOf, but on an infinite scale outside of the image.
-    int yOfLevel(double level) const;
+    int yOfLevel(double level) const {
+        return wrappedDifference(height - yMargin, truncated(pixPerY * (level - minY)));
+    }
     int positionAt(int x) const;
     double valueAt(int y) const;
 };

@@ -1,168 +1,94 @@
 #include "plot/plot_painter.h"
 
 #include "int_arithmetic.h"
+#include "plot/chromosome_walk.h"
+#include "plot/plot_canvas.h"
+#include "plot/point_marks.h"
 
-#include <QFont>
-#include <QPainter>
-#include <QPen>
 #include <cmath>
 
 namespace {
 
-constexpr int linePenWidth = 2; // of the reference lines, and of the genome plot's points
 constexpr int chromosomePenWidth = 4;
-constexpr int titleHeight = 20;
 constexpr QColor black(0, 0, 0);
 
-struct ReferenceLevel {
-    double level; // -log10 p
-    const char* label;
-    QColor color;
-};
-
-constexpr ReferenceLevel referenceLevels[] = {
-    {7.3, "7.3", QColor(25, 180, 25)}, {6.0, "6", QColor(140, 140, 140)},
-    {5.0, "5", QColor(170, 170, 170)}, {4.0, "4", QColor(200, 200, 200)},
-    {3.0, "3", QColor(230, 230, 230)},
-};
-
-QFont plotFont(int pointSize) {
-    return QFont(QStringLiteral("Calibri"), pointSize, QFont::Normal, false);
+// As the painter's own pen, but for its width.
+QPen dotPen(int width) {
+    QPen pen;
+    pen.setWidth(width);
+    return pen;
 }
 
-QImage whiteImage(const PlotGeometry& geometry) {
-    QImage image(geometry.width, geometry.height, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
+QRgb genomeColor(int red) {
+    return qRgb(red, 50, 50);
 }
 
-// One painter on one image, and the one pen that all of a plot is drawn with.
-class Canvas {
-public:
-    Canvas(QImage& image, int penWidth) : m_painter(&image), m_pen(m_painter.pen()) {
-        setPenWidth(penWidth);
-    }
-
-    QPainter& painter() { return m_painter; }
-
-    void setPenWidth(int width) {
-        m_pen.setWidth(width);
-        m_painter.setPen(m_pen);
-    }
-
-    void setColor(const QColor& color) {
-        m_pen.setColor(color);
-        m_painter.setPen(m_pen);
-    }
-
-private:
-    QPainter m_painter;
-    QPen m_pen;
-};
-
-// Most levels lie outside of the view, some unimaginably far: their line and label show nothing.
-bool isNearImage(int y, const PlotGeometry& geometry) {
-    constexpr int highestLabel = 200; // pixels
-    return y >= 0 && y <= geometry.height + highestLabel;
+// A label stands under the stretch from its chromosome's first point to the one before the point
+// that ended it. Without any width nothing of it would show.
+void paintLabel(Canvas& canvas, const QString& label, int start, int end, int height) {
+    const int width = wrappedDifference(end, start);
+    if (width != 0)
+        canvas.painter().drawText(QRectF(start, 0, width, height),
+                                  Qt::AlignBottom | Qt::AlignCenter, label);
 }
 
-void paintReferenceLines(Canvas& canvas, const PlotGeometry& geometry) {
-    for (const ReferenceLevel& reference : referenceLevels) {
-        const int y = geometry.yOfLevel(reference.level);
-        if (!isNearImage(y, geometry))
-            continue;
-        canvas.setColor(reference.color);
-        canvas.painter().drawLine(0, y, geometry.width, y);
-        canvas.painter().drawText(QRectF(0, 0, geometry.width, y), Qt::AlignBottom | Qt::AlignLeft,
-                                  QLatin1String(reference.label));
-    }
-}
-
-void paintTitle(Canvas& canvas, const PlotGeometry& geometry, const QString& title) {
-    canvas.setColor(black);
-    canvas.painter().setFont(plotFont(12));
-    canvas.painter().drawText(QRectF(0, 0, geometry.width, titleHeight), Qt::AlignCenter, title);
-}
-
-// The red component that points get, and the chromosome they are named by, as one walks along them.
-class ChromosomeWalk {
-public:
-    explicit ChromosomeWalk(const GenomePlot& plot) : m_plot(plot) {}
-
-    // The chromosome of a genome coordinate: the last one that starts at or before it. The first
-    // one is never asked, so a point left of all others keeps the colour of the point before it.
-    qsizetype step(int position) {
-        qsizetype k = m_plot.startValue.size() - 1;
-        while (k > 0 && m_plot.startValue[k] > position)
-            --k;
-        if (k > 0)
-            m_red = m_plot.colorValue[k];
-        return k;
-    }
-
-    QColor color() const { return QColor(m_red, 50, 50); }
-
-private:
-    const GenomePlot& m_plot;
-    int m_red = 255;
-};
-
-void paintLabel(QPainter& painter, const QString& label, int start, int end, int height) {
-    painter.drawText(QRectF(start, 0, wrappedDifference(end, start), height),
-                     Qt::AlignBottom | Qt::AlignCenter, label);
-}
-
-void paintGenomePoints(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
-                       const GenomePlot& plot) {
-    ChromosomeWalk walk(plot);
+void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geometry,
+                       PlotPoints points, const GenomePlot& plot) {
+    ChromosomeWalk walk(plot.startValue, plot.colorValue);
+    qsizetype chromosome = 0;
     int labelStart = 0, labelEnd = 0, previousX = 0;
-    QString label, previousLabel = plot.tags.constFirst();
     for (std::size_t i = 0; i < points.positions.size(); ++i) {
         const int x = geometry.xOf(points.positions[i]);
         if (i == 0)
             labelStart = previousX = x;
         labelEnd = previousX;
         previousX = x;
-        label = plot.tags[walk.step(points.positions[i])];
-        if (label != previousLabel) {
+        const QColor previousColor(genomeColor(walk.red()));
+        const qsizetype next = walk.step(points.positions[i]);
+        if (next != chromosome && plot.tags[next] != plot.tags[chromosome]) {
             canvas.painter().setFont(plotFont(10));
-            paintLabel(canvas.painter(), previousLabel, labelStart, labelEnd, geometry.height);
+            canvas.setColor(previousColor);
+            paintLabel(canvas, plot.tags[chromosome], labelStart, labelEnd, geometry.height);
+            dots.forget();
             labelStart = x;
         }
-        previousLabel = label;
-        canvas.setColor(walk.color());
+        chromosome = next;
         if (!std::isnan(points.values[i]))
-            canvas.painter().drawPoint(x, geometry.yOf(points.values[i]));
+            dots.put(x, geometry.yOf(points.values[i]), genomeColor(walk.red()));
     }
-    paintLabel(canvas.painter(), label, labelStart, labelEnd, geometry.height);
+    canvas.setColor(genomeColor(walk.red()));
+    paintLabel(canvas, plot.tags[chromosome], labelStart, labelEnd, geometry.height);
 }
 
-QColor chromosomeColor(const PositionRange& highlight, int position) {
-    return highlight.contains(position) ? QColor(255, 50, 50) : QColor(50, 50, 255);
+QRgb chromosomeColor(const PositionRange& highlight, int position) {
+    return highlight.contains(position) ? qRgb(255, 50, 50) : qRgb(50, 50, 255);
 }
 
-void paintDots(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
+void paintDots(DotStamp& dots, const PlotGeometry& geometry, PlotPoints points,
                const PositionRange& highlight) {
     for (std::size_t i = 0; i < points.positions.size(); ++i) {
         if (std::isnan(points.values[i]))
             continue;
-        canvas.setColor(chromosomeColor(highlight, points.positions[i]));
-        canvas.painter().drawPoint(geometry.xOf(points.positions[i]),
-                                   geometry.yOf(points.values[i]));
+        dots.put(geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]),
+                 chromosomeColor(highlight, points.positions[i]));
     }
 }
 
 // A segment has the colour of the point it ends at.
 void paintSegments(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
                    const PositionRange& highlight) {
+    const auto pixelOf = [&](std::size_t i) {
+        return QPoint(geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]));
+    };
+    SegmentPath path(canvas.painter());
+    QPoint from = pixelOf(0);
     for (std::size_t i = 1; i < points.positions.size(); ++i) {
-        if (std::isnan(points.values[i - 1]) || std::isnan(points.values[i]))
-            continue;
-        canvas.setColor(chromosomeColor(highlight, points.positions[i]));
-        canvas.painter().drawLine(
-            geometry.xOf(points.positions[i - 1]), geometry.yOf(points.values[i - 1]),
-            geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]));
+        const QPoint to = pixelOf(i);
+        if (!std::isnan(points.values[i - 1]) && !std::isnan(points.values[i]))
+            path.add(from, to, chromosomeColor(highlight, points.positions[i]));
+        from = to;
     }
+    path.finish();
 }
 
 void paintPositionScale(Canvas& canvas, const PlotGeometry& geometry) {
@@ -188,10 +114,11 @@ QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const Genome
     QImage image = whiteImage(geometry);
     if (image.isNull())
         return image;
+    DotStamp dots(image, dotPen(linePenWidth));
     Canvas canvas(image, linePenWidth);
     if (plot.referenceLines)
         paintReferenceLines(canvas, geometry);
-    paintGenomePoints(canvas, geometry, points, plot);
+    paintGenomePoints(canvas, dots, geometry, points, plot);
     paintTitle(canvas, geometry,
                plot.title + QLatin1String(", max(-logP)=") + valueText(geometry.realMaxY));
     return image;
@@ -202,6 +129,7 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
     QImage image = whiteImage(geometry);
     if (image.isNull())
         return image;
+    DotStamp dots(image, dotPen(chromosomePenWidth));
     Canvas canvas(image, linePenWidth);
     if (plot.referenceLines)
         paintReferenceLines(canvas, geometry);
@@ -213,7 +141,7 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
     if (plot.joined)
         paintSegments(canvas, geometry, points, plot.highlight);
     else
-        paintDots(canvas, geometry, points, plot.highlight);
+        paintDots(dots, geometry, points, plot.highlight);
     paintTitle(canvas, geometry, QLatin1String("max=") + valueText(geometry.realMaxY));
     paintPositionScale(canvas, geometry);
     return image;

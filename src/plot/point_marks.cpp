@@ -1,0 +1,116 @@
+#include "plot/point_marks.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+// Far enough outside of any screen to draw nothing, near enough for the painter's own arithmetic.
+constexpr int farthestMerged = 10000;
+
+bool isNear(QPoint point) {
+    return point.y() > -farthestMerged && point.y() < farthestMerged;
+}
+
+} // namespace
+
+DotStamp::DotStamp(QImage& image, const QPen& pen)
+    : m_pixels(reinterpret_cast<QRgb*>(image.bits())),
+      m_lineLength(image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(QRgb))),
+      m_width(image.width()), m_height(image.height()), m_runs(runsOf(pen)),
+      m_eras(static_cast<size_t>(m_width) * static_cast<size_t>(m_height)) {
+    for (const Run& run : m_runs)
+        m_reach =
+            std::max({m_reach, std::abs(run.x), std::abs(run.x + run.length), std::abs(run.y)});
+    for (const Run& run : m_runs)
+        for (int i = 0; i < run.length; ++i)
+            m_offsets.push_back(run.y * m_lineLength + run.x + i);
+}
+
+std::vector<DotStamp::Run> DotStamp::runsOf(const QPen& pen) {
+    const int center = 2 * pen.width() + 2;
+    QImage sample(2 * center, 2 * center, QImage::Format_RGB32);
+    sample.fill(Qt::white);
+    QPen black(pen);
+    black.setColor(Qt::black);
+    QPainter painter(&sample);
+    painter.setPen(black);
+    painter.drawPoint(center, center);
+    painter.end();
+
+    std::vector<Run> runs;
+    for (int y = 0; y < sample.height(); ++y) {
+        bool inRun = false;
+        for (int x = 0; x < sample.width(); ++x) {
+            const bool isDrawn = sample.pixel(x, y) == qRgb(0, 0, 0);
+            if (isDrawn && inRun)
+                ++runs.back().length;
+            else if (isDrawn)
+                runs.push_back({x - center, y - center, 1});
+            inRun = isDrawn;
+        }
+    }
+    return runs;
+}
+
+void DotStamp::put(int x, int y, QRgb color) {
+    if (x < m_reach || y < m_reach || x >= m_width - m_reach || y >= m_height - m_reach) {
+        putAtEdge(x, y, color);
+        return;
+    }
+    if (color != m_color)
+        forget();
+    m_color = color;
+    quint32& era =
+        m_eras[static_cast<size_t>(x) * static_cast<size_t>(m_height) + static_cast<size_t>(y)];
+    if (era == m_era)
+        return;
+    era = m_era;
+    QRgb* const center = m_pixels + y * m_lineLength + x;
+    for (const std::ptrdiff_t offset : m_offsets)
+        center[offset] = color;
+}
+
+void DotStamp::putAtEdge(int x, int y, QRgb color) {
+    forget();
+    if (x <= -m_reach || y < -m_reach || x >= m_width + m_reach || y >= m_height + m_reach)
+        return;
+    for (const Run& run : m_runs) {
+        const int line = y + run.y;
+        const int start = std::max(x + run.x, 0);
+        const int end = std::min(x + run.x + run.length, m_width);
+        if (line >= 0 && line < m_height && start < end)
+            std::fill_n(m_pixels + line * m_lineLength + start, end - start, color);
+    }
+}
+
+void SegmentPath::add(QPoint from, QPoint to, QRgb color) {
+    if (from.x() != to.x() || !isNear(from) || !isNear(to)) {
+        finish();
+        draw(from, to, color);
+        return;
+    }
+    const auto [top, bottom] = std::minmax({from.y(), to.y()});
+    if (m_column && m_column->end == from && m_column->color == color) {
+        m_column->top = std::min(m_column->top, top);
+        m_column->bottom = std::max(m_column->bottom, bottom);
+        m_column->end = to;
+        return;
+    }
+    finish();
+    m_column = Column{to.x(), top, bottom, to, color};
+}
+
+void SegmentPath::finish() {
+    if (m_column)
+        draw({m_column->x, m_column->top}, {m_column->x, m_column->bottom}, m_column->color);
+    m_column.reset();
+}
+
+void SegmentPath::draw(QPoint from, QPoint to, QRgb color) {
+    QPen pen = m_painter.pen();
+    pen.setColor(QColor::fromRgb(color));
+    m_painter.setPen(pen);
+    m_painter.drawLine(from, to);
+}
