@@ -1,0 +1,237 @@
+#include "plain/plain_painter.h"
+#include "plot/plot_painter.h"
+#include "support/random.h"
+
+#include <QTest>
+#include <limits>
+
+// The program's painter against the plain one, pixel by pixel, on random data in both views.
+class RandomPlots : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_seed = runSeed(); }
+    void genome_data() { addGroups(); }
+    void genome();
+    void chromosome_data() { addGroups(); }
+    void chromosome();
+    void dotsAroundEveryEdge();
+    void manyPoints();
+
+private:
+    static void addGroups();
+
+    std::uint64_t m_seed = 0;
+};
+
+namespace {
+
+constexpr int groups = 10;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+QString whereTheyDiffer(const QImage& image, const QImage& expected) {
+    if (image.size() != expected.size())
+        return QStringLiteral("sizes %1 x %2, %3 x %4")
+            .arg(image.width())
+            .arg(image.height())
+            .arg(expected.width())
+            .arg(expected.height());
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != expected.pixel(x, y))
+                return QStringLiteral("at %1, %2: %3, expected %4")
+                    .arg(x)
+                    .arg(y)
+                    .arg(image.pixel(x, y), 8, 16)
+                    .arg(expected.pixel(x, y), 8, 16);
+    return {};
+}
+
+// How the positions of one plot come about, and its values.
+enum class Walk { Sorted, Anywhere, Column, Zigzag, Extreme };
+
+int nextPosition(Random& random, Walk walk, int position) {
+    switch (walk) {
+    case Walk::Sorted:
+        return position + random.below(2000);
+    case Walk::Anywhere:
+        return random.between(-100, 100'000);
+    case Walk::Column:
+        return position + (random.oneIn(20) ? random.below(5000) : 0);
+    case Walk::Zigzag:
+        return position + random.between(-300, 600);
+    case Walk::Extreme:
+        return static_cast<int>(random.bits());
+    }
+    return position;
+}
+
+double nextValue(Random& random, int oddness) {
+    if (random.oneIn(oddness))
+        return random.oneOf({notANumber, -notANumber, infinity, -infinity, 1e300, -1e300, 0.0, -0.0,
+                             1e10, -1e10, 5e-324, 40000.0});
+    return random.fraction() * random.oneOf({1.0, 3.0, 8.0, 40.0});
+}
+
+Points randomPoints(Random& random, int most) {
+    Points points;
+    const Walk walk = random.oneOf(
+        {Walk::Sorted, Walk::Sorted, Walk::Anywhere, Walk::Column, Walk::Zigzag, Walk::Extreme});
+    const int oddness = random.oneOf({5, 50, 1'000'000, 1'000'000});
+    int position = random.below(10'000);
+    double value = nextValue(random, oddness);
+    const bool isFlat = random.oneIn(10);
+    for (int count = random.below(random.oneOf({2, 4, most})) + (random.oneIn(20) ? 0 : 1);
+         count > 0; --count) {
+        points.positions.append(position);
+        points.values.append(value);
+        position = random.oneIn(30) ? position : nextPosition(random, walk, position);
+        value = isFlat ? value : nextValue(random, oddness);
+    }
+    return points;
+}
+
+QSize randomScreen(Random& random) {
+    if (random.oneIn(6)) // images of no more than a few pixels
+        return {random.between(0, 12), random.between(0, 12)};
+    return {random.between(50, 400), random.between(50, 300)};
+}
+
+// The points' own view; or part of it, so that points lie around and far outside of the image.
+PlotGeometry randomGeometry(Random& random, const Points& points) {
+    PlotGeometry geometry = plotGeometry(points, randomScreen(random));
+    if (random.oneIn(3))
+        return geometry;
+    const double zoom = random.oneOf({1.5, 3.0, 20.0, 1000.0});
+    if (random.oneIn(2)) {
+        geometry.pixPerX *= zoom;
+        geometry.minX = points.positions.isEmpty() ? 0 : random.oneOf(points.positions);
+    }
+    if (random.oneIn(2)) {
+        geometry.pixPerY *= zoom;
+        geometry.minY = points.values.isEmpty() ? 0.0 : random.oneOf(points.values) - 0.5;
+    }
+    if (random.oneIn(10))
+        geometry.pixPerX = random.oneOf({infinity, -infinity, notANumber, 0.0, -1.0});
+    if (random.oneIn(10))
+        geometry.pixPerY = random.oneOf({infinity, -infinity, notANumber, 0.0, -1.0});
+    return geometry;
+}
+
+GenomePlot randomGenome(Random& random, const Points& points) {
+    GenomePlot plot;
+    plot.title = random.oneOf({QStringLiteral("data.txt"), QString()});
+    plot.referenceLines = random.oneIn(2);
+    const bool isSorted = random.oneIn(2);
+    for (int count = random.oneOf({1, 2, 3, 10, 40}); count > 0; --count) {
+        plot.tags << random.oneOf({QStringLiteral("1"), QStringLiteral("chr2"), QString(),
+                                   QStringLiteral("X"), QString::number(count)});
+        plot.startValue << (points.positions.isEmpty() ? 0 : random.oneOf(points.positions));
+        plot.colorValue << random.oneOf({255, 50});
+    }
+    if (isSorted)
+        std::sort(plot.startValue.begin(), plot.startValue.end());
+    return plot;
+}
+
+ChromosomePlot randomChromosome(Random& random, const Points& points) {
+    ChromosomePlot plot;
+    plot.joined = random.oneIn(2);
+    plot.referenceLines = random.oneIn(2);
+    if (points.positions.isEmpty() || random.oneIn(2))
+        return plot;
+    plot.highlight = {random.oneOf(points.positions), random.oneOf(points.positions)};
+    if (!random.oneIn(8) && plot.highlight.low > plot.highlight.high)
+        std::swap(plot.highlight.low, plot.highlight.high);
+    return plot;
+}
+
+} // namespace
+
+void RandomPlots::addGroups() {
+    QTest::addColumn<int>("group");
+    for (int group = 0; group < groups; ++group)
+        QTest::addRow("group %d", group) << group;
+}
+
+void RandomPlots::genome() {
+    QFETCH(int, group);
+    Random random(m_seed + static_cast<std::uint64_t>(group));
+    for (int i = 0; i < randomCases(6000) / groups; ++i) {
+        const Points points = randomPoints(random, 400);
+        const PlotGeometry geometry = randomGeometry(random, points);
+        const GenomePlot plot = randomGenome(random, points);
+        const PlotPoints shown{points.positions, points.values};
+        const QString difference = whereTheyDiffer(paintGenome(geometry, shown, plot),
+                                                   plain::paintGenome(geometry, shown, plot));
+        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("case %1, ").arg(i) + difference));
+    }
+}
+
+void RandomPlots::chromosome() {
+    QFETCH(int, group);
+    Random random(m_seed + 1000 + static_cast<std::uint64_t>(group));
+    for (int i = 0; i < randomCases(6000) / groups; ++i) {
+        const Points points = randomPoints(random, 400);
+        const PlotGeometry geometry = randomGeometry(random, points);
+        const ChromosomePlot plot = randomChromosome(random, points);
+        const PlotPoints shown{points.positions, points.values};
+        const QString difference = whereTheyDiffer(paintChromosome(geometry, shown, plot),
+                                                   plain::paintChromosome(geometry, shown, plot));
+        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("case %1, ").arg(i) + difference));
+    }
+}
+
+// A dot on every pixel around the image's edge, one image for each.
+void RandomPlots::dotsAroundEveryEdge() {
+    PlotGeometry geometry = plotGeometry({{0, 20}, {0.0, 30.0}}, QSize(25, 40));
+    geometry.minX = 0;
+    geometry.minY = 0.0;
+    geometry.pixPerX = geometry.pixPerY = 1.0;
+    GenomePlot plot;
+    plot.tags << QString();
+    plot.startValue << 0;
+    plot.colorValue << 255;
+    for (int x = -6; x <= geometry.width + 6; ++x) {
+        for (int y = -6; y <= geometry.height + 6; ++y) {
+            const int position = x;
+            const double value = geometry.height - y;
+            const PlotPoints shown{{&position, 1}, {&value, 1}};
+            QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, plot),
+                                     plain::paintGenome(geometry, shown, plot)),
+                     QString());
+            QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, {}),
+                                     plain::paintChromosome(geometry, shown, {})),
+                     QString());
+        }
+    }
+}
+
+// As many points as a real chromosome has, on a real window's plot.
+void RandomPlots::manyPoints() {
+    Random random(m_seed);
+    Points points;
+    for (int i = 0; i < 30'000; ++i) {
+        points.positions.append(i * 70 + random.below(200));
+        points.values.append(-std::log10(random.fraction() + 1e-9));
+    }
+    const PlotGeometry geometry = plotGeometry(points, QSize(1000, 800));
+    const PlotPoints shown{points.positions, points.values};
+    for (const bool joined : {false, true}) {
+        ChromosomePlot plot;
+        plot.joined = joined;
+        plot.referenceLines = true;
+        plot.highlight = {500'000, 900'000};
+        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, plot),
+                                 plain::paintChromosome(geometry, shown, plot)),
+                 QString());
+    }
+    GenomePlot plot = randomGenome(random, points);
+    QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, plot),
+                             plain::paintGenome(geometry, shown, plot)),
+             QString());
+}
+
+QTEST_MAIN(RandomPlots)
+#include "tst_random_plots.moc"
