@@ -32,6 +32,8 @@ box() {
     drag "${@:2}"
     takePicture "$out/$1"
     drop
+    # Off the window: a mouse at rest over the plot brings up its tool tip.
+    xdotool mousemove 1270 1010
 }
 
 openGenome() {
