@@ -10,6 +10,7 @@
 #include "shell/desktop_identity.h"
 #include "shell/help_texts.h"
 #include "shell/readable_text.h"
+#include "shell/wait_cursor.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -441,6 +442,7 @@ void MyWidget::listDataFiles() {
 
 void MyWidget::getManhattan0() {
     QFile dataFile(dataFileName());
+    const WaitCursor waitCursor(dataFile.size());
     AssociationFile file(dataFile);
     if (const std::optional<Fault> fault = file.open())
         endProcess(*fault);
@@ -458,6 +460,7 @@ void MyWidget::getManhattan0() {
 
 void MyWidget::getManhattan() {
     QFile dataFile(dataFileName());
+    const WaitCursor waitCursor(dataFile.size());
     AssociationFile file(dataFile);
     if (const std::optional<Fault> fault = file.open())
         endProcess(*fault);

@@ -22,13 +22,13 @@ struct Marks {
 };
 
 template <typename Vector, typename Mask>
-uint64_t bitsOf(Vector vector, Mask mask) {
+HWY_INLINE uint64_t bitsOf(Vector vector, Mask mask) {
     uint8_t bytes[8] = {};
     hn::StoreMaskBits(vector, mask, bytes);
     return qFromLittleEndian<quint64>(bytes);
 }
 
-Marks marksOf(const uint8_t* block, uint8_t delimiter) {
+HWY_INLINE Marks marksOf(const uint8_t* block, uint8_t delimiter) {
     const hn::CappedTag<uint8_t, fieldBlockSize> vector;
     const auto delimiters = hn::Set(vector, delimiter);
     const auto lineFeeds = hn::Set(vector, static_cast<uint8_t>('\n'));
@@ -45,7 +45,7 @@ Marks marksOf(const uint8_t* block, uint8_t delimiter) {
 
 // Most blocks hold one line end or none, but several field ends. Writing four at a time, the last
 // of them perhaps for nothing, spares the processor most of its wrong guesses at where to stop.
-void listMarks(const Marks& marks, size_t block, FieldEnds& ends) {
+HWY_INLINE void listMarks(const Marks& marks, size_t block, FieldEnds& ends) {
     for (uint64_t rest = marks.lineEnds; rest != 0; rest &= rest - 1) {
         const uint64_t upToLineEnd = rest ^ (rest - 1);
         ends.lines[ends.lineCount++] =

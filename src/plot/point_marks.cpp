@@ -74,7 +74,7 @@ void DotStamp::put(int x, int y, QRgb color) {
 
 void DotStamp::putAtEdge(int x, int y, QRgb color) {
     forget();
-    if (x <= -m_reach || y < -m_reach || x >= m_width + m_reach || y >= m_height + m_reach)
+    if (x < -m_reach || y < -m_reach || x >= m_width + m_reach || y >= m_height + m_reach)
         return;
     for (const Run& run : m_runs) {
         const int line = y + run.y;
