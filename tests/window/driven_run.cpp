@@ -63,10 +63,12 @@ void DrivenRun::play(const QStringList& script) {
     process.setProcessEnvironment(environment(m_home));
     process.setWorkingDirectory(path(QString()));
     process.start(QStringLiteral(PELMARK_DRIVEN), QStringList());
-    if (!process.waitForFinished(limitInMilliseconds))
-        qFatal("the driven program neither started nor ended");
-    m_exitStatus = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    const bool hasEnded = process.waitForFinished(limitInMilliseconds);
+    const bool isNormal = hasEnded && process.exitStatus() == QProcess::NormalExit;
+    m_exitStatus = isNormal ? process.exitCode() : -1;
     m_standardError = process.readAllStandardError();
+    if (!hasEnded)
+        m_standardError += "neither started nor ended: " + process.errorString().toUtf8();
     readStates();
 }
 

@@ -23,7 +23,7 @@ public:
     // The same, and a test failure unless it ended with that status and had nothing to complain of.
     bool playTo(int exitStatus, const QStringList& script);
 
-    int exitStatus() const { return m_exitStatus; } // -1 when it was killed or crashed
+    int exitStatus() const { return m_exitStatus; } // -1 when killed, crashed, or never started
     QStringList complaints() const;                 // on standard error, less the known one
     bool hasKnownWarning() const;
 

@@ -16,7 +16,8 @@
 namespace {
 
 constexpr int patienceInMilliseconds = 120'000; // for one command, on the slowest machine
-constexpr int pollInMilliseconds = 2;
+constexpr int pollInMilliseconds = 1;
+constexpr int settledPolls = 3; // widgets that were just shown or hidden get their places first
 constexpr int graceInMilliseconds = 2'000; // for a program that runs on behind its script
 
 class Driver : public QObject {
@@ -48,12 +49,14 @@ private:
         if (m_next == m_commands.size())
             return endScript();
         const Command& command = m_commands[m_next];
-        if (!isReady(command)) {
+        m_readyPolls = isReady(command) ? m_readyPolls + 1 : 0;
+        if (m_readyPolls < settledPolls) {
             if (m_waiting.elapsed() > patienceInMilliseconds)
                 giveUp(command.lineNumber, QStringLiteral("waited too long to ") + command.name);
             schedule(pollInMilliseconds);
             return;
         }
+        m_readyPolls = 0;
         ++m_next;
         m_waiting.restart();
         schedule(0);
@@ -68,6 +71,7 @@ private:
     QList<Command> m_commands;
     qsizetype m_next = 0;
     QElapsedTimer m_waiting;
+    int m_readyPolls = 0;
     bool m_seen = false;
 };
 
