@@ -8,7 +8,7 @@ Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
     QByteArray labelBytes;
     appendUtf8(label, labelBytes);
     const std::string_view wanted(labelBytes.constData(), static_cast<size_t>(labelBytes.size()));
-    Points points;
+    PointCollector points;
     Record record;
     Marker marker;
     // The line before the first counts as one with an empty label, which an empty label matches.
@@ -25,12 +25,11 @@ Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
             return *fault;
         if (result == MarkerResult::Skipped)
             continue;
-        points.positions.append(marker.position);
-        points.values.append(marker.value);
+        points.append(marker.position, marker.value);
     }
     if (file.fault())
         return *file.fault();
-    if (points.positions.size() < 2)
+    if (points.size() < 2)
         return Fault::TooFewChromosomePoints;
-    return points;
+    return points.take();
 }

@@ -18,7 +18,7 @@ struct Chromosome {
 };
 
 // Reads all points, still at their position in units within their chromosome.
-std::optional<Fault> readPoints(AssociationFile& file, Points& points,
+std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
                                 QList<Chromosome>& chromosomes) {
     Record record;
     Marker marker;
@@ -29,9 +29,8 @@ std::optional<Fault> readPoints(AssociationFile& file, Points& points,
             continue;
         }
         if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome)
-            chromosomes.append({std::string(record.chromosome), points.positions.size()});
-        points.positions.append(marker.position / basePairsPerUnit);
-        points.values.append(marker.value);
+            chromosomes.append({std::string(record.chromosome), points.size()});
+        points.append(marker.position / basePairsPerUnit, marker.value);
     }
     return file.fault();
 }
@@ -71,12 +70,14 @@ ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& 
 } // namespace
 
 Result<GenomeScan> scanGenome(AssociationFile& file) {
-    GenomeScan scan;
+    PointCollector points;
     QList<Chromosome> chromosomes;
-    if (const std::optional<Fault> fault = readPoints(file, scan.points, chromosomes))
+    if (const std::optional<Fault> fault = readPoints(file, points, chromosomes))
         return *fault;
-    if (scan.points.positions.size() < 2)
+    if (points.size() < 2)
         return Fault::TooFewGenomePoints;
+    GenomeScan scan;
+    scan.points = points.take();
     layEndToEnd(scan.points.positions, chromosomes);
     scan.chromosomes = indexOf(chromosomes, scan.points.positions);
     return scan;

@@ -5,61 +5,66 @@
 #include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
+struct Digits {
+    uint64_t number; // the digits as a whole number, behind those that were there before
+    const char* end; // behind the last digit
+};
+
+Digits readDigits(const char* at, const char* end, uint64_t before) {
+    uint64_t number = before;
+    for (; at != end; ++at) {
+        const auto digit = static_cast<unsigned char>(*at - '0');
+        if (digit > 9)
+            break;
+        number = number * 10 + digit;
+    }
+    return {number, at};
 }
 
 // A plain number: digits, perhaps a point between digits, perhaps an exponent of up to four digits.
 struct PlainReal {
     bool isPlain = false;
     uint64_t digits = 0; // all digits as one whole number; meaningless from 20 digits on
-    size_t digitCount = 0;
-    int exponent = 0; // of ten, that the digits are to be multiplied by
+    std::ptrdiff_t digitCount = 0;
+    std::ptrdiff_t exponent = 0; // of ten, that the digits are to be multiplied by
 };
 
-// Reads digits from `at` on into the number; returns how many.
-size_t takeDigits(const char*& at, const char* end, uint64_t& number) {
-    const char* const start = at;
-    for (; at != end && isDigit(*at); ++at)
-        number = number * 10 + static_cast<uint64_t>(*at - '0');
-    return static_cast<size_t>(at - start);
-}
-
-// Reads what stands behind an "e"; false where that is no exponent, or too long a one.
-bool takeExponent(const char*& at, const char* end, int& exponent) {
+// Adds the exponent between `at`, behind the "e", and the field's end. False where it is none.
+bool addExponent(const char* at, const char* end, PlainReal& real) {
     const bool isNegative = at != end && *at == '-';
     if (at != end && (*at == '-' || *at == '+'))
         ++at;
-    uint64_t number = 0;
-    const size_t count = takeDigits(at, end, number);
-    if (count < 1 || count > 4)
-        return false;
-    exponent += isNegative ? -static_cast<int>(number) : static_cast<int>(number);
-    return true;
+    const Digits exponent = readDigits(at, end, 0);
+    const std::ptrdiff_t count = exponent.end - at;
+    const auto number = static_cast<std::ptrdiff_t>(exponent.number);
+    real.exponent += isNegative ? -number : number;
+    return exponent.end == end && count >= 1 && count <= 4;
 }
 
 PlainReal parsePlainReal(std::string_view field) {
-    const char* at = field.data();
-    const char* const end = at + field.size();
+    const char* const start = field.data();
+    const char* const end = start + field.size();
     PlainReal real;
-    real.digitCount = takeDigits(at, end, real.digits);
-    bool isPlain = real.digitCount > 0;
-    if (at != end && *at == '.') {
-        ++at;
-        const size_t fraction = takeDigits(at, end, real.digits);
-        isPlain = isPlain && fraction > 0;
-        real.digitCount += fraction;
-        real.exponent = -static_cast<int>(fraction);
+    Digits digits = readDigits(start, end, 0);
+    real.digitCount = digits.end - start;
+    real.isPlain = real.digitCount > 0;
+    if (digits.end != end && *digits.end == '.') {
+        const char* const afterPoint = digits.end + 1;
+        digits = readDigits(afterPoint, end, digits.number);
+        real.exponent = afterPoint - digits.end;
+        real.digitCount -= real.exponent;
+        real.isPlain = real.isPlain && real.exponent < 0;
     }
-    if (at != end && (*at == 'e' || *at == 'E')) {
-        ++at;
-        isPlain = isPlain && takeExponent(at, end, real.exponent);
+    real.digits = digits.number;
+    if (digits.end != end) {
+        const bool isExponent = *digits.end == 'e' || *digits.end == 'E';
+        real.isPlain = real.isPlain && isExponent && addExponent(digits.end + 1, end, real);
     }
-    real.isPlain = isPlain && at == end;
     return real;
 }
 
@@ -91,16 +96,14 @@ std::optional<double> toRealByToolkit(std::string_view field) {
 
 std::optional<int> toInteger(std::string_view field) {
     constexpr size_t safeDigits = 9; // any such number fits
-    int number = 0;
-    bool isPlain = !field.empty() && field.size() <= safeDigits;
-    for (size_t i = 0; isPlain && i < field.size(); ++i) {
-        isPlain = isDigit(field[i]);
-        number = number * 10 + (field[i] - '0');
+    if (!field.empty() && field.size() <= safeDigits) {
+        const char* const end = field.data() + field.size();
+        const Digits digits = readDigits(field.data(), end, 0);
+        if (digits.end == end)
+            return static_cast<int>(digits.number);
     }
-    if (isPlain)
-        return number;
     bool ok = false;
-    number = fromUtf8(field).toInt(&ok);
+    const int number = fromUtf8(field).toInt(&ok);
     return ok ? std::optional(number) : std::nullopt;
 }
 

@@ -7,14 +7,12 @@ namespace {
 
 template <typename Test>
 Points pointsThat(Test pass, const Points& points) {
-    Points passed;
+    PointCollector passed;
     for (qsizetype i = 0; i < points.positions.size(); ++i) {
-        if (!pass(points.positions[i], points.values[i]))
-            continue;
-        passed.positions.append(points.positions[i]);
-        passed.values.append(points.values[i]);
+        if (pass(points.positions[i], points.values[i]))
+            passed.append(points.positions[i], points.values[i]);
     }
-    return passed;
+    return passed.take();
 }
 
 } // namespace
