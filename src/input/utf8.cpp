@@ -26,6 +26,12 @@ bool isSurrogateCode(std::string_view bytes) {
     return bytes.size() >= 3 && bytes[0] == '\xED' && static_cast<unsigned char>(bytes[1]) >= 0xA0;
 }
 
+// A byte-order mark at the front is text like any other here, but the toolkit takes it away.
+QString plainText(std::string_view bytes) {
+    const QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    return bytes.starts_with("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 QChar surrogateOf(std::string_view code) {
     return QChar((code[0] & 0x0F) << 12 | (code[1] & 0x3F) << 6 | (code[2] & 0x3F));
 }
@@ -50,7 +56,7 @@ QString fromUtf8(std::string_view bytes) {
         size_t to = from;
         while (to < bytes.size() && !isSurrogateCode(bytes.substr(to)))
             ++to;
-        text.append(QString::fromUtf8(bytes.data() + from, static_cast<qsizetype>(to - from)));
+        text.append(plainText(bytes.substr(from, to - from)));
         if (to < bytes.size())
             text.append(surrogateOf(bytes.substr(to)));
         from = to + 3;

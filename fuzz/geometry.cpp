@@ -1,0 +1,100 @@
+// The way from points to pixels and back, and the boxes drawn there: never undefined, and what it
+// leads to is what must hold for any data. Input: screen, box, points.
+
+#include "finding.h"
+#include "plot/chromosome_walk.h"
+#include "plot/plot_geometry.h"
+#include "points_input.h"
+#include "selection/box.h"
+
+#include <cstdlib>
+
+namespace {
+
+// Data as most files hold it: from left to right, and no sum of positions leaves the numbers'
+// range.
+bool isOrdinary(const PlotGeometry& geometry) {
+    constexpr int farthest = 900'000'000;
+    return geometry.realMinX < geometry.realMaxX && std::abs(geometry.realMinX) < farthest &&
+           std::abs(geometry.realMaxX) < farthest && geometry.width > 0;
+}
+
+void checkWayBack(const PlotGeometry& geometry, const Points& points) {
+    for (const int position : points.positions) {
+        if (position < geometry.realMinX || position > geometry.realMaxX)
+            continue;
+        const int x = geometry.xOf(position);
+        mustHold(x >= 0 && x <= geometry.width, "column in the image", {}, QString::number(x));
+        const double short_ = position - geometry.positionAt(x);
+        mustHold(short_ >= 0.0 && short_ <= 1.0 + 1.0 / geometry.pixPerX, "position of a column",
+                 QString::number(position), QString::number(geometry.positionAt(x)));
+    }
+}
+
+void checkBox(const PlotGeometry& geometry, const PixelBox& drawn, const Points& points) {
+    const QSize image(geometry.width, geometry.height);
+    const PixelBox box = drawn.within(image);
+    mustHold(box.start.x() <= box.end.x() && box.start.y() <= box.end.y(), "corners in order");
+    mustHold(box.start.x() >= 0 && box.end.x() <= image.width() && box.start.y() >= 0 &&
+                 box.end.y() <= image.height(),
+             "box in the image");
+    const DataBox data = dataBox(box, geometry);
+    mustHold(!(data.minX > data.maxX) && !(data.minY > data.maxY), "data box in order");
+    const Points inside = pointsInside(points, data);
+    const Points outside = pointsOutside(points, data);
+    mustHold(inside.positions.size() == inside.values.size() &&
+                 outside.positions.size() == outside.values.size(),
+             "aligned lists");
+    mustHold(inside.positions.size() + outside.positions.size() == points.positions.size(),
+             "no point lost");
+    for (qsizetype i = 0; i < inside.positions.size(); ++i)
+        mustHold(inside.positions[i] >= data.minX && inside.positions[i] <= data.maxX &&
+                     inside.values[i] >= data.minY && inside.values[i] <= data.maxY,
+                 "inside the box");
+}
+
+void checkChromosomes(const QList<int>& starts) {
+    QVector<int> ends;
+    for (const int start : starts)
+        ends.append(start / 2 + 1000);
+    ChromosomeWalk walk(starts, ends);
+    int red = 255;
+    for (const int position : starts) {
+        const int picked = chromosomeAt(position, starts, ends).value_or(-1);
+        mustHold(picked >= 0 && picked < starts.size(), "chromosome of the index");
+        mustHold(picked == 0 || (starts[picked] <= position && position <= ends[picked]),
+                 "chromosome around the position");
+        qsizetype k = starts.size() - 1;
+        while (k > 0 && starts[k] > position)
+            --k;
+        red = k > 0 ? ends[k] : red;
+        mustHold(walk.step(position) == k && walk.red() == red, "walk along the chromosomes");
+    }
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    Input input(bytes, size);
+    const QSize screen(input.number<std::uint16_t>() % 7681, input.number<std::uint16_t>() % 4321);
+    const auto corner = [&] {
+        return QPoint(input.number<std::int16_t>(), input.number<std::int16_t>());
+    };
+    const PixelBox box{corner(), corner()};
+    const Points points = pointsFrom(input, 1000);
+    const PlotGeometry geometry = plotGeometry(points, screen);
+    mustHold(geometry.width == screen.width() * 8 / 10 &&
+                 geometry.height == screen.height() * 3 / 4,
+             "image's size");
+    for (qsizetype i = 0; i < points.positions.size(); ++i) {
+        geometry.xOf(points.positions[i]);
+        geometry.yOf(points.values[i]);
+    }
+    if (isOrdinary(geometry))
+        checkWayBack(geometry, points);
+    checkBox(geometry, box, points);
+    mustHold(!points.positions.isEmpty() || geometry.minX == -1, "view without points");
+    if (!points.positions.isEmpty())
+        checkChromosomes(points.positions);
+    return 0;
+}

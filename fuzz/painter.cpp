@@ -1,0 +1,61 @@
+// Both plots against the plain painter, pixel by pixel. Input: screen, options, chromosomes,
+// points.
+
+#include "finding.h"
+#include "plain/plain_painter.h"
+#include "plot/plot_geometry.h"
+#include "plot/plot_painter.h"
+#include "points_input.h"
+
+#include <QGuiApplication>
+
+namespace {
+
+// Fonts need an application, which needs no screen.
+void startToolkit() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char* argv[] = {name, nullptr};
+    static QGuiApplication application(argc, argv);
+}
+
+GenomePlot genomeFrom(Input& input) {
+    GenomePlot plot;
+    plot.title = QStringLiteral("file.txt");
+    plot.referenceLines = input.flag();
+    const int count = 1 + input.below(5);
+    for (int i = 0; i < count; ++i) {
+        plot.tags.append(QString(QChar(u'1' + input.below(3))));
+        plot.startValue.append(positionFrom(input));
+        plot.colorValue.append(i % 2 == 0 ? 255 : 50);
+    }
+    return plot;
+}
+
+ChromosomePlot chromosomeFrom(Input& input) {
+    ChromosomePlot plot;
+    plot.referenceLines = input.flag();
+    plot.joined = input.flag();
+    plot.highlight = {positionFrom(input), positionFrom(input)};
+    return plot;
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    startToolkit();
+    Input input(bytes, size);
+    const QSize screen(input.number<std::uint8_t>(), input.number<std::uint8_t>());
+    const ChromosomePlot chromosome = chromosomeFrom(input);
+    const GenomePlot genome = genomeFrom(input);
+    const Points data = pointsFrom(input, 300);
+    const PlotGeometry geometry = plotGeometry(data, screen);
+    const PlotPoints points{data.positions, data.values};
+    mustHold(paintChromosome(geometry, points, chromosome) ==
+                 plain::paintChromosome(geometry, points, chromosome),
+             "chromosome plot");
+    mustHold(paintGenome(geometry, points, genome) == plain::paintGenome(geometry, points, genome),
+             "genome plot");
+    return 0;
+}
