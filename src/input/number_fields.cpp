@@ -41,9 +41,11 @@ bool addExponent(const char* at, const char* end, PlainReal& real) {
         ++at;
     const Digits exponent = readDigits(at, end, 0);
     const std::ptrdiff_t count = exponent.end - at;
+    if (exponent.end != end || count < 1 || count > 4)
+        return false;
     const auto number = static_cast<std::ptrdiff_t>(exponent.number);
     real.exponent += isNegative ? -number : number;
-    return exponent.end == end && count >= 1 && count <= 4;
+    return true;
 }
 
 PlainReal parsePlainReal(std::string_view field) {
