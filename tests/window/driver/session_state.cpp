@@ -4,6 +4,7 @@
 
 #include <QCryptographicHash>
 #include <QJsonArray>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -15,6 +16,8 @@ QJsonValue exact(int number) {
 }
 
 QJsonValue exact(double number) {
+    if (std::isnan(number))
+        return QStringLiteral("nan"); // whatever its sign
     char text[64];
     std::snprintf(text, sizeof text, "%.17g", number);
     return QString::fromLatin1(text);
