@@ -179,4 +179,4 @@ void Saving::specialFilesAreWrittenInPlace() {
 }
 
 QTEST_GUILESS_MAIN(Saving)
-#include "tst_saving.moc"
+#include "tst_table_saving.moc"
