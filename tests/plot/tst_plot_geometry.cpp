@@ -13,6 +13,7 @@ private slots:
     void positions();
     void values_data();
     void values();
+    void zeros();
     void imageSize_data();
     void imageSize();
     void noPoints();
@@ -134,6 +135,14 @@ void PlotGeometryTest::values() {
     QVERIFY2(same(geometry.maxY, maxY), qPrintable(QString::number(geometry.maxY, 'g', 17)));
     QVERIFY2(same(geometry.pixPerY, pixPerY), qPrintable(QString::number(geometry.pixPerY)));
     QVERIFY(geometry.realMaxY == realMaxY);
+}
+
+// Of two values that are equal, the first counts.
+void PlotGeometryTest::zeros() {
+    const PlotGeometry plain = plotGeometry({{1, 2}, {0.0, -0.0}}, screen);
+    QVERIFY(!std::signbit(plain.minY) && !std::signbit(plain.realMaxY));
+    const PlotGeometry minus = plotGeometry({{1, 2}, {-0.0, 0.0}}, screen);
+    QVERIFY(std::signbit(minus.minY) && std::signbit(minus.realMaxY));
 }
 
 void PlotGeometryTest::imageSize_data() {

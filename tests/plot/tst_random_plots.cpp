@@ -16,6 +16,8 @@ private slots:
     void chromosome_data() { addGroups(); }
     void chromosome();
     void dotsAroundEveryEdge();
+    void crowdedImages();
+    void segmentsInOneColumn();
     void manyPoints();
 
 private:
@@ -205,6 +207,64 @@ void RandomPlots::dotsAroundEveryEdge() {
                                      plain::paintChromosome(geometry, shown, {})),
                      QString());
         }
+    }
+}
+
+// Dots of both colours, labels and title all on the same few pixels, each drawn over many times.
+void RandomPlots::crowdedImages() {
+    Random random(m_seed);
+    for (int i = 0; i < randomCases(6000) / 10; ++i) {
+        PlotGeometry geometry;
+        geometry.width = random.between(6, 40);
+        geometry.height = random.between(6, 30);
+        geometry.minX = 0;
+        geometry.pixPerX = 0.001;
+        geometry.pixPerY = 1.0;
+        Points points;
+        for (int count = 400; count > 0; --count) {
+            points.positions.append(random.below(1000 * geometry.width));
+            points.values.append(random.between(-1, geometry.height + 1));
+        }
+        const PlotPoints shown{points.positions, points.values};
+        const int middle = 1000 * random.below(geometry.width) + 500;
+        ChromosomePlot chromosome;
+        chromosome.highlight = {0, middle};
+        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, chromosome),
+                                 plain::paintChromosome(geometry, shown, chromosome)),
+                 QString());
+        GenomePlot genome;
+        genome.tags = QStringList{"HHH", "WWW", "XX"};
+        genome.startValue = {0, middle, middle + 1500};
+        genome.colorValue = {255, random.oneOf({50, 255}), random.oneOf({50, 255})};
+        QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, genome),
+                                 plain::paintGenome(geometry, shown, genome)),
+                 QString());
+    }
+}
+
+// Runs up and down one column, within the image and to the ends of all ints.
+void RandomPlots::segmentsInOneColumn() {
+    Random random(m_seed);
+    for (int i = 0; i < randomCases(6000) / 10; ++i) {
+        PlotGeometry geometry;
+        geometry.width = 20;
+        geometry.height = 60;
+        geometry.minX = 0;
+        geometry.pixPerX = 0.01;
+        geometry.pixPerY = 1.0;
+        const double reach = random.oneOf({30.0, 100.0, 9990.0, 10'100.0, 33'000.0, 1e6, 3e9});
+        Points points;
+        for (int count = random.between(2, 12); count > 0; --count) {
+            points.positions.append(1000 + random.below(random.oneOf({100, 110})));
+            points.values.append(std::floor(2.0 * reach * (random.fraction() - 0.5)));
+        }
+        ChromosomePlot plot;
+        plot.joined = true;
+        plot.highlight = {1000, random.oneOf({0, 1050})};
+        const PlotPoints shown{points.positions, points.values};
+        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, plot),
+                                 plain::paintChromosome(geometry, shown, plot)),
+                 QString());
     }
 }
 
