@@ -15,12 +15,10 @@ struct HelpText {
 };
 
 constexpr HelpText helpTexts[] = {
-    {"imageLabel", "Plot",
-     "Draw a box with the mouse: over the genome to open a chromosome, over a chromosome to zoom "
-     "in",
-     "The markers, -log10 of the p-value upwards against position. In the genome view a box opens "
-     "the "
-     "chromosome under its middle. In the chromosome view it zooms to the points inside the box."},
+    {"imageLabel", "Plot", "Draw a box to open a chromosome, or to zoom in",
+     "The markers, -log10 of the p-value upwards against position. In the genome view a box drawn "
+     "with the mouse opens the chromosome under its middle. In the chromosome view it zooms to the "
+     "points inside the box."},
     {"nameLabel", "", "The name of the data file",
      "The name of the data file, at most its first 30 bytes. The file itself is never changed."},
     {"hintLabel", "", "What to do next", "What to do next in the genome view."},
@@ -31,12 +29,11 @@ constexpr HelpText helpTexts[] = {
      "the "
      "usual level of genome-wide significance."},
     {"rangeStartEdit", "First position to mark",
-     "First position to mark in red, or a range as in 1000-2000; shown when the plot is next drawn",
+     "First position to mark in red, or a range as in 1000-2000",
      "The first position of a range that is marked in red, in base pairs; or the whole range, as "
      "in "
      "1000-2000. It shows when the plot is next drawn: a click on a check box does so."},
-    {"rangeEndEdit", "Last position to mark",
-     "Last position to mark in red; shown when the plot is next drawn",
+    {"rangeEndEdit", "Last position to mark", "Last position to mark in red",
      "The last position of the range that is marked in red, in base pairs. It is not needed when "
      "the "
      "field before holds the whole range."},
