@@ -111,13 +111,14 @@ void RandomFiles::aroundTheStreamsSteps_data() {
 }
 
 // The stream of the plain reader takes a file in steps of 16384 bytes, and here and there it shows:
-// so the text in question stands at every place before, on and behind the end of such a step.
+// so the text in question stands at every place before, on and behind the end of such a step, and
+// of half a one.
 void RandomFiles::aroundTheStreamsSteps() {
     QFETCH(QByteArray, text);
     constexpr qsizetype step = 16384;
     const QByteArray header = "x\tchr\tpos\tp\n";
-    for (const qsizetype steps : {1, 2}) {
-        for (qsizetype place = steps * step - 20; place <= steps * step + 2; ++place) {
+    for (const qsizetype end : {step / 2, step, 2 * step}) {
+        for (qsizetype place = end - 20; place <= end + 2; ++place) {
             for (const QByteArray& lead : {QByteArray(), QByteArray("\xc3\xa9")}) {
                 const QByteArray filler(place - header.size() - lead.size() - 1, 'x');
                 const QByteArray file = header + lead + filler + '\t' + text + "\t12\t0.5\n7\t" +

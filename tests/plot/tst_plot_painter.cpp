@@ -16,6 +16,7 @@ private slots:
     void genomeColors();
     void genomeColorLeftOfAll();
     void laterDotsLieOnTop();
+    void dotsLieOnEarlierLabels();
     void highlightColors();
     void segments();
     void oneAndNoSegment();
@@ -179,6 +180,29 @@ void PlotPainter::laterDotsLieOnTop() {
         const QImage chromosome = painter.chromosome(unitGeometry(), pointsOf(points), plot);
         QCOMPARE(differing(pixels(chromosome, blue), dot(49, 50, 4)), QRegion());
         QCOMPARE(differing(pixels(chromosome, red), dot(51, 50, 4) - dot(49, 50, 4)), QRegion());
+    }
+}
+
+// A label in between, in a colour that no dot ever had since its points are no numbers, is painted
+// over by a dot that comes again.
+void PlotPainter::dotsLieOnEarlierLabels() {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    PlotGeometry geometry = unitGeometry();
+    geometry.pixPerX = 0.01;
+    GenomePlot plot = genomeOf({0, 5000, 7550});
+    plot.tags = QStringList{"", "HHHHHHHHHH", " "};
+    Points dots;
+    for (int value = 3; value < 20; ++value) {
+        dots.positions << 7560;
+        dots.values << value;
+    }
+    Points points = dots;
+    points.positions << QList<int>{6500, 7549} << dots.positions;
+    points.values << QList<double>{nan, nan} << dots.values;
+    for (const Painter& painter : painters) {
+        const QImage image = painter.genome(geometry, pointsOf(points), plot);
+        QVERIFY(!ink(image, QRect(65, 80, 8, 20)).isEmpty());
+        QCOMPARE(differing(pixels(image, red, 80, 97), QRegion(74, 80, 2, 17)), QRegion());
     }
 }
 

@@ -223,7 +223,8 @@ void RandomPlots::crowdedImages() {
         Points points;
         for (int count = 400; count > 0; --count) {
             points.positions.append(random.below(1000 * geometry.width));
-            points.values.append(random.between(-1, geometry.height + 1));
+            const bool isNumber = !random.oneIn(8);
+            points.values.append(isNumber ? random.between(-1, geometry.height + 1) : notANumber);
         }
         const PlotPoints shown{points.positions, points.values};
         const int middle = 1000 * random.below(geometry.width) + 500;
