@@ -4,6 +4,7 @@
 #include "input/chromosome_load.h"
 #include "input/genome_scan.h"
 #include "int_arithmetic.h"
+#include "output/plot_image.h"
 #include "output/point_table.h"
 #include "plot/plot_painter.h"
 #include "selection/box.h"
@@ -579,7 +580,7 @@ void MyWidget::showRemaining() {
 
 void MyWidget::Save() {
     if (globaldisplay == 1)
-        genomePixmap.save(shortText() + QLatin1String(".png"));
+        savePlotImage(genomePixmap, shortText() + QLatin1String(".png"));
     else
         makeFile();
 }
@@ -607,6 +608,6 @@ bool MyWidget::makeFile() {
     const QString table = tableName(chosenPath);
     if (!savePointTable(table, shownSet(), Tag[0]))
         endProcess(QStringLiteral("Could not generate outpout file!"));
-    plotPixmap.save(imageName(table));
+    savePlotImage(plotPixmap, imageName(table));
     return true;
 }

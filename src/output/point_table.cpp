@@ -1,21 +1,13 @@
 #include "output/point_table.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
+#include "output/replaced_file.h"
+
+#include <QIODevice>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
 namespace {
-
-constexpr QIODevice::OpenMode writing = QIODevice::WriteOnly | QIODevice::Text;
-
-// To put a finished file in the place of a device, or of a pipe, would be to lose the device.
-bool isSpecial(const QString& fileName) {
-    const QFileInfo info(fileName);
-    return info.exists() && !info.isFile();
-}
 
 // As the toolkit's text stream writes it: six significant digits, the shorter of fixed and
 // scientific form. The library's general form is the same, many times quicker, but for numbers that
@@ -71,11 +63,6 @@ bool writePointTable(QIODevice& device, const Points& points, const QString& lab
 }
 
 bool savePointTable(const QString& fileName, const Points& points, const QString& label) {
-    if (isSpecial(fileName)) {
-        QFile file(fileName);
-        return file.open(writing) && writePointTable(file, points, label) && file.flush();
-    }
-    QSaveFile file(fileName);
-    file.setDirectWriteFallback(true);
-    return file.open(writing) && writePointTable(file, points, label) && file.commit();
+    return replaceFile(fileName, QIODevice::Text,
+                       [&](QIODevice& device) { return writePointTable(device, points, label); });
 }

@@ -17,7 +17,5 @@ QString imageName(const QString& tableName);
 // the first failure to write.
 bool writePointTable(QIODevice& device, const Points& points, const QString& label);
 
-// Writes the table to a file, which takes an older file's place only when it is complete. Where no
-// new file may be made, or the name is that of a device, it is written in place. False when it
-// could not be written whole; an older file in a folder that takes new ones then is as it was.
+// Writes the table to a file as replaceFile() does. False when it could not be written whole.
 bool savePointTable(const QString& fileName, const Points& points, const QString& label);

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
@@ -59,9 +60,12 @@ QJsonObject widgetState(QWidget* widget) {
     return state;
 }
 
+// A device may stand in the log's place, and have no end.
 QString logText() {
     QFile log(QStringLiteral("Pelmark_log.txt"));
-    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+    return QFileInfo(log).isFile() && log.open(QIODevice::ReadOnly)
+               ? QString::fromUtf8(log.readAll())
+               : QString();
 }
 
 void addMembers(QJsonObject& state) {

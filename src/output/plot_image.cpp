@@ -1,0 +1,9 @@
+#include "output/plot_image.h"
+
+#include "output/replaced_file.h"
+
+#include <QPixmap>
+
+bool savePlotImage(const QPixmap& image, const QString& fileName) {
+    return replaceFile(fileName, {}, [&](QIODevice& device) { return image.save(&device, "PNG"); });
+}
