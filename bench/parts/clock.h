@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <cstdio>
+#include <utility>
+
+// Does the task, tells on standard output how many seconds it took, and returns what it returned.
+template <typename Task>
+auto timed(const QByteArray& name, Task task) {
+    QElapsedTimer watch;
+    watch.start();
+    auto result = task();
+    std::printf("%s %.6f\n", name.constData(), static_cast<double>(watch.nsecsElapsed()) * 1e-9);
+    return result;
+}

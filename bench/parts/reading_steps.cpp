@@ -1,0 +1,90 @@
+#include "parts/reading_steps.h"
+
+#include "input/association_file.h"
+#include "input/line_fields.h"
+#include "input/marker.h"
+#include "input/number_fields.h"
+#include "input/text_blocks.h"
+#include "parts/clock.h"
+#include "parts/pictures.h"
+#include "parts/readings.h"
+
+#include <QFile>
+#include <functional>
+
+namespace {
+
+// What a task returns is told too, so that no compiler may leave the work away.
+void tellTimed(const char* name, const std::function<double()>& task) {
+    std::fprintf(stderr, "%s: %g\n", name, timed(name, task));
+}
+
+double readAlone(QFile& file) {
+    QByteArray block(TextBlocks::defaultBlockSize, '\0');
+    double bytes = 0.0;
+    file.open(QIODevice::ReadOnly);
+    for (qint64 got = 0; (got = file.read(block.data(), block.size())) > 0;)
+        bytes += static_cast<double>(got);
+    return bytes;
+}
+
+template <typename Task>
+double forEachPiece(QFile& file, Task task) {
+    double sum = 0.0;
+    file.open(QIODevice::ReadOnly);
+    TextBlocks blocks(file, TextBlocks::defaultBlockSize);
+    while (blocks.next())
+        sum += task(blocks.piece());
+    return sum;
+}
+
+template <typename Task>
+double forEachRecord(QFile& device, Task task) {
+    double sum = 0.0;
+    AssociationFile file(device);
+    Record record;
+    for (bool isOpen = !file.open(); isOpen && file.next(record);)
+        sum += task(record);
+    return sum;
+}
+
+double sizeOf(std::string_view text) {
+    return static_cast<double>(text.size());
+}
+
+double numbersIn(const Record& record) {
+    return toReal(record.pValue).value_or(0.0) + toInteger(record.position).value_or(0);
+}
+
+double markerOf(const Record& record) {
+    Marker marker;
+    return readMarker(record, marker) == MarkerResult::Kept ? marker.value + marker.position : 0.0;
+}
+
+} // namespace
+
+void timeReadingSteps(const QString& fileName) {
+    const auto withFile = [&](auto task) {
+        return [&fileName, task] {
+            QFile file(fileName);
+            return task(file);
+        };
+    };
+    LineFields fields;
+    tellTimed("read", withFile(readAlone));
+    tellTimed("blocks", withFile([](QFile& file) { return forEachPiece(file, sizeOf); }));
+    tellTimed("fields", withFile([&](QFile& file) {
+                  return forEachPiece(file, [&](std::string_view piece) {
+                      fields.find(piece, '\t');
+                      return sizeOf(piece);
+                  });
+              }));
+    tellTimed("lines", withFile([](QFile& file) {
+                  return forEachRecord(file, [](const Record& r) { return sizeOf(r.pValue); });
+              }));
+    tellTimed("numbers", withFile([](QFile& file) { return forEachRecord(file, numbersIn); }));
+    tellTimed("logarithm", withFile([](QFile& file) { return forEachRecord(file, markerOf); }));
+    const GenomeScan scan = timed("scan", [&] { return valueOf(quickScan(fileName)); });
+    timed("geometry", [&] { return geometryOf(scan.points); });
+    timed("genome", [&] { return quickGenome(scan); });
+}
