@@ -114,8 +114,9 @@ QImage painted(const ExpectedView& view, bool stripes, Paint paint) {
 
 } // namespace
 
-ExpectedView::ExpectedView(QList<int> thePositions, QList<double> theValues)
-    : positions(std::move(thePositions)), values(std::move(theValues)) {
+ExpectedView::ExpectedView(QList<int> thePositions, QList<double> theValues, QSize size)
+    : positions(std::move(thePositions)), values(std::move(theValues)), width(size.width()),
+      height(size.height()) {
     const auto [low, high] = std::minmax_element(values.cbegin(), values.cend());
     realMinX = positions.first();
     realMaxX = positions.last();

@@ -4,13 +4,17 @@
 
 #include <QImage>
 #include <QList>
+#include <QSize>
 #include <QString>
 
 // The plain second opinion on what the window has to show: ranges, scale and pictures computed anew
 // from the points, with the toolkit's painter on the same platform, so that the comparison holds
 // with whatever fonts there are.
 struct ExpectedView {
-    ExpectedView(QList<int> positions, QList<double> values);
+    // On the screen of 800 x 800 that there is without a screen.
+    static constexpr QSize plotSize{640, 600};
+
+    ExpectedView(QList<int> positions, QList<double> values, QSize size = plotSize);
 
     int x(int position) const;
     int y(double value) const;
@@ -22,7 +26,7 @@ struct ExpectedView {
     QList<double> values;
     int minX, maxX, realMinX, realMaxX;
     double minY, maxY, realMaxY;
-    int width = 640, height = 600; // on the screen of 800 x 800 that there is without a screen
+    int width, height;
     double pixPerX, pixPerY;
 };
 
