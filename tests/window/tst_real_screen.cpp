@@ -126,6 +126,7 @@ QByteArray TestRealScreen::content(const QString& name) const {
 }
 
 void TestRealScreen::initTestCase() {
+    QVERIFY2(!xdotool({"version"}).isEmpty(), "there is no xdotool");
     QFile data(m_folder.filePath("data.txt"));
     QVERIFY(data.open(QIODevice::WriteOnly));
     data.write(samples::table(markers()));
@@ -136,6 +137,7 @@ void TestRealScreen::initTestCase() {
     m_program.setProcessEnvironment(environment);
     m_program.setWorkingDirectory(m_folder.path());
     m_program.setProcessChannelMode(QProcess::ForwardedChannels);
+    endWithThisProcess(m_program);
     m_program.start(QStringLiteral(PELMARK), QStringList());
     QVERIFY(m_program.waitForStarted());
 }

@@ -16,5 +16,8 @@ private:
     QByteArray m_display;
 };
 
-// Runs xdotool and gives what it prints; ends the test where there is none.
+// However this process ends, that one is not left behind.
+void endWithThisProcess(QProcess& process);
+
+// Runs xdotool and gives what it prints.
 QByteArray xdotool(const QStringList& arguments);
