@@ -118,7 +118,7 @@ void TextBlocks::decodeBlock() {
     // The decoder did not see the plain text before. Left to think that this is the file's start,
     // it would take a byte-order mark away from here.
     if (start > 0 && m_decodedToEnd && !m_isWide)
-        QString(m_decoder->decode("x"));
+        static_cast<void>(QString(m_decoder->decode("x")));
     for (qsizetype from = 0, step = 0; from < block.size(); from += step) {
         step = std::min(decodingStep - static_cast<qsizetype>((start + from) % decodingStep),
                         block.size() - from);

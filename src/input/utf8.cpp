@@ -36,10 +36,23 @@ QChar surrogateOf(std::string_view code) {
     return QChar((code[0] & 0x0F) << 12 | (code[1] & 0x3F) << 6 | (code[2] & 0x3F));
 }
 
+// Where a pair was parted between two calls, its first half stands at the end of `bytes`.
+qsizetype joinPartedPair(QStringView text, QByteArray& bytes) {
+    if (text.isEmpty() || !text[0].isLowSurrogate() || bytes.size() < 3)
+        return 0;
+    const std::string_view code(bytes.constData() + bytes.size() - 3, 3);
+    if (!isSurrogateCode(code) || !surrogateOf(code).isHighSurrogate())
+        return 0;
+    const QChar pair[] = {surrogateOf(code), text[0]};
+    bytes.chop(3);
+    bytes.append(QStringView(pair, 2).toUtf8());
+    return 1;
+}
+
 } // namespace
 
 void appendUtf8(QStringView text, QByteArray& bytes) {
-    qsizetype from = 0;
+    qsizetype from = joinPartedPair(text, bytes);
     while (from < text.size()) {
         const qsizetype lone = loneSurrogate(text, from);
         bytes.append(text.sliced(from, lone - from).toUtf8());

@@ -56,8 +56,7 @@ public:
             if (column > fields.size())
                 return Fault::IncorrectColumns;
         return std::optional<Line>(Line{fields[m_chromosomeColumn - 1],
-                                        fields[m_positionColumn - 1],
-                                        fields[m_pValueColumn - 1]});
+                                        fields[m_positionColumn - 1], fields[m_pValueColumn - 1]});
     }
 
 private:
