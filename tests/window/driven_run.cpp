@@ -47,6 +47,10 @@ DrivenRun::DrivenRun() {
         qFatal("no temporary folder");
 }
 
+void DrivenRun::setEnvironment(const QString& variable, const QString& value) {
+    m_environment[variable] = value;
+}
+
 void DrivenRun::addFile(const QString& name, const QByteArray& content) const {
     write(path(name), content);
 }
@@ -59,9 +63,12 @@ void DrivenRun::addCopy(const QString& name, const QString& original) const {
 void DrivenRun::play(const QStringList& script) {
     write(m_home.filePath("script"), script.join(u'\n').toUtf8());
     QFile::remove(m_home.filePath("states"));
+    QProcessEnvironment variables = environment(m_home);
+    for (auto variable = m_environment.cbegin(); variable != m_environment.cend(); ++variable)
+        variables.insert(variable.key(), variable.value());
     QProcess process;
-    process.setProcessEnvironment(environment(m_home));
-    process.setWorkingDirectory(path(QString()));
+    process.setProcessEnvironment(variables);
+    process.setWorkingDirectory(path(m_workingFolder));
     process.start(QStringLiteral(PELMARK_DRIVEN), QStringList());
     const bool hasEnded = process.waitForFinished(limitInMilliseconds);
     const bool isNormal = hasEnded && process.exitStatus() == QProcess::NormalExit;

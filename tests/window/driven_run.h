@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -13,6 +14,12 @@
 class DrivenRun {
 public:
     DrivenRun();
+
+    // For the runs to come; beside or in place of what every run has.
+    void setEnvironment(const QString& variable, const QString& value);
+
+    // The folder of the runs to come, in the one that all paths here start from.
+    void setWorkingFolder(const QString& name) { m_workingFolder = name; }
 
     void addFile(const QString& name, const QByteArray& content) const;
     void addCopy(const QString& name, const QString& original) const;
@@ -41,6 +48,8 @@ private:
 
     QTemporaryDir m_folder; // the working folder lies in it
     QTemporaryDir m_home;   // for what the toolkit itself wants to store
+    QMap<QString, QString> m_environment;
+    QString m_workingFolder;
     int m_exitStatus = -1;
     QByteArray m_standardError;
     QList<QJsonObject> m_states;

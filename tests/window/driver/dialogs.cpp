@@ -70,6 +70,14 @@ void openFile(const QString& path) {
     pressButton(file(), QDialogButtonBox::Open);
 }
 
+void pickFile(const QString& name) {
+    const auto* list = file()->findChild<QListView*>(QStringLiteral("listView"));
+    const auto row = static_cast<int>(listedFiles().indexOf(name));
+    list->selectionModel()->select(list->model()->index(row, 0, list->rootIndex()),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    pressButton(file(), QDialogButtonBox::Open);
+}
+
 void cancelFile() {
     pressButton(file(), QDialogButtonBox::Cancel);
 }

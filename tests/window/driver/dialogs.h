@@ -15,6 +15,7 @@ QInputDialog* name();
 bool isAnyOpen();
 
 void openFile(const QString& path);
+void pickFile(const QString& name); // in the list, which shows it
 void cancelFile();
 QStringList listedFiles(); // what the file dialog offers to pick
 

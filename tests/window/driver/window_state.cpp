@@ -47,7 +47,8 @@ QJsonObject widgetState(QWidget* widget) {
                       {"enabled", widget->isEnabled()},
                       {"text", textOf(widget)},
                       {"styleSheet", widget->styleSheet()},
-                      {"geometry", rectangle(widget->geometry())}};
+                      {"geometry", rectangle(widget->geometry())},
+                      {"needed", rectangle(QRect(QPoint(), widget->minimumSizeHint()))}};
     if (const auto* box = qobject_cast<const QCheckBox*>(widget)) {
         state["checked"] = box->checkState() == Qt::Checked;
         state["tristate"] = box->isTristate();
