@@ -1,6 +1,7 @@
 #include "driven_run.h"
 #include "samples.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -188,8 +189,14 @@ void TestFileChoice::siblings() {
     QFETCH(QStringList, listed);
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkpath("folder/inner.txt")); // a folder is no data file
-    for (const QString& name : others + QStringList{"m.txt"})
+    QDateTime time = QDateTime::currentDateTime();          // which plays no part in the order
+    for (const QString& name : others + QStringList{"m.txt"}) {
         run.addFile("folder/" + name, samples::genomeTable());
+        time = time.addSecs(10);
+        QFile file(run.path("folder/" + name));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+    }
     QVERIFY(run.playTo(0, {"open folder/m.txt", "dump a", "click exitButton"}));
     for (QString& name : listed)
         name = run.path("folder/" + name);
@@ -214,6 +221,8 @@ void TestFileChoice::dialogOpensInLastFolder() {
     QCOMPARE(run.state("third").dialog()["directory"].toString(), run.path("one/two"));
     QCOMPARE(run.state("end").window()["startDir"].toString(), run.path("one/two"));
     QCOMPARE(run.state("end").window()["chosenPath"].toString(), run.path("one/two/other.txt"));
+    QCOMPARE(run.state("end").memberTexts("fileList"),
+             QStringList({run.path("one/two/data.txt"), run.path("one/two/other.txt")}));
     QVERIFY(!run.exists("one/two/Pelmark_log.txt")); // the log stays in the working folder
 }
 

@@ -33,6 +33,7 @@ private slots:
     void saveWithoutGuard();
     void guardOfWriter();
     void resultOfWriter();
+    void writerInGenomeView();
     void readBackIn();
 };
 
@@ -317,6 +318,16 @@ void TestSaving::resultOfWriter() {
     QVERIFY(
         run.playTo(0, {"open data.txt", "invoke makeFile", "namecancel x", "click exitButton"}));
     QCOMPARE(run.labels().last(), "false");
+}
+
+// What it writes is always the chromosome's plot, also while the genome is seen.
+void TestSaving::writerInGenomeView() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(run.playTo(0, {"open data.txt", "box 195 0 209 600", "dump b", "click globalButton",
+                           "invoke makeFile", "name t", "click exitButton"}));
+    QCOMPARE(picture(run.image("t.png")), run.state("b").picture("shown"));
+    QCOMPARE(run.content("t.txt").count('\n'), 4);
 }
 
 // The program's own table is a data file: the same positions, and values good to six digits.
