@@ -7,15 +7,14 @@
 MarkerResult readMarker(const Record& record, Marker& marker) {
     if (record.pValue == "NA")
         return MarkerResult::Skipped;
-    const std::optional<double> p = toReal(record.pValue);
-    if (!p)
+    double p = 0.0;
+    if (!readReal(record.pValue, p))
         return MarkerResult::NonNumericPValue;
-    if (*p == 0.0)
+    if (p == 0.0)
         return MarkerResult::Skipped;
-    const std::optional<int> position = toInteger(record.position);
-    if (!position)
+    if (!readInteger(record.position, marker.position))
         return MarkerResult::NonIntegerPosition;
-    marker = {*position, -std::log10(*p)};
+    marker.value = -std::log10(p);
     return MarkerResult::Kept;
 }
 

@@ -6,6 +6,7 @@
 #include "plot/point_marks.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -25,11 +26,13 @@ QRgb genomeColor(int red) {
 
 // A label stands under the stretch from its chromosome's first point to the one before the point
 // that ended it. Without any width nothing of it would show.
-void paintLabel(Canvas& canvas, const QString& label, int start, int end, int height) {
+void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end, int height) {
     const int width = wrappedDifference(end, start);
-    if (width != 0)
-        canvas.painter().drawText(QRectF(start, 0, width, height),
-                                  Qt::AlignBottom | Qt::AlignCenter, label);
+    if (width == 0)
+        return;
+    canvas.setColor(genomeColor(red));
+    canvas.painter().drawText(QRectF(start, 0, width, height), Qt::AlignBottom | Qt::AlignCenter,
+                              label);
 }
 
 void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geometry,
@@ -37,27 +40,30 @@ void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geome
     ChromosomeWalk walk(plot.startValue, plot.colorValue);
     qsizetype chromosome = 0;
     int labelStart = 0, labelEnd = 0, previousX = 0;
+    bool isFirstLabel = true;
     for (std::size_t i = 0; i < points.positions.size(); ++i) {
         const int x = geometry.xOf(points.positions[i]);
         if (i == 0)
             labelStart = previousX = x;
         labelEnd = previousX;
         previousX = x;
-        const QColor previousColor(genomeColor(walk.red()));
+        const int previousRed = walk.red();
         const qsizetype next = walk.step(points.positions[i]);
         if (next != chromosome && plot.tags[next] != plot.tags[chromosome]) {
-            canvas.painter().setFont(plotFont(10));
-            canvas.setColor(previousColor);
-            paintLabel(canvas, plot.tags[chromosome], labelStart, labelEnd, geometry.height);
-            dots.forget();
+            // Not before the first change: the label of a file's only chromosome has another font.
+            if (std::exchange(isFirstLabel, false))
+                canvas.painter().setFont(plotFont(10));
+            dots.flush();
+            paintLabel(canvas, plot.tags[chromosome], previousRed, labelStart, labelEnd,
+                       geometry.height);
             labelStart = x;
         }
         chromosome = next;
         if (!std::isnan(points.values[i]))
             dots.put(x, geometry.yOf(points.values[i]), genomeColor(walk.red()));
     }
-    canvas.setColor(genomeColor(walk.red()));
-    paintLabel(canvas, plot.tags[chromosome], labelStart, labelEnd, geometry.height);
+    dots.flush();
+    paintLabel(canvas, plot.tags[chromosome], walk.red(), labelStart, labelEnd, geometry.height);
 }
 
 QRgb chromosomeColor(const PositionRange& highlight, int position) {
@@ -72,6 +78,7 @@ void paintDots(DotStamp& dots, const PlotGeometry& geometry, PlotPoints points,
         dots.put(geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]),
                  chromosomeColor(highlight, points.positions[i]));
     }
+    dots.flush();
 }
 
 // A segment has the colour of the point it ends at.

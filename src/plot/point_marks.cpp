@@ -19,7 +19,7 @@ DotStamp::DotStamp(QImage& image, const QPen& pen)
     : m_pixels(reinterpret_cast<QRgb*>(image.bits())),
       m_lineLength(image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(QRgb))),
       m_width(image.width()), m_height(image.height()), m_runs(runsOf(pen)),
-      m_eras(static_cast<size_t>(m_width) * static_cast<size_t>(m_height)) {
+      m_isTaken(std::make_unique<bool[]>(placeOf(m_width, 0))) {
     for (const Run& run : m_runs)
         m_reach =
             std::max({m_reach, std::abs(run.x), std::abs(run.x + run.length), std::abs(run.y)});
@@ -54,52 +54,43 @@ std::vector<DotStamp::Run> DotStamp::runsOf(const QPen& pen) {
     return runs;
 }
 
-void DotStamp::put(int x, int y, QRgb color) {
-    if (x < m_reach || y < m_reach || x >= m_width - m_reach || y >= m_height - m_reach) {
-        putAtEdge(x, y, color);
-        return;
+void DotStamp::flush() {
+    for (size_t i = 0; i < m_count; ++i) {
+        const auto [x, y] = m_collected[i];
+        m_isTaken[placeOf(x, y)] = false;
+        QRgb* const center = m_pixels + y * m_lineLength + x;
+        for (const std::ptrdiff_t offset : m_offsets)
+            center[offset] = m_color;
     }
-    if (color != m_color)
-        forget();
-    m_color = color;
-    quint32& era =
-        m_eras[static_cast<size_t>(x) * static_cast<size_t>(m_height) + static_cast<size_t>(y)];
-    if (era == m_era)
-        return;
-    era = m_era;
-    QRgb* const center = m_pixels + y * m_lineLength + x;
-    for (const std::ptrdiff_t offset : m_offsets)
-        center[offset] = color;
+    m_count = 0;
 }
 
-void DotStamp::putAtEdge(int x, int y, QRgb color) {
-    forget();
-    if (x < -m_reach || y < -m_reach || x >= m_width + m_reach || y >= m_height + m_reach)
+void DotStamp::putAtEdge(int x, int y) {
+    if (x <= -m_reach || y < -m_reach || x >= m_width + m_reach || y >= m_height + m_reach)
         return;
     for (const Run& run : m_runs) {
         const int line = y + run.y;
         const int start = std::max(x + run.x, 0);
         const int end = std::min(x + run.x + run.length, m_width);
         if (line >= 0 && line < m_height && start < end)
-            std::fill_n(m_pixels + line * m_lineLength + start, end - start, color);
+            std::fill_n(m_pixels + line * m_lineLength + start, end - start, m_color);
     }
 }
 
 void SegmentPath::add(QPoint from, QPoint to, QRgb color) {
-    if (from.x() != to.x() || !isNear(from) || !isNear(to)) {
-        finish();
-        draw(from, to, color);
-        return;
-    }
-    const auto [top, bottom] = std::minmax({from.y(), to.y()});
-    if (m_column && m_column->end == from && m_column->color == color) {
-        m_column->top = std::min(m_column->top, top);
-        m_column->bottom = std::max(m_column->bottom, bottom);
+    if (m_column && m_column->end == from && m_column->x == to.x() && m_column->color == color &&
+        isNear(to)) {
+        m_column->top = std::min(m_column->top, to.y());
+        m_column->bottom = std::max(m_column->bottom, to.y());
         m_column->end = to;
         return;
     }
     finish();
-    m_column = Column{to.x(), top, bottom, to, color};
+    if (from.x() != to.x() || !isNear(from) || !isNear(to))
+        draw(from, to, color);
+    else
+        m_column =
+            Column{to.x(), std::min(from.y(), to.y()), std::max(from.y(), to.y()), to, color};
 }
 
 void SegmentPath::finish() {

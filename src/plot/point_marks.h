@@ -4,7 +4,9 @@
 #include <QPen>
 #include <QPoint>
 #include <QRgb>
+#include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,6 +15,9 @@ class QPainter;
 // The quick way to put very many equal dots on an image. The painter draws one dot, and where its
 // pixels are is then true of every dot of that pen: so the image is, pixel by pixel, the one that
 // the painter's drawPoint() would have made.
+//
+// Dots of one colour may be drawn in any order, and two in one place as one. So they are collected
+// until there are enough, or one of another colour comes.
 class DotStamp {
 public:
     // For an image in RGB32 that is not shared, and outlives this; a painter may be active on it.
@@ -20,11 +25,27 @@ public:
     DotStamp(QImage& image, const QPen& pen);
 
     // Any coordinates: what falls outside of the image is not drawn.
-    void put(int x, int y, QRgb color);
+    void put(int x, int y, QRgb color) {
+        if (color != m_color) {
+            flush();
+            m_color = color;
+        }
+        if (x < m_reach || y < m_reach || x >= m_width - m_reach || y >= m_height - m_reach) {
+            putAtEdge(x, y);
+            return;
+        }
+        // Whether a place is taken can't be foreseen: it is better calculated with than asked.
+        bool& isTaken = m_isTaken[placeOf(x, y)];
+        m_collected[m_count] = {x, y};
+        m_count += isTaken ? 0 : 1;
+        isTaken = true;
+        if (m_count == m_collected.size())
+            flush();
+    }
 
-    // To be told when anything else was drawn on the image: until then, a dot that lies just where
-    // one of its colour lies is known to change nothing.
-    void forget() { ++m_era; }
+    // Draws what was collected. To be called before anything else is drawn on the image, and at the
+    // end.
+    void flush();
 
 private:
     struct Run { // pixels side by side, from the dot's coordinates
@@ -32,8 +53,17 @@ private:
         int y;
         int length;
     };
+    struct Place {
+        int x;
+        int y;
+    };
     static std::vector<Run> runsOf(const QPen& pen);
-    void putAtEdge(int x, int y, QRgb color);
+    void putAtEdge(int x, int y);
+
+    // Column by column, as points mostly come.
+    size_t placeOf(int x, int y) const {
+        return static_cast<size_t>(x) * static_cast<size_t>(m_height) + static_cast<size_t>(y);
+    }
 
     QRgb* m_pixels;
     std::ptrdiff_t m_lineLength; // in pixels
@@ -41,10 +71,9 @@ private:
     int m_height;
     std::vector<Run> m_runs;
     std::vector<std::ptrdiff_t> m_offsets;
-    // For each pixel, column by column as points mostly come, the era in which a dot was put there.
-    // Within an era all dots have one colour.
-    std::vector<quint32> m_eras;
-    quint32 m_era = 1;
+    std::array<Place, 1024> m_collected;
+    size_t m_count = 0;
+    std::unique_ptr<bool[]> m_isTaken; // for each pixel: a dot there is collected
     QRgb m_color = 0;
     int m_reach = 0; // no pixel of the dot is farther from its coordinates, to either side
 };

@@ -5,14 +5,23 @@
 
 namespace {
 
+// Counts first: to look at a million points twice takes less time than to move those found from one
+// memory to a larger one again and again.
 template <typename Test>
 Points pointsThat(Test pass, const Points& points) {
-    PointCollector passed;
+    qsizetype count = 0;
+    for (qsizetype i = 0; i < points.positions.size(); ++i)
+        count += pass(points.positions[i], points.values[i]) ? 1 : 0;
+    Points passed{QList<int>(count), QList<double>(count)};
+    int* position = passed.positions.data();
+    double* value = passed.values.data();
     for (qsizetype i = 0; i < points.positions.size(); ++i) {
-        if (pass(points.positions[i], points.values[i]))
-            passed.append(points.positions[i], points.values[i]);
+        if (!pass(points.positions[i], points.values[i]))
+            continue;
+        *position++ = points.positions[i];
+        *value++ = points.values[i];
     }
-    return passed.take();
+    return passed;
 }
 
 } // namespace
