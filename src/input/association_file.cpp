@@ -18,6 +18,7 @@ std::optional<char> delimiterOf(std::string_view firstLine) {
 
 std::vector<std::string_view> split(std::string_view text, char delimiter) {
     std::vector<std::string_view> fields;
+    fields.reserve(static_cast<size_t>(std::count(text.begin(), text.end(), delimiter)) + 1);
     size_t start = 0, end = 0;
     while ((end = text.find(delimiter, start)) != std::string_view::npos) {
         fields.push_back(text.substr(start, end - start));

@@ -63,9 +63,9 @@ bool TextBlocks::readBlock(qsizetype size) {
         dropCarriageReturns();
     else
         decodeBlock();
-    const qsizetype lineEnd = m_text.lastIndexOf('\n');
-    if (lineEnd >= m_textSize)
-        m_pieceSize = lineEnd + 1;
+    const qsizetype lineEnd = QByteArrayView(m_text).sliced(m_textSize).lastIndexOf('\n');
+    if (lineEnd >= 0)
+        m_pieceSize = m_textSize + lineEnd + 1;
     m_textSize = m_text.size();
     m_text.resize(m_textSize + padding);
     return true;
