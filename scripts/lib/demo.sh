@@ -5,9 +5,9 @@ demoScreen=1280x1024
 
 # A folder outside the project in which the program can work as it would in examples/ and leave its log behind.
 enterWorkFolder() {
-    mkdir "$scratch/work"
-    ln -s "$root"/examples/*.txt "$scratch/work"
-    cd "$scratch/work"
+    mkdir "$scratch/files"
+    ln -s "$root"/examples/*.txt "$scratch/files"
+    cd "$scratch/files"
 }
 
 startProgram() {
@@ -97,8 +97,8 @@ workTheProgram() {
 keepResults() {
     local file
     for file in cleaned.txt cleaned.png Pelmark_log.txt; do
-        if [[ -e "$scratch/work/$file" ]]; then
-            mv "$scratch/work/$file" "$out"
+        if [[ -e "$scratch/files/$file" ]]; then
+            mv "$scratch/files/$file" "$out"
         fi
     done
 }

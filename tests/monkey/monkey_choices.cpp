@@ -26,7 +26,7 @@ QString tableName(Random& random) {
         "Table.TXT",
         ".hidden",
         "two words",
-        "../work/above",
+        "../start/above",
         "",
         " ",
         "real",

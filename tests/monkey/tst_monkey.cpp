@@ -88,8 +88,8 @@ void MonkeyRuns::run() {
     QFETCH(int, seed);
     Random random(static_cast<std::uint64_t>(seed));
     QTemporaryDir folder, home;
-    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("work")));
-    const QString work = folder.filePath(QStringLiteral("work"));
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("start")));
+    const QString work = folder.filePath(QStringLiteral("start"));
     addFiles(work, random);
     QProcess process;
     process.setProcessEnvironment(environment(home.path(), seed));
