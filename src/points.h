@@ -20,7 +20,7 @@ public:
     qsizetype size() const { return m_size; }
 
     void append(int position, double value) {
-        if (m_size == m_points.positions.size())
+        if (m_size == m_room)
             makeRoom();
         m_positions[m_size] = position;
         m_values[m_size] = value;
@@ -37,9 +37,9 @@ public:
 private:
     void makeRoom() {
         constexpr qsizetype least = 1024;
-        const qsizetype room = m_size + std::max(least, m_size / 8);
-        m_points.positions.resize(room);
-        m_points.values.resize(room);
+        m_room = m_size + std::max(least, m_size / 8);
+        m_points.positions.resize(m_room);
+        m_points.values.resize(m_room);
         m_positions = m_points.positions.data();
         m_values = m_points.values.data();
     }
@@ -48,4 +48,5 @@ private:
     int* m_positions = nullptr;
     double* m_values = nullptr;
     qsizetype m_size = 0;
+    qsizetype m_room = 0;
 };
