@@ -2,6 +2,7 @@
 
 #include "input/association_file.h"
 #include "input/marker.h"
+#include "input/point_collector.h"
 #include "input/utf8.h"
 
 Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
@@ -25,7 +26,7 @@ Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
             return *fault;
         if (result == MarkerResult::Skipped)
             continue;
-        points.append(marker.position, marker.value);
+        points.append(marker.position, marker.pValue);
     }
     if (file.fault())
         return *file.fault();

@@ -2,6 +2,7 @@
 
 #include "input/association_file.h"
 #include "input/marker.h"
+#include "input/point_collector.h"
 #include "input/utf8.h"
 #include "int_arithmetic.h"
 
@@ -17,37 +18,29 @@ struct Chromosome {
     qsizetype firstPoint;
 };
 
-// Reads all points, still at their position in units within their chromosome.
+// Reads all points and lays their chromosomes end to end on the genome axis: every point keeps its
+// distance from the first point of its chromosome, which lies one unit behind the last point of the
+// chromosome before.
 std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
                                 QList<Chromosome>& chromosomes) {
     Record record;
     Marker marker;
+    int coordinate = 0, shift = 0;
     while (file.next(record)) {
         if (const MarkerResult result = readMarker(record, marker); result != MarkerResult::Kept) {
             if (const std::optional<Fault> fault = faultOf(result))
                 return fault;
             continue;
         }
-        if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome)
+        const int position = marker.position / basePairsPerUnit;
+        if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome) {
             chromosomes.append({std::string(record.chromosome), points.size()});
-        points.append(marker.position / basePairsPerUnit, marker.value);
+            shift = wrappedSum(wrappedDifference(coordinate, position), 1);
+        }
+        coordinate = wrappedSum(position, shift);
+        points.append(coordinate, marker.pValue);
     }
     return file.fault();
-}
-
-// Makes genome coordinates of the positions: every point keeps its distance from the first point of
-// its chromosome, which lies one unit behind the last point of the chromosome before.
-void layEndToEnd(QList<int>& positions, const QList<Chromosome>& chromosomes) {
-    int offset = 0;
-    for (qsizetype c = 0; c < chromosomes.size(); ++c) {
-        const bool isLast = c + 1 == chromosomes.size();
-        const qsizetype end = isLast ? positions.size() : chromosomes[c + 1].firstPoint;
-        const int shift =
-            wrappedSum(wrappedDifference(offset, positions[chromosomes[c].firstPoint]), 1);
-        std::for_each(positions.begin() + chromosomes[c].firstPoint, positions.begin() + end,
-                      [shift](int& position) { position = wrappedSum(position, shift); });
-        offset = positions[end - 1];
-    }
 }
 
 ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& positions) {
@@ -78,7 +71,6 @@ Result<GenomeScan> scanGenome(AssociationFile& file) {
         return Fault::TooFewGenomePoints;
     GenomeScan scan;
     scan.points = points.take();
-    layEndToEnd(scan.points.positions, chromosomes);
     scan.chromosomes = indexOf(chromosomes, scan.points.positions);
     return scan;
 }

@@ -5,10 +5,10 @@
 
 #include <optional>
 
-// One point of the data: what a line whose p-value counts comes to.
+// What a line whose p-value counts tells.
 struct Marker {
-    int position = 0;   // base pairs, as in the file
-    double value = 0.0; // -log10 p; not a number for a negative p, negative for a p above 1
+    int position = 0; // base pairs, as in the file
+    double pValue = 0.0;
 };
 
 enum class MarkerResult { Kept, Skipped, NonNumericPValue, NonIntegerPosition };
