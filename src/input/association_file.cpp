@@ -103,28 +103,12 @@ std::optional<Fault> AssociationFile::findColumns(const Titles& titles) {
     return std::nullopt;
 }
 
-bool AssociationFile::nextLine() {
-    while (!m_lines.nextLine()) {
-        if (!m_blocks.next())
-            return false;
+bool AssociationFile::nextPiece() {
+    if (m_blocks.next()) {
         m_lines.find(m_blocks.piece(), m_delimiter);
+        return true;
     }
-    return true;
-}
-
-bool AssociationFile::next(Record& record) {
-    do {
-        if (!nextLine()) {
-            if (m_blocks.failed())
-                m_fault = Fault::CannotOpenFile;
-            return false;
-        }
-    } while (m_lines.isEmptyLine());
-    if (m_lines.fieldCount() < m_columnsNeeded) {
-        m_fault = Fault::IncorrectColumns;
-        return false;
-    }
-    record = {m_lines.field(m_chromosomeColumn), m_lines.field(m_positionColumn),
-              m_lines.field(m_pValueColumn)};
-    return true;
+    if (m_blocks.failed())
+        m_fault = Fault::CannotOpenFile;
+    return false;
 }

@@ -34,13 +34,32 @@ public:
     std::optional<Fault> open();
 
     // Reads the next line that is not empty. False at the end and at a fault, which fault() tells.
-    bool next(Record& record);
+    bool next(Record& record) {
+        while (nextLine()) {
+            if (m_lines.isEmptyLine())
+                continue;
+            if (m_lines.fieldCount() < m_columnsNeeded) {
+                m_fault = Fault::IncorrectColumns;
+                return false;
+            }
+            record = {m_lines.field(m_chromosomeColumn), m_lines.field(m_positionColumn),
+                      m_lines.field(m_pValueColumn)};
+            return true;
+        }
+        return false;
+    }
     std::optional<Fault> fault() const { return m_fault; }
 
 private:
     std::optional<Fault> readFirstLine();
     std::optional<Fault> findColumns(const std::vector<std::string_view>& titles);
-    bool nextLine();
+    bool nextPiece();
+    bool nextLine() {
+        while (!m_lines.nextLine())
+            if (!nextPiece())
+                return false;
+        return true;
+    }
 
     QIODevice& m_device;
     TextBlocks m_blocks;

@@ -6,18 +6,20 @@
 
 // The lists grow with the fields found, not with the bytes looked at: a line may have gigabytes.
 void LineFields::find(std::string_view text, char delimiter) {
+    constexpr size_t beforeText = static_cast<size_t>(-1);
     constexpr size_t stretch = 64 * fieldBlockSize;
     m_text = text.data();
     m_line = m_lineStart = m_lineEnd = 0;
-    FieldEnds ends{m_fieldEnds.data(), m_lineEnds.data()};
+    FieldEnds ends{};
+    roomFor(1, m_fieldEnds)[0] = beforeText;
     for (size_t from = 0; from < text.size(); from += stretch) {
         const size_t to = std::min(from + stretch, text.size());
-        ends.fields = roomFor(ends.fieldCount + stretch + fieldBlockSize, m_fieldEnds);
+        ends.fields = roomFor(1 + ends.fieldCount + stretch + fieldBlockSize, m_fieldEnds) + 1;
         ends.lines = roomFor(ends.lineCount + stretch + fieldBlockSize, m_lineEnds);
         findFieldEnds(text.data(), from, to, delimiter, ends);
     }
     if (!text.empty() && text.back() != '\n') {
-        m_fieldEnds[ends.fieldCount++] = text.size();
+        m_fieldEnds[1 + ends.fieldCount++] = text.size();
         m_lineEnds[ends.lineCount++] = ends.fieldCount;
     }
     m_lineCount = ends.lineCount;

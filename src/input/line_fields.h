@@ -26,19 +26,21 @@ public:
     bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
 
     std::string_view field(size_t i) const {
-        const size_t place = m_lineStart + i;
-        const size_t start = place == 0 ? 0 : m_fieldEnds[place - 1] + 1;
-        return {m_text + start, m_fieldEnds[place] - start};
+        const size_t* const end = m_fieldEnds.data() + m_lineStart + i + 1;
+        const size_t start = end[-1] + 1;
+        return {m_text + start, *end - start};
     }
 
 private:
     static size_t* roomFor(size_t count, std::vector<size_t>& list);
 
     const char* m_text = nullptr;
-    std::vector<size_t> m_fieldEnds; // offset of the delimiter or line feed behind each field
-    std::vector<size_t> m_lineEnds;  // for each line, the number of fields up to its end
-    size_t m_lineCount = 0;          // both lists are longer than what counts in them
-    size_t m_line = 0;               // the next line
-    size_t m_lineStart = 0;          // its fields, as places in m_fieldEnds
+    // Offset of the delimiter or line feed behind each field, as if there were one before the text
+    // too: all the others stand one place late.
+    std::vector<size_t> m_fieldEnds;
+    std::vector<size_t> m_lineEnds; // for each line, the number of fields up to its end
+    size_t m_lineCount = 0;         // both lists are longer than what counts in them
+    size_t m_line = 0;              // the next line
+    size_t m_lineStart = 0;         // the number of fields before this line, and up to its end
     size_t m_lineEnd = 0;
 };

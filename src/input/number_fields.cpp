@@ -150,7 +150,7 @@ double shortReal(std::string_view field) {
     return (whole * scale + fraction) / scale;
 }
 
-bool readAnyReal(std::string_view field, double& number) {
+Q_NEVER_INLINE bool readAnyReal(std::string_view field, double& number) {
     constexpr size_t longestPlain = 100; // characters, so that no count of them overflows
     if (field.size() > longestPlain)
         return readByToolkit(field, number);
@@ -167,15 +167,17 @@ bool readAnyReal(std::string_view field, double& number) {
     return isSure || readByToolkit(field, number);
 }
 
+Q_NEVER_INLINE bool readAnyInteger(std::string_view field, int& number) {
+    bool ok = false;
+    number = fromUtf8(field).toInt(&ok);
+    return ok;
+}
+
 } // namespace
 
 bool readInteger(std::string_view field, int& number) {
     number = shortInteger(field);
-    if (number >= 0)
-        return true;
-    bool ok = false;
-    number = fromUtf8(field).toInt(&ok);
-    return ok;
+    return number >= 0 || readAnyInteger(field, number);
 }
 
 bool readReal(std::string_view field, double& number) {
