@@ -14,10 +14,13 @@ public:
 
     // The last chromosome that starts at or before the coordinate, or else the first.
     qsizetype step(int position) {
-        if (position < m_from || position >= m_to)
+        if (!isSameAt(position))
             search(position);
         return m_chromosome;
     }
+
+    // True where a step to the coordinate would tell the same as the last step did.
+    bool isSameAt(int position) const { return m_from <= position && position < m_to; }
 
     // The red component of the points at the coordinate of the last step. One left of all
     // chromosomes but the first keeps the component of the step before it; 255 at the beginning.

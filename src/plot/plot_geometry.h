@@ -33,7 +33,10 @@ struct PlotGeometry {
         return std::isinf(pixPerX) ? width / 2
                                    : truncated(pixPerX * wrappedDifference(position, minX));
     }
-    int yOf(double value) const { return std::isinf(pixPerY) ? height / 2 : yOfLevel(value); }
+    // What is not a number lies far above the image.
+    int yOf(double value) const {
+        return std::isinf(pixPerY) && !std::isnan(value) ? height / 2 : yOfLevel(value);
+    }
     // Where the line of a value level lies: as yOf, but on an infinite scale outside of the image.
     int yOfLevel(double level) const {
         return wrappedDifference(height - yMargin, truncated(pixPerY * (level - minY)));

@@ -5,6 +5,8 @@
 #include "plot/plot_canvas.h"
 #include "plot/point_marks.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -35,18 +37,59 @@ void paintLabel(Canvas& canvas, const QString& label, int red, int start, int en
                               label);
 }
 
+// The points from a place on, at most `count` of them.
+PlotPoints part(PlotPoints points, std::size_t from, std::size_t count) {
+    const std::size_t most = std::min(count, points.positions.size() - from);
+    return {points.positions.subspan(from, most), points.values.subspan(from, most)};
+}
+
+// The pixels of a few points in a row: in loops of nothing else, of which compilers make vector
+// code.
+class Pixels {
+public:
+    static constexpr std::size_t most = DotStamp::mostAtOnce;
+
+    // The geometry is a copy, that no number written here could change.
+    Pixels(const PlotGeometry geometry, PlotPoints points) : m_count(points.positions.size()) {
+        for (std::size_t i = 0; i < m_count; ++i)
+            m_x[i] = geometry.xOf(points.positions[i]);
+        for (std::size_t i = 0; i < m_count; ++i)
+            m_y[i] = geometry.yOf(points.values[i]);
+    }
+
+    std::span<const int> x() const { return {m_x.data(), m_count}; }
+    std::span<const int> y() const { return {m_y.data(), m_count}; }
+
+private:
+    std::array<int, most> m_x, m_y;
+    std::size_t m_count;
+};
+
+void paintDots(DotStamp& dots, const PlotGeometry& geometry, PlotPoints points, QRgb color) {
+    for (std::size_t from = 0; from < points.positions.size(); from += Pixels::most) {
+        const Pixels pixels(geometry, part(points, from, Pixels::most));
+        dots.put(pixels.x(), pixels.y(), color);
+    }
+}
+
+// Where the points that start at `from` and are like it in what `isAlike` asks of positions end.
+template <typename Test>
+std::size_t endOfAlike(Test isAlike, PlotPoints points, std::size_t from) {
+    const auto start = points.positions.begin() + static_cast<std::ptrdiff_t>(from);
+    return static_cast<std::size_t>(std::find_if_not(start, points.positions.end(), isAlike) -
+                                    points.positions.begin());
+}
+
 void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geometry,
                        PlotPoints points, const GenomePlot& plot) {
+    if (points.positions.empty())
+        return;
+    const auto xAt = [&](std::size_t i) { return geometry.xOf(points.positions[i]); };
     ChromosomeWalk walk(plot.startValue, plot.colorValue);
     qsizetype chromosome = 0;
-    int labelStart = 0, labelEnd = 0, previousX = 0;
+    int labelStart = xAt(0);
     bool isFirstLabel = true;
-    for (std::size_t i = 0; i < points.positions.size(); ++i) {
-        const int x = geometry.xOf(points.positions[i]);
-        if (i == 0)
-            labelStart = previousX = x;
-        labelEnd = previousX;
-        previousX = x;
+    for (std::size_t i = 0, end = 0; i < points.positions.size(); i = end) {
         const int previousRed = walk.red();
         const qsizetype next = walk.step(points.positions[i]);
         if (next != chromosome && plot.tags[next] != plot.tags[chromosome]) {
@@ -54,46 +97,50 @@ void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geome
             if (std::exchange(isFirstLabel, false))
                 canvas.painter().setFont(plotFont(10));
             dots.flush();
-            paintLabel(canvas, plot.tags[chromosome], previousRed, labelStart, labelEnd,
-                       geometry.height);
-            labelStart = x;
+            paintLabel(canvas, plot.tags[chromosome], previousRed, labelStart,
+                       xAt(i == 0 ? 0 : i - 1), geometry.height);
+            labelStart = xAt(i);
         }
         chromosome = next;
-        if (!std::isnan(points.values[i]))
-            dots.put(x, geometry.yOf(points.values[i]), genomeColor(walk.red()));
+        end = endOfAlike([&](int position) { return walk.isSameAt(position); }, points, i);
+        paintDots(dots, geometry, part(points, i, end - i), genomeColor(walk.red()));
     }
     dots.flush();
-    paintLabel(canvas, plot.tags[chromosome], walk.red(), labelStart, labelEnd, geometry.height);
+    const std::size_t last = points.positions.size() - 1;
+    paintLabel(canvas, plot.tags[chromosome], walk.red(), labelStart, xAt(last == 0 ? 0 : last - 1),
+               geometry.height);
 }
 
 QRgb chromosomeColor(const PositionRange& highlight, int position) {
     return highlight.contains(position) ? qRgb(255, 50, 50) : qRgb(50, 50, 255);
 }
 
-void paintDots(DotStamp& dots, const PlotGeometry& geometry, PlotPoints points,
-               const PositionRange& highlight) {
-    for (std::size_t i = 0; i < points.positions.size(); ++i) {
-        if (std::isnan(points.values[i]))
-            continue;
-        dots.put(geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]),
-                 chromosomeColor(highlight, points.positions[i]));
+void paintChromosomePoints(DotStamp& dots, const PlotGeometry& geometry, PlotPoints points,
+                           const PositionRange& highlight) {
+    for (std::size_t i = 0, end = 0; i < points.positions.size(); i = end) {
+        const bool isMarked = highlight.contains(points.positions[i]);
+        end = endOfAlike([&](int position) { return highlight.contains(position) == isMarked; },
+                         points, i);
+        paintDots(dots, geometry, part(points, i, end - i),
+                  chromosomeColor(highlight, points.positions[i]));
     }
     dots.flush();
 }
 
-// A segment has the colour of the point it ends at.
+// A segment has the colour of the point it ends at. There is none to or from what is not a number.
 void paintSegments(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
                    const PositionRange& highlight) {
-    const auto pixelOf = [&](std::size_t i) {
-        return QPoint(geometry.xOf(points.positions[i]), geometry.yOf(points.values[i]));
-    };
     SegmentPath path(canvas.painter());
-    QPoint from = pixelOf(0);
-    for (std::size_t i = 1; i < points.positions.size(); ++i) {
-        const QPoint to = pixelOf(i);
-        if (!std::isnan(points.values[i - 1]) && !std::isnan(points.values[i]))
-            path.add(from, to, chromosomeColor(highlight, points.positions[i]));
-        from = to;
+    for (std::size_t from = 0; from < points.positions.size(); from += Pixels::most) {
+        const PlotPoints batch = part(points, from, Pixels::most);
+        const Pixels pixels(geometry, batch);
+        for (std::size_t i = 0; i < batch.positions.size(); ++i) {
+            if (std::isnan(batch.values[i]))
+                path.lift();
+            else
+                path.goTo({pixels.x()[i], pixels.y()[i]},
+                          chromosomeColor(highlight, batch.positions[i]));
+        }
     }
     path.finish();
 }
@@ -148,7 +195,7 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
     if (plot.joined)
         paintSegments(canvas, geometry, points, plot.highlight);
     else
-        paintDots(dots, geometry, points, plot.highlight);
+        paintChromosomePoints(dots, geometry, points, plot.highlight);
     paintTitle(canvas, geometry, QLatin1String("max=") + valueText(geometry.realMaxY));
     paintPositionScale(canvas, geometry);
     return image;

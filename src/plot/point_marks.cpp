@@ -3,17 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 #include <cstdlib>
-
-namespace {
-
-// Far enough outside of any screen to draw nothing, near enough for the painter's own arithmetic.
-constexpr int farthestMerged = 10000;
-
-bool isNear(QPoint point) {
-    return point.y() > -farthestMerged && point.y() < farthestMerged;
-}
-
-} // namespace
+#include <tuple>
+#include <utility>
 
 DotStamp::DotStamp(QImage& image, const QPen& pen)
     : m_pixels(reinterpret_cast<QRgb*>(image.bits())),
@@ -54,6 +45,25 @@ std::vector<DotStamp::Run> DotStamp::runsOf(const QPen& pen) {
     return runs;
 }
 
+void DotStamp::put(std::span<const int> x, std::span<const int> y, QRgb color) {
+    if (color != m_color || m_count + x.size() > m_collected.size())
+        flush();
+    m_color = color;
+    size_t count = m_count;
+    for (size_t i = 0; i < x.size(); ++i) {
+        if (isAtEdge(x[i], y[i])) {
+            putAtEdge(x[i], y[i]);
+            continue;
+        }
+        // Whether a place is taken can't be foreseen: it is better calculated with than asked.
+        bool& isTaken = m_isTaken[placeOf(x[i], y[i])];
+        m_collected[count] = {x[i], y[i]};
+        count += isTaken ? 0 : 1;
+        isTaken = true;
+    }
+    m_count = count;
+}
+
 void DotStamp::flush() {
     for (size_t i = 0; i < m_count; ++i) {
         const auto [x, y] = m_collected[i];
@@ -77,31 +87,34 @@ void DotStamp::putAtEdge(int x, int y) {
     }
 }
 
-void SegmentPath::add(QPoint from, QPoint to, QRgb color) {
-    if (m_column && m_column->end == from && m_column->x == to.x() && m_column->color == color &&
-        isNear(to)) {
-        m_column->top = std::min(m_column->top, to.y());
-        m_column->bottom = std::max(m_column->bottom, to.y());
-        m_column->end = to;
-        return;
-    }
-    finish();
-    if (from.x() != to.x() || !isNear(from) || !isNear(to))
-        draw(from, to, color);
-    else
-        m_column =
-            Column{to.x(), std::min(from.y(), to.y()), std::max(from.y(), to.y()), to, color};
+void SegmentPath::lift() {
+    drawColumn();
+    m_isDown = false;
 }
 
-void SegmentPath::finish() {
-    if (m_column)
-        draw({m_column->x, m_column->top}, {m_column->x, m_column->bottom}, m_column->color);
-    m_column.reset();
+void SegmentPath::start(QPoint to, QRgb color) {
+    drawColumn();
+    const QPoint from = std::exchange(m_at, to);
+    if (!std::exchange(m_isDown, true))
+        return;
+    m_isColumn = from.x() == to.x() && isNear(from) && isNear(to);
+    if (!m_isColumn)
+        return draw(from, to, color);
+    std::tie(m_top, m_bottom) = std::minmax(from.y(), to.y());
+    m_color = color;
+}
+
+void SegmentPath::drawColumn() {
+    if (std::exchange(m_isColumn, false))
+        draw({m_at.x(), m_top}, {m_at.x(), m_bottom}, m_color);
 }
 
 void SegmentPath::draw(QPoint from, QPoint to, QRgb color) {
-    QPen pen = m_painter.pen();
-    pen.setColor(QColor::fromRgb(color));
-    m_painter.setPen(pen);
+    if (m_penColor != color) {
+        QPen pen = m_painter.pen();
+        pen.setColor(QColor::fromRgb(color));
+        m_painter.setPen(pen);
+        m_penColor = color;
+    }
     m_painter.drawLine(from, to);
 }

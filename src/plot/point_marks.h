@@ -4,10 +4,12 @@
 #include <QPen>
 #include <QPoint>
 #include <QRgb>
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 class QPainter;
@@ -24,24 +26,10 @@ public:
     // The pen is opaque, and the painter's dots are not antialiased.
     DotStamp(QImage& image, const QPen& pen);
 
-    // Any coordinates: what falls outside of the image is not drawn.
-    void put(int x, int y, QRgb color) {
-        if (color != m_color) {
-            flush();
-            m_color = color;
-        }
-        if (x < m_reach || y < m_reach || x >= m_width - m_reach || y >= m_height - m_reach) {
-            putAtEdge(x, y);
-            return;
-        }
-        // Whether a place is taken can't be foreseen: it is better calculated with than asked.
-        bool& isTaken = m_isTaken[placeOf(x, y)];
-        m_collected[m_count] = {x, y};
-        m_count += isTaken ? 0 : 1;
-        isTaken = true;
-        if (m_count == m_collected.size())
-            flush();
-    }
+    // Puts a dot at each x and y; the spans have the same length, at most mostAtOnce. Any
+    // coordinates: what falls outside of the image is not drawn.
+    void put(std::span<const int> x, std::span<const int> y, QRgb color);
+    static constexpr size_t mostAtOnce = 256;
 
     // Draws what was collected. To be called before anything else is drawn on the image, and at the
     // end.
@@ -58,6 +46,9 @@ private:
         int y;
     };
     static std::vector<Run> runsOf(const QPen& pen);
+    bool isAtEdge(int x, int y) const {
+        return x < m_reach || y < m_reach || x >= m_width - m_reach || y >= m_height - m_reach;
+    }
     void putAtEdge(int x, int y);
 
     // Column by column, as points mostly come.
@@ -71,7 +62,7 @@ private:
     int m_height;
     std::vector<Run> m_runs;
     std::vector<std::ptrdiff_t> m_offsets;
-    std::array<Place, 1024> m_collected;
+    std::array<Place, 4 * mostAtOnce> m_collected;
     size_t m_count = 0;
     std::unique_ptr<bool[]> m_isTaken; // for each pixel: a dot there is collected
     QRgb m_color = 0;
@@ -86,20 +77,38 @@ public:
     // The painter is to be drawn with by nothing else until the path is finished.
     explicit SegmentPath(QPainter& painter) : m_painter(painter) {}
 
-    void add(QPoint from, QPoint to, QRgb color);
-    void finish();
+    // Draws a segment from where the path is, if it is anywhere.
+    void goTo(QPoint to, QRgb color) {
+        if (m_isColumn && to.x() == m_at.x() && color == m_color && isNear(to)) {
+            m_top = std::min(m_top, to.y());
+            m_bottom = std::max(m_bottom, to.y());
+            m_at = to;
+        } else {
+            start(to, color);
+        }
+    }
+
+    // The path is nowhere, until it goes on.
+    void lift();
+    void finish() { lift(); }
 
 private:
+    // Far enough outside of any screen to draw nothing, near enough for the painter's own
+    // arithmetic.
+    static bool isNear(QPoint point) {
+        constexpr int farthest = 10000;
+        return point.y() > -farthest && point.y() < farthest;
+    }
+    void start(QPoint to, QRgb color);
+    void drawColumn();
     void draw(QPoint from, QPoint to, QRgb color);
 
-    struct Column {
-        int x;
-        int top;
-        int bottom;
-        QPoint end; // where the path has come to
-        QRgb color;
-    };
-
     QPainter& m_painter;
-    std::optional<Column> m_column; // segments seen, but not drawn yet
+    std::optional<QRgb> m_penColor;
+    bool m_isDown = false;
+    QPoint m_at;             // where the path is, if it is down
+    bool m_isColumn = false; // segments in one column were seen, but not drawn yet:
+    int m_top = 0;
+    int m_bottom = 0;
+    QRgb m_color = 0;
 };
