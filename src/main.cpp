@@ -28,6 +28,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 double realMaxY = 0.0;
 int minX = -1;
@@ -162,6 +163,15 @@ Points shownSet() {
 
 Points workingSet() {
     return {Pos_list2, Value_list2};
+}
+
+// For whoever changes the points and sets them again: left shared, they would be copied first.
+Points takeShownSet() {
+    return {std::exchange(Pos_list, {}), std::exchange(Value_list, {})};
+}
+
+Points takeWorkingSet() {
+    return {std::exchange(Pos_list2, {}), std::exchange(Value_list2, {})};
 }
 
 void setShownSet(const Points& points) {
@@ -553,7 +563,7 @@ void MyWidget::selectChromosome() {
 }
 
 void MyWidget::copyAndPaste() {
-    setShownSet(pointsInside(shownSet(), dataBox({boxStart, boxEnd}, sessionGeometry())));
+    setShownSet(pointsInside(takeShownSet(), dataBox({boxStart, boxEnd}, sessionGeometry())));
     getParameters();
     reloadPhoto();
     rubberBand->hide();
@@ -565,9 +575,9 @@ void MyWidget::removeSelection() {
     if (minX < 0)
         return;
     getParameters();
-    const Points kept = pointsOutside(workingSet(), {minX, maxX, minY, maxY});
-    setShownSet(kept);
-    setWorkingSet(kept);
+    setShownSet({});
+    setWorkingSet(pointsOutside(takeWorkingSet(), {minX, maxX, minY, maxY}));
+    setShownSet(workingSet());
     getParameters();
     reloadPhoto();
 }

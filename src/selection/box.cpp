@@ -5,23 +5,23 @@
 
 namespace {
 
-// Counts first: to look at a million points twice takes less time than to move those found from one
-// memory to a larger one again and again.
+// In place, where nobody shares the points. Whether one passes can't be foreseen: each is moved to
+// the end of those that did, and the next one over it if it did not.
 template <typename Test>
-Points pointsThat(Test pass, const Points& points) {
+Points pointsThat(Test pass, Points points) {
+    int* const positions = points.positions.data();
+    double* const values = points.values.data();
     qsizetype count = 0;
-    for (qsizetype i = 0; i < points.positions.size(); ++i)
-        count += pass(points.positions[i], points.values[i]) ? 1 : 0;
-    Points passed{QList<int>(count), QList<double>(count)};
-    int* position = passed.positions.data();
-    double* value = passed.values.data();
     for (qsizetype i = 0; i < points.positions.size(); ++i) {
-        if (!pass(points.positions[i], points.values[i]))
-            continue;
-        *position++ = points.positions[i];
-        *value++ = points.values[i];
+        const int position = positions[i];
+        const double value = values[i];
+        positions[count] = position;
+        values[count] = value;
+        count += pass(position, value) ? 1 : 0;
     }
-    return passed;
+    points.positions.resize(count);
+    points.values.resize(count);
+    return points;
 }
 
 } // namespace
@@ -47,14 +47,14 @@ DataBox dataBox(const PixelBox& box, const PlotGeometry& geometry) {
     return data;
 }
 
-Points pointsInside(const Points& points, const DataBox& box) {
+Points pointsInside(Points points, const DataBox& box) {
     return pointsThat([&](int position, double value) { return box.contains(position, value); },
-                      points);
+                      std::move(points));
 }
 
-Points pointsOutside(const Points& points, const DataBox& box) {
+Points pointsOutside(Points points, const DataBox& box) {
     return pointsThat([&](int position, double value) { return !box.contains(position, value); },
-                      points);
+                      std::move(points));
 }
 
 std::optional<int> chromosomeAt(int position, const QVector<int>& startValue,

@@ -35,9 +35,10 @@ struct DataBox {
 
 DataBox dataBox(const PixelBox& box, const PlotGeometry& geometry);
 
-// The points inside the box, or those outside of it, in their order.
-Points pointsInside(const Points& points, const DataBox& box);
-Points pointsOutside(const Points& points, const DataBox& box);
+// The points inside the box, or those outside of it, in their order. Points handed over, which
+// nobody shares, are picked out in place.
+Points pointsInside(Points points, const DataBox& box);
+Points pointsOutside(Points points, const DataBox& box);
 
 // The first chromosome whose range holds the genome coordinate, both ends included; index-aligned
 // lists. The first of all where none does; nothing where there are no chromosomes.
