@@ -9,7 +9,7 @@ namespace {
 
 struct Step {
     const char* name;
-    const char* before; // the step whose time this one's holds; empty for none
+    const char* before; // the steps whose time this one's holds, parted by blanks
     const char* what;
 };
 
@@ -19,8 +19,8 @@ constexpr Step steps[] = {
     {"fields", "blocks", "finding delimiters and line ends"},
     {"lines", "fields", "going through lines, taking three fields"},
     {"numbers", "lines", "position and p-value"},
-    {"logarithm", "numbers", "logarithm"},
-    {"scan", "logarithm", "labels, lists, layout on the genome axis"},
+    {"logarithm", "", "logarithm"},
+    {"scan", "numbers logarithm", "labels, lists, layout on the genome axis"},
     {"geometry", "", "range and scale of the view"},
     {"genome", "", "drawing"},
 };
@@ -53,11 +53,13 @@ void reportSteps(const Extent& extent) {
         {QStringLiteral("opening %1 lines").arg(lines), "median", "per line", "share"});
     double rest = whole;
     for (const Step& step : steps) {
-        const double seconds = samples[step.name].median() -
-                               (*step.before == '\0' ? 0.0 : samples[step.before].median());
+        double seconds = samples[step.name].median();
+        for (const QString& before :
+             QString::fromLatin1(step.before).split(u' ', Qt::SkipEmptyParts))
+            seconds -= samples[before].median();
         addStep(QString::fromLatin1(step.what), seconds, whole, lines);
         rest -= seconds;
     }
-    addStep("the rest: dialog, window, picture on the window", rest, whole, lines);
+    addStep("the rest: window, picture on the window", rest, whole, lines);
     addStep("open", whole, whole, lines);
 }
