@@ -16,23 +16,9 @@ std::optional<char> delimiterOf(std::string_view firstLine) {
     return std::nullopt;
 }
 
-std::vector<std::string_view> split(std::string_view text, char delimiter) {
-    std::vector<std::string_view> fields;
-    fields.reserve(static_cast<size_t>(std::count(text.begin(), text.end(), delimiter)) + 1);
-    size_t start = 0, end = 0;
-    while ((end = text.find(delimiter, start)) != std::string_view::npos) {
-        fields.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    fields.push_back(text.substr(start));
-    return fields;
-}
-
 bool isNumeric(std::string_view field) {
     return toInteger(field) || toReal(field);
 }
-
-using Titles = std::vector<std::string_view>;
 
 // The words are searched for loosely because every tool titles its columns in its own way.
 bool mentions(std::string_view title, std::initializer_list<const char*> words) {
@@ -55,8 +41,16 @@ bool namesChromosome(std::string_view title) {
 }
 
 // The leftmost column whose title passes; the number of titles where none does.
-size_t columnWhere(bool (*passes)(std::string_view), const Titles& titles) {
-    return static_cast<size_t>(std::find_if(titles.begin(), titles.end(), passes) - titles.begin());
+size_t columnWhere(bool (*passes)(std::string_view), const LineFields& titles) {
+    size_t column = 0;
+    while (column < titles.fieldCount() && !passes(titles.field(column)))
+        ++column;
+    return column;
+}
+
+bool isHeader(const LineFields& line) {
+    return columnWhere([](std::string_view field) { return !isNumeric(field); }, line) <
+           line.fieldCount();
 }
 
 } // namespace
@@ -78,27 +72,26 @@ std::optional<Fault> AssociationFile::open() {
 
 std::optional<Fault> AssociationFile::readFirstLine() {
     const std::string_view piece = m_blocks.piece();
-    const std::string_view firstLine = piece.substr(0, piece.find('\n'));
-    const std::optional<char> delimiter = delimiterOf(firstLine);
+    const std::optional<char> delimiter = delimiterOf(piece.substr(0, piece.find('\n')));
     if (!delimiter)
         return Fault::UnknownDelimiter;
     m_delimiter = *delimiter;
-    const std::vector<std::string_view> fields = split(firstLine, m_delimiter);
-    if (fields.size() < 3)
-        return Fault::TooFewColumns;
     m_lines.find(piece, m_delimiter);
-    if (std::all_of(fields.begin(), fields.end(), isNumeric))
-        return std::nullopt;
     m_lines.nextLine();
-    return findColumns(fields);
+    if (m_lines.fieldCount() < 3)
+        return Fault::TooFewColumns;
+    if (isHeader(m_lines))
+        return findColumns();
+    m_lines.rewind();
+    return std::nullopt;
 }
 
-std::optional<Fault> AssociationFile::findColumns(const Titles& titles) {
-    m_positionColumn = columnWhere(namesPosition, titles);
-    m_pValueColumn = columnWhere(namesPValue, titles);
-    m_chromosomeColumn = columnWhere(namesChromosome, titles);
+std::optional<Fault> AssociationFile::findColumns() {
+    m_positionColumn = columnWhere(namesPosition, m_lines);
+    m_pValueColumn = columnWhere(namesPValue, m_lines);
+    m_chromosomeColumn = columnWhere(namesChromosome, m_lines);
     m_columnsNeeded = std::max({m_chromosomeColumn, m_positionColumn, m_pValueColumn}) + 1;
-    if (m_columnsNeeded > titles.size())
+    if (m_columnsNeeded > m_lines.fieldCount())
         return Fault::IncorrectColumns;
     return std::nullopt;
 }

@@ -6,7 +6,6 @@
 
 #include <optional>
 #include <string_view>
-#include <vector>
 
 class QIODevice;
 
@@ -52,7 +51,7 @@ public:
 
 private:
     std::optional<Fault> readFirstLine();
-    std::optional<Fault> findColumns(const std::vector<std::string_view>& titles);
+    std::optional<Fault> findColumns();
     bool nextPiece();
     bool nextLine() {
         while (!m_lines.nextLine())

@@ -9,7 +9,7 @@ void LineFields::find(std::string_view text, char delimiter) {
     constexpr size_t beforeText = static_cast<size_t>(-1);
     constexpr size_t stretch = 64 * fieldBlockSize;
     m_text = text.data();
-    m_line = m_lineStart = m_lineEnd = 0;
+    rewind();
     FieldEnds ends{};
     roomFor(1, m_fieldEnds)[0] = beforeText;
     for (size_t from = 0; from < text.size(); from += stretch) {

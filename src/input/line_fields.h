@@ -21,6 +21,9 @@ public:
         return true;
     }
 
+    // Goes back to before the first line.
+    void rewind() { m_line = m_lineStart = m_lineEnd = 0; }
+
     // Of the line that nextLine() came to: an empty one has one field, which is empty.
     size_t fieldCount() const { return m_lineEnd - m_lineStart; }
     bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
