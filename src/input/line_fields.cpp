@@ -6,7 +6,7 @@
 
 // The lists grow with the fields found, not with the bytes looked at: a line may have gigabytes.
 void LineFields::find(std::string_view text, char delimiter) {
-    constexpr size_t beforeText = static_cast<size_t>(-1);
+    constexpr auto beforeText = static_cast<size_t>(-1);
     constexpr size_t stretch = 64 * fieldBlockSize;
     m_text = text.data();
     rewind();
