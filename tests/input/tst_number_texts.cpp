@@ -1,8 +1,10 @@
+#include "input/number_fields.h"
 #include "support/reading.h"
 #include "support/reading_check.h"
 
 #include <QTest>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 // What is a number, and which: every text that somebody's tool may write, or nobody's.
@@ -20,6 +22,8 @@ private slots:
     void badPositions();
     void firstLineOfNumbers_data();
     void firstLineOfNumbers();
+    void everyCharacterInEveryPlace_data();
+    void everyCharacterInEveryPlace();
 };
 
 namespace {
@@ -35,6 +39,13 @@ QByteArray fileOf(const QString& position, const QString& pValue) {
 
 void checkFault(const QByteArray& file, const char* fault) {
     checkReading(file, QStringLiteral("1"), QString(fault), QString(fault));
+}
+
+// The same bits, so that a zero keeps its sign and what is not a number is the same as itself.
+template <typename Number>
+bool isSame(std::optional<Number> number, Number expected, bool isNumber) {
+    return number.has_value() == isNumber &&
+           (!isNumber || std::memcmp(&*number, &expected, sizeof expected) == 0);
 }
 
 } // namespace
@@ -343,6 +354,30 @@ void NumberTexts::firstLineOfNumbers() {
     const QString noColumns = QStringLiteral("Incorrect data columns!");
     checkReading(file, QStringLiteral("1"), isNumber ? QStringLiteral("1: 1 2 = 1 1") : noColumns,
                  isNumber ? QStringLiteral("100 200 = 1 1") : noColumns);
+}
+
+void NumberTexts::everyCharacterInEveryPlace_data() {
+    QTest::addColumn<QByteArray>("digits");
+    for (const char* digits : {"12", "1234", "12345678", "123456789", "1234567890", "0.1234",
+                               "0.12345678", "0.123456789", "1.5e-08", "12.5E+10"})
+        QTest::newRow(digits) << QByteArray(digits);
+}
+
+// Digits that are calculated with several at once could take a neighbour of theirs for one more.
+void NumberTexts::everyCharacterInEveryPlace() {
+    QFETCH(QByteArray, digits);
+    for (qsizetype place = 0; place < digits.size(); ++place) {
+        for (char character = 1; character < 127; ++character) {
+            QByteArray text = digits;
+            text[place] = character;
+            bool isInteger = false, isReal = false;
+            const int integer = QString::fromUtf8(text).toInt(&isInteger);
+            const double real = QString::fromUtf8(text).toDouble(&isReal);
+            const std::string_view field(text.constData(), static_cast<size_t>(text.size()));
+            QVERIFY2(isSame(toInteger(field), integer, isInteger), text.constData());
+            QVERIFY2(isSame(toReal(field), real, isReal), text.constData());
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(NumberTexts)
