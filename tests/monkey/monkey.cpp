@@ -163,6 +163,9 @@ private:
         if (!m_random.oneIn(12))
             return;
         QFile file(choices::dataFile(m_random));
+        // The log has to hold what the program wrote to it.
+        if (file.fileName() == QLatin1String("Pelmark_log.txt"))
+            return;
         tell("shorten " + file.fileName());
         file.resize(file.size() * m_random.below(100) / 100);
     }
