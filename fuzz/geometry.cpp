@@ -7,16 +7,14 @@
 #include "points_input.h"
 #include "selection/box.h"
 
-#include <cstdlib>
-
 namespace {
 
 // Data as most files hold it: from left to right, and no sum of positions leaves the numbers'
 // range.
 bool isOrdinary(const PlotGeometry& geometry) {
     constexpr int farthest = 900'000'000;
-    return geometry.realMinX < geometry.realMaxX && std::abs(geometry.realMinX) < farthest &&
-           std::abs(geometry.realMaxX) < farthest && geometry.width > 0;
+    return -farthest < geometry.realMinX && geometry.realMinX < geometry.realMaxX &&
+           geometry.realMaxX < farthest && geometry.width > 0;
 }
 
 void checkWayBack(const PlotGeometry& geometry, const Points& points) {
