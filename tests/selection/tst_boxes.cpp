@@ -29,6 +29,11 @@ constexpr int highest = std::numeric_limits<int>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+// The toolkit compares no bytes of two empty lists at addresses of which one may be null.
+bool isEmpty(const Points& points) {
+    return points.positions.isEmpty() && points.values.isEmpty();
+}
+
 } // namespace
 
 void Boxes::within_data() {
@@ -145,18 +150,18 @@ void Boxes::valuesThatAreNoNumbers() {
     QCOMPARE(outside.positions, QList<int>({150}));
     QVERIFY(qIsNaN(outside.values.constFirst()));
     const DataBox nowhere{lowest, highest, notANumber, notANumber};
-    QCOMPARE(pointsInside({{150}, {3.0}}, nowhere), Points());
+    QVERIFY(isEmpty(pointsInside({{150}, {3.0}}, nowhere)));
     QCOMPARE(pointsOutside({{150}, {3.0}}, nowhere), (Points{{150}, {3.0}}));
 }
 
 void Boxes::allAndNothing() {
     const Points points{{1, 2, 3}, {1.0, 2.0, 3.0}};
     QCOMPARE(pointsInside(points, {1, 3, 1.0, 3.0}), points);
-    QCOMPARE(pointsOutside(points, {1, 3, 1.0, 3.0}), Points());
-    QCOMPARE(pointsInside(points, {4, 9, 1.0, 3.0}), Points());
+    QVERIFY(isEmpty(pointsOutside(points, {1, 3, 1.0, 3.0})));
+    QVERIFY(isEmpty(pointsInside(points, {4, 9, 1.0, 3.0})));
     QCOMPARE(pointsOutside(points, {4, 9, 1.0, 3.0}), points);
-    QCOMPARE(pointsInside(Points(), {1, 3, 1.0, 3.0}), Points());
-    QCOMPARE(pointsOutside(Points(), {1, 3, 1.0, 3.0}), Points());
+    QVERIFY(isEmpty(pointsInside(Points(), {1, 3, 1.0, 3.0})));
+    QVERIFY(isEmpty(pointsOutside(Points(), {1, 3, 1.0, 3.0})));
 }
 
 void Boxes::chromosome_data() {
