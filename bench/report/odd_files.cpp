@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double cliff = 6.0; // times the plain layout's time per byte
+constexpr double cliff = 4.0; // times the plain layout's time per byte
 
 // Of about as many bytes as a plain file of so many lines.
 qint64 markersFor(const ScanLayout& layout, qint64 plainLines) {

@@ -6,8 +6,8 @@
 // to two shared lists.
 //
 // The logarithms are taken of many p-values in a row, when the next one has nothing to wait for: in
-// half the time that they take between one line and the next. What is collected takes no more
-// memory than it fills, as the lists' room behind it is never touched.
+// two thirds of the time that they take between one line and the next. The room that the lists keep
+// for more is mostly never touched, so that it costs addresses rather than memory.
 class PointCollector {
 public:
     qsizetype size() const { return m_size; }
