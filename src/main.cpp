@@ -161,10 +161,6 @@ Points shownSet() {
     return {Pos_list, Value_list};
 }
 
-Points workingSet() {
-    return {Pos_list2, Value_list2};
-}
-
 // For whoever changes the points and sets them again: left shared, they would be copied first.
 Points takeShownSet() {
     return {std::exchange(Pos_list, {}), std::exchange(Value_list, {})};
@@ -182,6 +178,31 @@ void setShownSet(const Points& points) {
 void setWorkingSet(const Points& points) {
     Pos_list2 = points.positions;
     Value_list2 = points.values;
+}
+
+// Nobody needs the last points while others are read: their memory is free for those.
+void forgetPoints() {
+    setShownSet({});
+    setWorkingSet({});
+}
+
+// A list keeps the memory that it has: to write there again costs less than to have the system
+// clear new memory for it.
+template <typename T>
+void copyInto(QList<T>& list, const QList<T>& from) {
+    list.clear();
+    list.append(from);
+}
+
+// A chromosome's points are not shared by the two sets, so that each can be picked out in place.
+void copyShownToWorkingSet() {
+    copyInto(Pos_list2, Pos_list);
+    copyInto(Value_list2, Value_list);
+}
+
+void copyWorkingToShownSet() {
+    copyInto(Pos_list, Pos_list2);
+    copyInto(Value_list, Value_list2);
 }
 
 PlotPoints firstPoints(const QList<int>& positions, const QList<double>& values, int count) {
@@ -457,7 +478,7 @@ void MyWidget::getManhattan0() {
     AssociationFile file(dataFile);
     if (const std::optional<Fault> fault = file.open())
         endProcess(*fault);
-    setShownSet({});
+    forgetPoints();
     const GenomeScan scan = valueOrEnd(scanGenome(file));
     Tag = scan.chromosomes.tags;
     Start_index = scan.chromosomes.startIndex;
@@ -475,14 +496,13 @@ void MyWidget::getManhattan() {
     AssociationFile file(dataFile);
     if (const std::optional<Fault> fault = file.open())
         endProcess(*fault);
-    setShownSet({});
+    forgetPoints();
     if (selected_chromosome < 0 || selected_chromosome >= Tag.size())
         endProcess(Fault::TooFewChromosomePoints);
     const QString label = Tag[selected_chromosome];
     writeLog("selected chromosome by getManhattan ", label, '\n');
-    const Points points = valueOrEnd(loadChromosome(file, label));
-    setShownSet(points);
-    setWorkingSet(points);
+    setShownSet(valueOrEnd(loadChromosome(file, label)));
+    copyShownToWorkingSet();
 }
 
 // ---- Plot: view range and scale, the two plots
@@ -575,15 +595,14 @@ void MyWidget::removeSelection() {
     if (minX < 0)
         return;
     getParameters();
-    setShownSet({});
     setWorkingSet(pointsOutside(takeWorkingSet(), {minX, maxX, minY, maxY}));
-    setShownSet(workingSet());
+    copyWorkingToShownSet();
     getParameters();
     reloadPhoto();
 }
 
 void MyWidget::showRemaining() {
-    setShownSet(workingSet());
+    copyWorkingToShownSet();
     getParameters();
     reloadPhoto();
 }

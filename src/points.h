@@ -3,7 +3,7 @@
 #include <QList>
 
 // Markers as the plots show them: entry i of both lists is one point. Lists are shared on copy, so
-// handing points from the shown set to the working set and back costs nothing until one is changed.
+// handing points on costs nothing until one of their holders changes them.
 struct Points {
     QList<int> positions; // base pairs, or genome coordinates (100 base pairs) in the genome view
     QList<double> values; // -log10 p
