@@ -13,18 +13,20 @@ namespace {
 
 constexpr int basePairsPerUnit = 100;
 
-struct Chromosome {
-    std::string label; // UTF-8
-    qsizetype firstPoint;
+// The chromosomes met, index-aligned.
+struct Chromosomes {
+    QStringList tags;
+    QList<qsizetype> firstPoints; // places in the point list
 };
 
 // Reads all points and lays their chromosomes end to end on the genome axis: every point keeps its
 // distance from the first point of its chromosome, which lies one unit behind the last point of the
 // chromosome before.
 std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
-                                QList<Chromosome>& chromosomes) {
+                                Chromosomes& chromosomes) {
     Record record;
     Marker marker;
+    std::string label; // UTF-8
     int coordinate = 0, shift = 0;
     while (file.next(record)) {
         if (const MarkerResult result = readMarker(record, marker); result != MarkerResult::Kept) {
@@ -33,8 +35,10 @@ std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
             continue;
         }
         const int position = marker.position / basePairsPerUnit;
-        if (chromosomes.isEmpty() || chromosomes.constLast().label != record.chromosome) {
-            chromosomes.append({std::string(record.chromosome), points.size()});
+        if (points.size() == 0 || label != record.chromosome) {
+            label = record.chromosome;
+            chromosomes.tags.append(fromUtf8(label));
+            chromosomes.firstPoints.append(points.size());
             shift = wrappedSum(wrappedDifference(coordinate, position), 1);
         }
         coordinate = wrappedSum(position, shift);
@@ -43,13 +47,14 @@ std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
     return file.fault();
 }
 
-ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& positions) {
+ChromosomeIndex indexOf(const Chromosomes& chromosomes, const QList<int>& positions) {
+    const QList<qsizetype>& firstPoints = chromosomes.firstPoints;
     ChromosomeIndex index;
-    for (qsizetype c = 0; c < chromosomes.size(); ++c) {
-        const bool isFirst = c == 0, isLast = c + 1 == chromosomes.size();
-        const qsizetype start = isFirst ? 0 : chromosomes[c].firstPoint + 1;
-        const qsizetype end = isLast ? positions.size() - 1 : chromosomes[c + 1].firstPoint;
-        index.tags.append(fromUtf8(chromosomes[c].label));
+    index.tags = chromosomes.tags;
+    for (qsizetype c = 0; c < firstPoints.size(); ++c) {
+        const bool isFirst = c == 0, isLast = c + 1 == firstPoints.size();
+        const qsizetype start = isFirst ? 0 : firstPoints[c] + 1;
+        const qsizetype end = isLast ? positions.size() - 1 : firstPoints[c + 1];
         index.startIndex.append(static_cast<int>(start));
         index.endIndex.append(static_cast<int>(end));
         // A last chromosome of one point has no second point to start at: it starts at that one.
@@ -64,7 +69,7 @@ ChromosomeIndex indexOf(const QList<Chromosome>& chromosomes, const QList<int>& 
 
 Result<GenomeScan> scanGenome(AssociationFile& file) {
     PointCollector points;
-    QList<Chromosome> chromosomes;
+    Chromosomes chromosomes;
     if (const std::optional<Fault> fault = readPoints(file, points, chromosomes))
         return *fault;
     if (points.size() < 2)

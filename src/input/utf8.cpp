@@ -26,6 +26,14 @@ bool isSurrogateCode(std::string_view bytes) {
     return bytes.size() >= 3 && bytes[0] == '\xED' && static_cast<unsigned char>(bytes[1]) >= 0xA0;
 }
 
+// The place of the next such code at or behind `from`; the end where there is none.
+size_t surrogateCode(std::string_view bytes, size_t from) {
+    size_t at = bytes.find('\xED', from);
+    while (at < bytes.size() && !isSurrogateCode(bytes.substr(at)))
+        at = bytes.find('\xED', at + 1);
+    return std::min(at, bytes.size());
+}
+
 // A byte-order mark at the front is text like any other here, but the toolkit takes it away.
 QString plainText(std::string_view bytes) {
     const QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
@@ -66,9 +74,7 @@ QString fromUtf8(std::string_view bytes) {
     QString text;
     size_t from = 0;
     while (from < bytes.size()) {
-        size_t to = from;
-        while (to < bytes.size() && !isSurrogateCode(bytes.substr(to)))
-            ++to;
+        const size_t to = surrogateCode(bytes, from);
         text.append(plainText(bytes.substr(from, to - from)));
         if (to < bytes.size())
             text.append(surrogateOf(bytes.substr(to)));
