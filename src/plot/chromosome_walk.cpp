@@ -10,11 +10,15 @@ ChromosomeWalk::ChromosomeWalk(const QVector<int>& startValue, const QVector<int
 }
 
 void ChromosomeWalk::search(int position) {
-    const auto afterFirst = m_smallestStart.cbegin() + 1;
-    const auto behind = std::upper_bound(afterFirst, m_smallestStart.cend(), position);
+    const auto afterFirst = m_smallestStart.cbegin() + 1, end = m_smallestStart.cend();
+    auto behind = afterFirst + m_chromosome;
+    // A file's points mostly go on to the next chromosome.
+    const bool isNext =
+        behind != end && *behind <= position && (behind + 1 == end || position < behind[1]);
+    behind = isNext ? behind + 1 : std::upper_bound(afterFirst, end, position);
     m_chromosome = behind - afterFirst;
     m_from = m_chromosome == 0 ? std::numeric_limits<int>::min() : *(behind - 1);
-    m_to = behind == m_smallestStart.cend() ? std::numeric_limits<qint64>::max() : *behind;
+    m_to = behind == end ? std::numeric_limits<qint64>::max() : *behind;
     if (m_chromosome > 0)
         m_red = m_colorValue[m_chromosome];
 }
