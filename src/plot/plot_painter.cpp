@@ -27,14 +27,17 @@ QRgb genomeColor(int red) {
 }
 
 // A label stands under the stretch from its chromosome's first point to the one before the point
-// that ended it. Without any width nothing of it would show.
-void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end, int height) {
-    const int width = wrappedDifference(end, start);
-    if (width == 0)
+// that ended it, and is cut off at the stretch's ends. Beside the image, or where the stretch has
+// no width, nothing of it would show.
+void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end,
+                const PlotGeometry& geometry) {
+    constexpr int overhang = 100; // pixels, more than a letter sticks out of its place
+    const QRectF stretch(start, 0, wrappedDifference(end, start), geometry.height);
+    const QRectF nearImage(-overhang, 0, geometry.width + 2 * overhang, geometry.height);
+    if (start == end || !stretch.normalized().intersects(nearImage))
         return;
     canvas.setColor(genomeColor(red));
-    canvas.painter().drawText(QRectF(start, 0, width, height), Qt::AlignBottom | Qt::AlignCenter,
-                              label);
+    canvas.painter().drawText(stretch, Qt::AlignBottom | Qt::AlignCenter, label);
 }
 
 // The points from a place on, at most `count` of them.
@@ -98,7 +101,7 @@ void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geome
                 canvas.painter().setFont(plotFont(10));
             dots.flush();
             paintLabel(canvas, plot.tags[chromosome], previousRed, labelStart,
-                       xAt(i == 0 ? 0 : i - 1), geometry.height);
+                       xAt(i == 0 ? 0 : i - 1), geometry);
             labelStart = xAt(i);
         }
         chromosome = next;
@@ -108,7 +111,7 @@ void paintGenomePoints(Canvas& canvas, DotStamp& dots, const PlotGeometry& geome
     dots.flush();
     const std::size_t last = points.positions.size() - 1;
     paintLabel(canvas, plot.tags[chromosome], walk.red(), labelStart, xAt(last == 0 ? 0 : last - 1),
-               geometry.height);
+               geometry);
 }
 
 QRgb chromosomeColor(const PositionRange& highlight, int position) {

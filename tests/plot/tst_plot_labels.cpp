@@ -12,6 +12,8 @@ private slots:
     void referenceLines();
     void chromosomeLabels();
     void labelOfTheLastChromosome();
+    void labelsAroundTheImage_data();
+    void labelsAroundTheImage();
     void title();
     void positionScale();
     void noPoints();
@@ -97,6 +99,33 @@ void PlotLabels::labelOfTheLastChromosome() {
         QVERIFY(!label.isEmpty());
         QVERIFY2(std::abs(label.center().x() - 60) <= 2, qPrintable(QString::number(label.x())));
     }
+}
+
+void PlotLabels::labelsAroundTheImage_data() {
+    QTest::addColumn<int>("width"); // of the stretch that the label stands under
+    QTest::newRow("too narrow") << 9;
+    QTest::newRow("wide") << 90;
+    QTest::newRow("wider than the image") << 500;
+    QTest::newRow("backwards") << -90;
+}
+
+// Left of the image, right of it, and cut by its edges.
+void PlotLabels::labelsAroundTheImage() {
+    QFETCH(int, width);
+    GenomePlot plot = genomeOf({0, 100'000});
+    plot.tags = QStringList{"chromosome", "Y"};
+    int shown = 0, hidden = 0;
+    for (int start = -600; start < 600; start += 7) {
+        // The second chromosome lies far away, so that only its first point ends the first one.
+        const Points points{{start, start + width, 200'000}, {60.0, 60.0, 60.0}};
+        const QImage image = paintGenome(unitGeometry(), pointsOf(points), plot);
+        QCOMPARE(image, plain::paintGenome(unitGeometry(), pointsOf(points), plot));
+        const bool isShown = !ink(image, QRect(0, 80, 200, 20)).isEmpty();
+        shown += isShown ? 1 : 0;
+        hidden += isShown ? 0 : 1;
+    }
+    QVERIFY(shown > 0);
+    QVERIFY(hidden > 0);
 }
 
 void PlotLabels::title() {
