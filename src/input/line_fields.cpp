@@ -19,14 +19,15 @@ void LineFields::find(std::string_view text, char delimiter) {
         findFieldEnds(text.data(), from, to, delimiter, ends);
     }
     if (!text.empty() && text.back() != '\n') {
-        m_fieldEnds[1 + ends.fieldCount++] = text.size();
-        m_lineEnds[ends.lineCount++] = ends.fieldCount;
+        ends.fields[ends.fieldCount++] = text.size();
+        ends.lines[ends.lineCount++] = ends.fieldCount;
     }
     m_lineCount = ends.lineCount;
 }
 
-size_t* LineFields::roomFor(size_t count, std::vector<size_t>& list) {
-    if (list.size() < count)
-        list.resize(2 * count);
+size_t* LineFields::roomFor(size_t count, QList<size_t>& list) {
+    const auto size = static_cast<qsizetype>(count);
+    if (list.size() < size)
+        list.resize(size);
     return list.data();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <cstddef>
 #include <string_view>
-#include <vector>
 
 // Finds where the fields of all lines of a text end, in one pass over its bytes.
 class LineFields {
@@ -17,7 +17,7 @@ public:
         if (m_line == m_lineCount)
             return false;
         m_lineStart = m_lineEnd;
-        m_lineEnd = m_lineEnds[m_line++];
+        m_lineEnd = m_lineEnds.constData()[m_line++];
         return true;
     }
 
@@ -29,21 +29,21 @@ public:
     bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
 
     std::string_view field(size_t i) const {
-        const size_t* const end = m_fieldEnds.data() + m_lineStart + i + 1;
+        const size_t* const end = m_fieldEnds.constData() + m_lineStart + i + 1;
         const size_t start = end[-1] + 1;
         return {m_text + start, *end - start};
     }
 
 private:
-    static size_t* roomFor(size_t count, std::vector<size_t>& list);
+    static size_t* roomFor(size_t count, QList<size_t>& list);
 
     const char* m_text = nullptr;
     // Offset of the delimiter or line feed behind each field, as if there were one before the text
     // too: all the others stand one place late.
-    std::vector<size_t> m_fieldEnds;
-    std::vector<size_t> m_lineEnds; // for each line, the number of fields up to its end
-    size_t m_lineCount = 0;         // both lists are longer than what counts in them
-    size_t m_line = 0;              // the next line
-    size_t m_lineStart = 0;         // the number of fields before this line, and up to its end
+    QList<size_t> m_fieldEnds;
+    QList<size_t> m_lineEnds; // for each line, the number of fields up to its end
+    size_t m_lineCount = 0;   // both lists are longer than what counts in them
+    size_t m_line = 0;        // the next line
+    size_t m_lineStart = 0;   // the number of fields before this line, and up to its end
     size_t m_lineEnd = 0;
 };

@@ -34,7 +34,7 @@ void paintLabel(Canvas& canvas, const QString& label, int red, int start, int en
     constexpr int overhang = 100; // pixels, more than a letter sticks out of its place
     const QRectF stretch(start, 0, wrappedDifference(end, start), geometry.height);
     const QRectF nearImage(-overhang, 0, geometry.width + 2 * overhang, geometry.height);
-    if (start == end || !stretch.normalized().intersects(nearImage))
+    if (start == end || !stretch.intersects(nearImage))
         return;
     canvas.setColor(genomeColor(red));
     canvas.painter().drawText(stretch, Qt::AlignBottom | Qt::AlignCenter, label);
