@@ -1,6 +1,7 @@
 #include "input/number_fields.h"
 
 #include "input/utf8.h"
+#include "powers_of_ten.h"
 
 #include <QtEndian>
 #include <cfloat>
@@ -99,10 +100,6 @@ PlainReal parsePlainReal(std::string_view field) {
     }
     return real;
 }
-
-constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // A whole number below 2^53 and a power of ten up to 10^22 are doubles without rounding, so that
 // their product or quotient is rounded once: correctly. Not where the machine calculates in wider
