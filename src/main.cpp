@@ -189,9 +189,9 @@ void forgetPoints() {
 // A list keeps the memory that it has: to write there again costs less than to have the system
 // clear new memory for it.
 template <typename T>
-void copyInto(QList<T>& list, const QList<T>& from) {
-    list.clear();
-    list.append(from);
+void copyInto(QList<T>& target, const QList<T>& source) {
+    target.clear();
+    target.append(source);
 }
 
 // A chromosome's points are not shared by the two sets, so that each can be picked out in place.

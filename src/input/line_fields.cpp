@@ -19,8 +19,8 @@ void LineFields::find(std::string_view text, char delimiter) {
         findFieldEnds(text.data(), from, to, delimiter, ends);
     }
     if (!text.empty() && text.back() != '\n') {
-        ends.fields[ends.fieldCount++] = text.size();
-        ends.lines[ends.lineCount++] = ends.fieldCount;
+        m_fieldEnds.data()[1 + ends.fieldCount++] = text.size();
+        m_lineEnds.data()[ends.lineCount++] = ends.fieldCount;
     }
     m_lineCount = ends.lineCount;
 }
