@@ -51,7 +51,9 @@ char* writeFixed(const char* digits, const char* end, int exponent, char* at) {
 
 char* writeScientific(const char* digits, const char* end, int exponent, char* at) {
     at = writeFixed(digits, end, 0, at);
-    at = std::copy_n(exponent > -10 ? "e-0" : "e-", exponent > -10 ? 3 : 2, at);
+    at = std::copy_n("e-", 2, at);
+    if (exponent > -10)
+        *at++ = '0';
     return std::to_chars(at, at + 2, -exponent).ptr;
 }
 
