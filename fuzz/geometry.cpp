@@ -2,10 +2,10 @@
 // leads to is what must hold for any data. Input: screen, box, points.
 
 #include "finding.h"
-#include "plot/chromosome_walk.h"
-#include "plot/plot_geometry.h"
+#include "chromosome_walk.h"
+#include "plot_geometry.h"
 #include "points_input.h"
-#include "selection/box.h"
+#include "box.h"
 
 namespace {
 

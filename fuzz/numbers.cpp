@@ -3,8 +3,8 @@
 
 #include "finding.h"
 #include "input.h"
-#include "input/number_fields.h"
-#include "input/utf8.h"
+#include "number_fields.h"
+#include "utf8.h"
 
 #include <bit>
 #include <cmath>

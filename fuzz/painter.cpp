@@ -2,9 +2,9 @@
 // points.
 
 #include "finding.h"
-#include "plain/plain_painter.h"
-#include "plot/plot_geometry.h"
-#include "plot/plot_painter.h"
+#include "plain_painter.h"
+#include "plot_geometry.h"
+#include "plot_painter.h"
 #include "points_input.h"
 
 #include <QGuiApplication>

@@ -2,7 +2,7 @@
 // points that were saved. Input: label, points.
 
 #include "finding.h"
-#include "output/point_table.h"
+#include "point_table.h"
 #include "points_input.h"
 #include "support/reading.h"
 

@@ -3,9 +3,9 @@
 
 #include "finding.h"
 #include "input.h"
-#include "input/utf8.h"
-#include "output/point_table.h"
-#include "plot/plot_texts.h"
+#include "utf8.h"
+#include "point_table.h"
+#include "plot_texts.h"
 
 #include <QStringList>
 

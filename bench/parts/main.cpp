@@ -6,7 +6,7 @@
 //     pelmark_parts same FILE LABEL FOLDER   nothing timed: fails where the two ways differ
 // Each time is told as a line on standard output: its name and seconds.
 
-#include "output/point_table.h"
+#include "point_table.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
 #include "parts/reading_steps.h"

@@ -1,7 +1,7 @@
 #include "parts/pictures.h"
 
-#include "plain/plain_painter.h"
-#include "plot/plot_painter.h"
+#include "plain_painter.h"
+#include "plot_painter.h"
 
 #include <QGuiApplication>
 #include <QScreen>

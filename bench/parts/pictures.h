@@ -1,7 +1,7 @@
 #pragma once
 
-#include "input/genome_scan.h"
-#include "plot/plot_geometry.h"
+#include "genome_scan.h"
+#include "plot_geometry.h"
 
 #include <QImage>
 

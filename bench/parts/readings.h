@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input/genome_scan.h"
+#include "genome_scan.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "plot/chromosome_walk.h"
+#include "chromosome_walk.h"
 
 #include <algorithm>
 #include <limits>

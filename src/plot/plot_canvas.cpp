@@ -1,4 +1,4 @@
-#include "plot/plot_canvas.h"
+#include "plot_canvas.h"
 
 #include <QLatin1String>
 

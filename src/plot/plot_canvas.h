@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plot/plot_geometry.h"
+#include "plot_geometry.h"
 
 #include <QFont>
 #include <QImage>

@@ -1,9 +1,9 @@
-#include "plot/plot_painter.h"
+#include "plot_painter.h"
 
 #include "int_arithmetic.h"
-#include "plot/chromosome_walk.h"
-#include "plot/plot_canvas.h"
-#include "plot/point_marks.h"
+#include "chromosome_walk.h"
+#include "plot_canvas.h"
+#include "point_marks.h"
 
 #include <algorithm>
 #include <array>

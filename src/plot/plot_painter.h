@@ -1,7 +1,7 @@
 #pragma once
 
-#include "plot/plot_geometry.h"
-#include "plot/plot_texts.h"
+#include "plot_geometry.h"
+#include "plot_texts.h"
 
 #include <QImage>
 #include <QStringList>

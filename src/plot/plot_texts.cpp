@@ -1,4 +1,4 @@
-#include "plot/plot_texts.h"
+#include "plot_texts.h"
 
 #include "int_arithmetic.h"
 

@@ -1,4 +1,4 @@
-#include "plot/point_marks.h"
+#include "point_marks.h"
 
 #include <QPainter>
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "inside.h"
 
 #include "hfile.h"
-#include "shell/readable_text.h"
+#include "readable_text.h"
 
 #include <QApplication>
 #include <QLineEdit>

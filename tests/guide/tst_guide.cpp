@@ -1,6 +1,6 @@
-#include "input/association_file.h"
-#include "input/chromosome_load.h"
-#include "input/genome_scan.h"
+#include "association_file.h"
+#include "chromosome_load.h"
+#include "genome_scan.h"
 
 #include <QDir>
 #include <QProcess>
@@ -226,10 +226,10 @@ void GuideTest::trapsAreTrue() {
 
 // What is in the code is what the guide has to explain.
 void GuideTest::messagesAreExplained() {
-    QStringList messages = found(textOf(sourcePath(QStringLiteral("src/input/fault.cpp"))),
+    QStringList messages = found(textOf(sourcePath(QStringLiteral("src/base/fault.cpp"))),
                                  QStringLiteral("\"([^\"]+!)\""));
     QCOMPARE(messages.size(), 8);
-    const QString window = textOf(sourcePath(QStringLiteral("src/main.cpp")));
+    const QString window = textOf(sourcePath(QStringLiteral("src/window/main.cpp")));
     messages += found(window, QStringLiteral("writeLog\\(\"([^\"\\\\]+)"));
     messages += found(window, QStringLiteral("endProcess\\(QStringLiteral\\(\"([^\"\\\\]+)"));
     QVERIFY(messages.size() > 12);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "plain/plain_painter.h"
-#include "plot/plot_painter.h"
+#include "plain_painter.h"
+#include "plot_painter.h"
 
 #include <QImage>
 #include <QRegion>

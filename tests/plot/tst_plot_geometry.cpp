@@ -1,4 +1,4 @@
-#include "plot/plot_geometry.h"
+#include "plot_geometry.h"
 
 #include <QTest>
 #include <cmath>

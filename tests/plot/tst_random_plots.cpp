@@ -1,5 +1,5 @@
-#include "plain/plain_painter.h"
-#include "plot/plot_painter.h"
+#include "plain_painter.h"
+#include "plot_painter.h"
 #include "support/random.h"
 
 #include <QTest>

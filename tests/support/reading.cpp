@@ -1,8 +1,8 @@
 #include "support/reading.h"
 
-#include "input/association_file.h"
-#include "input/chromosome_load.h"
-#include "plain/plain_reader.h"
+#include "association_file.h"
+#include "chromosome_load.h"
+#include "plain_reader.h"
 
 #include <QBuffer>
 #include <QLocale>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "input/fault.h"
-#include "input/genome_scan.h"
+#include "fault.h"
+#include "genome_scan.h"
 #include "points.h"
 
 #include <QByteArray>

@@ -1,0 +1,206 @@
+#include "plain_reader.h"
+
+#include <QIODevice>
+#include <QTextStream>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+
+namespace plain {
+
+namespace {
+
+struct Line {
+    QString chromosome, position, pValue;
+};
+
+class Lines {
+public:
+    explicit Lines(QIODevice& device) : m_device(device) {}
+
+    std::optional<Fault> open() {
+        if (!m_device.open(QIODevice::ReadOnly | QIODevice::Text))
+            return Fault::CannotOpenFile;
+        m_text.setDevice(&m_device);
+        m_text.setEncoding(QStringConverter::System);
+        if (m_text.atEnd())
+            return std::nullopt;
+        const QString firstLine = m_text.readLine();
+        if (firstLine.contains(u'\t'))
+            m_delimiter = u'\t';
+        else if (firstLine.contains(u' '))
+            m_delimiter = u' ';
+        else if (firstLine.contains(u','))
+            m_delimiter = u',';
+        else
+            return Fault::UnknownDelimiter;
+        const QStringList fields = firstLine.split(m_delimiter);
+        if (fields.size() < 3)
+            return Fault::TooFewColumns;
+        bool hasHeader = false;
+        for (const QString& field : fields)
+            hasHeader = hasHeader || !isNumeric(field);
+        m_text.seek(0);
+        return hasHeader ? readHeader() : std::nullopt;
+    }
+
+    bool atEnd() { return m_text.atEnd(); }
+
+    // Nothing for an empty line.
+    Result<std::optional<Line>> next() {
+        const QString text = m_text.readLine();
+        if (text.isEmpty())
+            return std::optional<Line>();
+        const QStringList fields = text.split(m_delimiter);
+        for (const int column : {m_chromosomeColumn, m_positionColumn, m_pValueColumn})
+            if (column > fields.size())
+                return Fault::IncorrectColumns;
+        return std::optional<Line>(Line{fields[m_chromosomeColumn - 1],
+                                        fields[m_positionColumn - 1], fields[m_pValueColumn - 1]});
+    }
+
+private:
+    static bool isNumeric(const QString& field) {
+        bool isInteger = false, isReal = false;
+        field.toInt(&isInteger, 10);
+        field.toDouble(&isReal);
+        return isInteger || isReal;
+    }
+
+    std::optional<Fault> readHeader() {
+        m_chromosomeColumn = m_positionColumn = m_pValueColumn = -1;
+        const QStringList titles = m_text.readLine().split(m_delimiter);
+        for (int column = static_cast<int>(titles.size()); column >= 1; --column) {
+            const QString& title = titles[column - 1];
+            if (title.contains(QLatin1String("pos"), Qt::CaseInsensitive))
+                m_positionColumn = column;
+            if (title.contains(QLatin1String("pval"), Qt::CaseInsensitive) ||
+                title.contains(QLatin1String("p-val"), Qt::CaseInsensitive) || title == u"P" ||
+                title == u"p")
+                m_pValueColumn = column;
+            if (title.contains(QLatin1String("chr"), Qt::CaseInsensitive) ||
+                title.contains(QLatin1String("some"), Qt::CaseInsensitive) ||
+                title.contains(QLatin1String("id"), Qt::CaseInsensitive))
+                m_chromosomeColumn = column;
+        }
+        if (m_positionColumn >= 1 && m_pValueColumn >= 1 && m_chromosomeColumn >= 1)
+            return std::nullopt;
+        return Fault::IncorrectColumns;
+    }
+
+    QIODevice& m_device;
+    QTextStream m_text;
+    QChar m_delimiter;
+    int m_chromosomeColumn = 1;
+    int m_positionColumn = 2;
+    int m_pValueColumn = 3;
+};
+
+// Appends the point of a line; false where the line has none.
+Result<bool> appendPoint(const Line& line, Points& points) {
+    if (line.pValue == u"NA")
+        return false;
+    bool ok = false;
+    const double p = line.pValue.toDouble(&ok);
+    if (!ok)
+        return Fault::NonNumericPValue;
+    if (p == 0.0)
+        return false;
+    points.values.append(-std::log10(p));
+    const int position = line.position.toInt(&ok, 10);
+    if (!ok)
+        return Fault::NonIntegerPosition;
+    points.positions.append(position);
+    return true;
+}
+
+int wrapped(std::int64_t number) {
+    return static_cast<int>(static_cast<std::uint32_t>(number));
+}
+
+// One label per point, and the quotients in place of the positions.
+ChromosomeIndex layEndToEnd(QList<int>& positions, const QStringList& labels) {
+    ChromosomeIndex index;
+    const QList<int> quotients = positions;
+    const int last = static_cast<int>(positions.size()) - 1;
+    std::int64_t origin = quotients[0], offset = 0;
+    index.startIndex.append(0);
+    for (int i = 0; i <= last; ++i) {
+        if (i > 0 && labels[i] != labels[i - 1]) {
+            index.endIndex.append(i);
+            index.startIndex.append(i + 1);
+            index.tags.append(labels[i - 1]);
+            origin = quotients[i];
+            offset = positions[i - 1];
+        }
+        positions[i] = wrapped(quotients[i] - origin + 1 + offset);
+    }
+    index.endIndex.append(last);
+    index.tags.append(labels[last]);
+    for (int block = 0; block < index.tags.size(); ++block) {
+        const int start = index.startIndex[block];
+        index.startValue.append(positions[start > last ? last : start]);
+        index.endValue.append(positions[index.endIndex[block]]);
+        const bool followsBright = block > 0 && index.colorValue[block - 1] == 255;
+        index.colorValue.append(followsBright ? 50 : 255);
+    }
+    return index;
+}
+
+} // namespace
+
+Result<GenomeScan> scanGenome(QIODevice& device) {
+    Lines lines(device);
+    if (const auto fault = lines.open())
+        return *fault;
+    GenomeScan scan;
+    QStringList labels;
+    while (!lines.atEnd()) {
+        const auto next = lines.next();
+        if (const Fault* fault = std::get_if<Fault>(&next))
+            return *fault;
+        const std::optional<Line>& line = std::get<0>(next);
+        if (!line)
+            continue;
+        const auto appended = appendPoint(*line, scan.points);
+        if (const Fault* fault = std::get_if<Fault>(&appended))
+            return *fault;
+        if (!std::get<bool>(appended))
+            continue;
+        scan.points.positions.last() /= 100;
+        labels.append(line->chromosome);
+    }
+    if (labels.size() <= 1)
+        return Fault::TooFewGenomePoints;
+    scan.chromosomes = layEndToEnd(scan.points.positions, labels);
+    return scan;
+}
+
+Result<Points> loadChromosome(QIODevice& device, const QString& label) {
+    Lines lines(device);
+    if (const auto fault = lines.open())
+        return *fault;
+    Points points;
+    QString previousLabel;
+    while (!lines.atEnd()) {
+        const auto next = lines.next();
+        if (const Fault* fault = std::get_if<Fault>(&next))
+            return *fault;
+        const std::optional<Line>& line = std::get<0>(next);
+        if (!line)
+            continue;
+        if (previousLabel == label && line->chromosome != label)
+            break;
+        previousLabel = line->chromosome;
+        if (line->chromosome != label)
+            continue;
+        const auto appended = appendPoint(*line, points);
+        if (const Fault* fault = std::get_if<Fault>(&appended))
+            return *fault;
+    }
+    if (points.positions.size() <= 1)
+        return Fault::TooFewChromosomePoints;
+    return points;
+}
+
+} // namespace plain

@@ -1,9 +1,0 @@
-#include "output/plot_image.h"
-
-#include "output/replaced_file.h"
-
-#include <QPixmap>
-
-bool savePlotImage(const QPixmap& image, const QString& fileName) {
-    return replaceFile(fileName, {}, [&](QIODevice& device) { return image.save(&device, "PNG"); });
-}

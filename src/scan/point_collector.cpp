@@ -1,0 +1,30 @@
+#include "point_collector.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+// Room is made in steps that the processor's nearest memory holds; the lists themselves take care
+// not to move with each of them.
+void PointCollector::makeRoom() {
+    constexpr qsizetype step = 1024;
+    takeLogarithms();
+    m_room = m_size + step;
+    m_points.positions.resize(m_room);
+    m_points.values.resize(m_room);
+    m_positions = m_points.positions.data();
+    m_values = m_points.values.data();
+}
+
+void PointCollector::takeLogarithms() {
+    std::for_each(m_values + m_logarithms, m_values + m_size,
+                  [](double& value) { value = -std::log10(value); });
+    m_logarithms = m_size;
+}
+
+Points PointCollector::take() {
+    takeLogarithms();
+    m_points.positions.resize(m_size);
+    m_points.values.resize(m_size);
+    return std::move(m_points);
+}

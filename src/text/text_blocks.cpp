@@ -1,0 +1,130 @@
+#include "text_blocks.h"
+
+#include "utf8.h"
+
+#include <QIODevice>
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// The text stream reads and decodes this many bytes at a time.
+constexpr qsizetype decodingStep = 16 * 1024;
+constexpr qsizetype longestByteOrderMark = 4;
+
+bool isWide(QStringConverter::Encoding encoding) {
+    return encoding != QStringConverter::Utf8 && encoding != QStringConverter::System;
+}
+
+// Asked of every byte of a file: a loop that compilers turn into vector code.
+bool isAscii(QByteArrayView bytes) {
+    unsigned char all = 0;
+    for (const char byte : bytes)
+        all |= static_cast<unsigned char>(byte);
+    return all < 0x80;
+}
+
+char* nextCarriageReturn(char* from, char* end) {
+    void* const found = std::memchr(from, '\r', static_cast<size_t>(end - from));
+    return found ? static_cast<char*>(found) : end;
+}
+
+qsizetype toNextStep(qint64 offset) {
+    return (decodingStep - static_cast<qsizetype>(offset % decodingStep)) % decodingStep;
+}
+
+} // namespace
+
+TextBlocks::TextBlocks(QIODevice& device, qsizetype blockSize)
+    : m_device(device), m_blockSize(blockSize) {}
+
+bool TextBlocks::next() {
+    // The start of the line that the last piece stopped before moves to the front. Where that line
+    // goes on and on, the blocks grow with it, so that no byte is moved more than a few times.
+    m_textSize -= m_pieceSize;
+    std::memmove(m_text.data(), m_text.constData() + m_pieceSize, static_cast<size_t>(m_textSize));
+    m_pieceSize = 0;
+    while (m_pieceSize == 0 && readBlock(std::max(m_blockSize, m_textSize))) {
+    }
+    if (m_pieceSize == 0 && !m_failed)
+        m_pieceSize = m_textSize;
+    return m_pieceSize > 0;
+}
+
+// Reads a block and looks for the last line end in it. False at the end.
+bool TextBlocks::readBlock(qsizetype size) {
+    m_text.resize(m_textSize);
+    const bool isFirst = m_bytesRead == 0;
+    if (!readBytes(size))
+        return false;
+    if (isFirst)
+        detectEncoding();
+    if (!m_isWide && m_decodedToEnd && isAscii(QByteArrayView(m_text).sliced(m_textSize)))
+        dropCarriageReturns();
+    else
+        decodeBlock();
+    const qsizetype lineEnd = QByteArrayView(m_text).sliced(m_textSize).lastIndexOf('\n');
+    if (lineEnd >= 0)
+        m_pieceSize = m_textSize + lineEnd + 1;
+    m_textSize = m_text.size();
+    m_text.resize(m_textSize + padding);
+    return true;
+}
+
+// Appends up to `size` bytes as they are, fewer only at the end. False when there was not one.
+bool TextBlocks::readBytes(qsizetype size) {
+    const qsizetype start = m_text.size();
+    m_text.resize(start + size);
+    qsizetype count = 0;
+    while (count < size && !m_atEnd) {
+        const qint64 got = m_device.read(m_text.data() + start + count, size - count);
+        m_failed = got < 0;
+        m_atEnd = got <= 0;
+        count += m_atEnd ? 0 : static_cast<qsizetype>(got);
+    }
+    m_text.resize(start + count);
+    m_bytesRead += count;
+    return count > 0;
+}
+
+void TextBlocks::detectEncoding() {
+    const qsizetype known = m_text.size() - m_textSize;
+    readBytes(std::max<qsizetype>(longestByteOrderMark - known, 0));
+    const auto marked =
+        QStringConverter::encodingForData(QByteArrayView(m_text).sliced(m_textSize));
+    const QStringConverter::Encoding encoding = marked.value_or(QStringConverter::System);
+    m_isWide = isWide(encoding);
+    m_decoder.emplace(encoding);
+}
+
+void TextBlocks::dropCarriageReturns() {
+    char* const end = m_text.data() + m_text.size();
+    char* to = nextCarriageReturn(m_text.data() + m_textSize, end);
+    for (char* from = to; from != end;) {
+        char* const afterReturn = from + 1;
+        from = nextCarriageReturn(afterReturn, end);
+        to = std::copy(afterReturn, from, to);
+    }
+    m_text.resize(to - m_text.data());
+}
+
+// Decodes the block, which is first read on to the end of a decoding step, and so the step whose
+// start may have passed as plain text before it.
+void TextBlocks::decodeBlock() {
+    readBytes(toNextStep(m_bytesRead));
+    const QByteArray block = m_text.sliced(m_textSize);
+    m_text.resize(m_textSize);
+    const qint64 start = m_bytesRead - block.size();
+    // The decoder did not see the plain text before. Left to think that this is the file's start,
+    // it would take a byte-order mark away from here.
+    if (start > 0 && m_decodedToEnd && !m_isWide)
+        static_cast<void>(QString(m_decoder->decode("x")));
+    for (qsizetype from = 0, step = 0; from < block.size(); from += step) {
+        step = std::min(decodingStep - static_cast<qsizetype>((start + from) % decodingStep),
+                        block.size() - from);
+        QString text = m_decoder->decode(QByteArrayView(block).sliced(from, step));
+        text.remove(u'\r');
+        appendUtf8(text, m_text);
+    }
+    m_decodedToEnd = static_cast<unsigned char>(block.back()) < 0x80;
+}

@@ -1,0 +1,32 @@
+#include "readable_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double leastReadable = 4.5;
+
+double linear(double channel) {
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color) {
+    const double red = linear(static_cast<double>(color.redF()));
+    const double green = linear(static_cast<double>(color.greenF()));
+    const double blue = linear(static_cast<double>(color.blueF()));
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue;
+}
+
+} // namespace
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor readableText(const QColor& themed, const QColor& ground) {
+    if (contrast(themed, ground) >= leastReadable)
+        return themed;
+    return contrast(Qt::black, ground) >= contrast(Qt::white, ground) ? Qt::black : Qt::white;
+}
