@@ -6,12 +6,12 @@
 //     pelmark_parts same FILE LABEL FOLDER   nothing timed: fails where the two ways differ
 // Each time is told as a line on standard output: its name and seconds.
 
-#include "point_table.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
 #include "parts/reading_steps.h"
 #include "parts/readings.h"
 #include "parts/stream_table.h"
+#include "point_table.h"
 #include "support/reading.h"
 
 #include <QFile>

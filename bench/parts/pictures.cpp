@@ -9,8 +9,7 @@
 namespace {
 
 GenomePlot optionsOf(const GenomeScan& scan) {
-    return {QStringLiteral("scan"), scan.chromosomes.tags, scan.chromosomes.startValue,
-            scan.chromosomes.colorValue, true};
+    return {QStringLiteral("scan"), scan.chromosomes, true};
 }
 
 ChromosomePlot optionsOf(Join join) {

@@ -2,12 +2,11 @@
 
 #include "association_file.h"
 #include "line_fields.h"
-#include "marker.h"
 #include "number_fields.h"
-#include "text_blocks.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
 #include "parts/readings.h"
+#include "text_blocks.h"
 
 #include <QFile>
 #include <cmath>
@@ -44,10 +43,10 @@ double forEachPiece(QFile& file, Task task) {
 template <typename Task>
 double forEachRecord(QFile& device, Task task) {
     double sum = 0.0;
-    AssociationFile file(device);
+    AssociationFile file(device, {});
     Record record;
-    for (bool isOpen = !file.open(); isOpen && file.next(record);)
-        sum += task(record);
+    for (bool isOpen = file.open(); isOpen && file.next(record);)
+        sum += task(file, record);
     return sum;
 }
 
@@ -55,14 +54,14 @@ double sizeOf(std::string_view text) {
     return static_cast<double>(text.size());
 }
 
-double numbersIn(const Record& record) {
+double numbersIn(AssociationFile& file, const Record& record) {
     Marker marker;
-    return readMarker(record, marker) == MarkerResult::Kept ? marker.pValue + marker.position : 0.0;
+    return file.readMarker(record, marker) ? marker.pValue + marker.position : 0.0;
 }
 
 void timeLogarithms(QFile& device) {
     std::vector<double> pValues;
-    forEachRecord(device, [&](const Record& record) {
+    forEachRecord(device, [&](AssociationFile&, const Record& record) {
         pValues.push_back(toReal(record.pValue).value_or(1.0));
         return 0.0;
     });
@@ -91,7 +90,8 @@ void timeReadingSteps(const QString& fileName) {
                   });
               }));
     tellTimed("lines", withFile([](QFile& file) {
-                  return forEachRecord(file, [](const Record& r) { return sizeOf(r.pValue); });
+                  return forEachRecord(
+                      file, [](AssociationFile&, const Record& r) { return sizeOf(r.pValue); });
               }));
     tellTimed("numbers", withFile([](QFile& file) { return forEachRecord(file, numbersIn); }));
     QFile file(fileName);

@@ -1,6 +1,5 @@
 #include "parts/readings.h"
 
-#include "association_file.h"
 #include "chromosome_load.h"
 #include "plain_reader.h"
 
@@ -8,10 +7,7 @@
 
 Result<GenomeScan> quickScan(const QString& fileName) {
     QFile device(fileName);
-    AssociationFile file(device);
-    if (const std::optional<Fault> fault = file.open())
-        return *fault;
-    return scanGenome(file);
+    return scanGenome(device);
 }
 
 Result<GenomeScan> plainScan(const QString& fileName) {
@@ -21,10 +17,7 @@ Result<GenomeScan> plainScan(const QString& fileName) {
 
 Result<Points> quickLoad(const QString& fileName, const QString& label) {
     QFile device(fileName);
-    AssociationFile file(device);
-    if (const std::optional<Fault> fault = file.open())
-        return *fault;
-    return loadChromosome(file, label);
+    return loadChromosome(device, label);
 }
 
 Result<Points> plainLoad(const QString& fileName, const QString& label) {

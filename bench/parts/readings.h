@@ -14,6 +14,6 @@ Result<Points> plainLoad(const QString& fileName, const QString& label);
 template <typename T>
 T valueOf(Result<T> result) {
     if (const Fault* fault = std::get_if<Fault>(&result))
-        qFatal("%s", qPrintable(message(*fault)));
+        qFatal("fault %d in line %lld", static_cast<int>(fault->code), fault->line);
     return std::get<T>(std::move(result));
 }

@@ -9,16 +9,13 @@ AssociationFile::AssociationFile(QIODevice& device, const ReadOptions& options)
     : m_device(device), m_rule(options.layout), m_blocks(device, options.blockSize) {}
 
 bool AssociationFile::open() {
-    if (!m_device.open(QIODevice::ReadOnly)) {
+    if (!m_device.open(QIODevice::ReadOnly) || (!m_blocks.next() && m_blocks.failed())) {
         report(FaultCode::CannotOpenFile);
         return false;
     }
     // A file without a byte has no layout; that it has no points is reported later.
-    if (!m_blocks.next()) {
-        if (m_blocks.failed())
-            report(FaultCode::CannotOpenFile);
-        return !m_fault;
-    }
+    if (m_blocks.isEmpty())
+        return true;
     const Result<Layout> layout = m_rule(m_blocks.piece());
     if (const Fault* fault = std::get_if<Fault>(&layout)) {
         m_fault = *fault;

@@ -24,8 +24,8 @@ struct Layout {
     size_t columnsNeeded() const;
 };
 
-// Finds the layout from the start of a file: whole lines in UTF-8, one at least, followed by
-// TextBlocks::padding bytes that may be read.
+// Finds the layout from the start of a file: its first line and perhaps more whole lines, in UTF-8,
+// followed by TextBlocks::padding bytes that may be read.
 using LayoutRule = std::function<Result<Layout>(std::string_view head)>;
 
 // The window's rule, which looks at the first line alone. It sets the delimiter (tab, space, comma,
