@@ -75,7 +75,7 @@ private:
                 return false;
         return true;
     }
-    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.line()); }
+    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
     void report(FaultCode code, const QString& column = {}, std::string_view text = {});
     void reportShortLine();
 
