@@ -44,14 +44,14 @@ int shortNumber(std::string_view text) {
     return static_cast<int>((digits * 10000 + (digits >> 32)) & 0xffffffff);
 }
 
-// Returns the value of 4 to 9 digits, as nearly all positions have, or -1.
+// Returns the value of 4 to 9 digits, as nearly all positions have; a negative number for any other
+// text. Multiplied and added to, shortNumber()'s -1 stays negative.
 int shortInteger(std::string_view field) {
     if (isShort(field))
         return shortNumber(field);
     if (field.size() != 9 || !isDigit(field[8]))
         return -1;
-    const int head = shortNumber(field.substr(0, 8));
-    return head < 0 ? -1 : head * 10 + (field[8] - '0');
+    return shortNumber(field.substr(0, 8)) * 10 + (field[8] - '0');
 }
 
 // Returns the value of a point and 4 to 8 digits, with or without one digit before the point, as
