@@ -1,5 +1,7 @@
 #include "plain_reader.h"
 
+#include "plain_numbers.h"
+
 #include <QIODevice>
 #include <QTextStream>
 #include <cmath>
@@ -46,7 +48,7 @@ public:
 
     bool atEnd() { return m_text.atEnd(); }
 
-    // Nothing for an empty line.
+    // No value for an empty line.
     Result<std::optional<Line>> next() {
         const QString text = m_text.readLine();
         if (text.isEmpty())
@@ -96,7 +98,7 @@ private:
     int m_pValueColumn = 3;
 };
 
-// Appends the point of a line; false where the line has none.
+// Appends the line's point. False if the line has none, because its p-value is missing or 0.
 Result<bool> appendPoint(const Line& line, Points& points) {
     if (line.pValue == u"NA")
         return false;
@@ -114,11 +116,8 @@ Result<bool> appendPoint(const Line& line, Points& points) {
     return true;
 }
 
-int wrapped(std::int64_t number) {
-    return static_cast<int>(static_cast<std::uint32_t>(number));
-}
-
-// One label per point, and the quotients in place of the positions.
+// Takes one label per point. Expects positions in units of 100 base pairs and turns them into
+// genome coordinates.
 ChromosomeIndex layEndToEnd(QList<int>& positions, const QStringList& labels) {
     ChromosomeIndex index;
     const QList<int> quotients = positions;
