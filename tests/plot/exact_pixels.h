@@ -4,12 +4,17 @@
 #include "plot_painter.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QRegion>
+#include <QTest>
+#include <initializer_list>
+#include <utility>
 
-// What the tests of exact pixels look at, and with. They hold both painters to the same: the random
-// comparison rests on the plain one's being right.
+// Helpers for tests of exact pixels. These tests check both painters: comparisons on random data
+// are only worth as much as the reference is right.
 
 inline constexpr QRgb red = 0xffff3232, blue = 0xff3232ff, grey = 0xff323232, white = 0xffffffff;
+inline constexpr QRgb black = 0xff000000;
 
 struct Painter {
     QImage (*genome)(const PlotGeometry&, PlotPoints, const GenomePlot&);
@@ -19,7 +24,7 @@ struct Painter {
 inline constexpr Painter painters[] = {{paintGenome, paintChromosome},
                                        {plain::paintGenome, plain::paintChromosome}};
 
-// One pixel per unit, so that position p lies in column p and value v at 100 - v.
+// One pixel per unit: position p lies in column p and value v in row 100 - v.
 inline PlotGeometry unitGeometry() {
     PlotGeometry geometry;
     geometry.width = 200;
@@ -36,7 +41,7 @@ inline GenomePlot genomeOf(const QVector<int>& startValue) {
     GenomePlot plot;
     plot.startValue = startValue;
     for (int k = 0; k < startValue.size(); ++k) {
-        plot.tags << QString(k, u' '); // blanks: labels that differ and show nothing
+        plot.tags << QString(k, u' '); // spaces: labels that differ and are invisible
         plot.colorValue << (k % 2 == 0 ? 255 : 50);
     }
     return plot;
@@ -46,7 +51,7 @@ inline PlotPoints pointsOf(const Points& points) {
     return {points.positions, points.values};
 }
 
-// The pixels of a colour between the title's band and the labels at the bottom.
+// The pixels of a colour, by default between the title and the texts at the bottom.
 inline QRegion pixels(const QImage& image, QRgb color, int top = 20, int bottom = 80) {
     QRegion region;
     for (int y = top; y < bottom; ++y)
@@ -56,15 +61,26 @@ inline QRegion pixels(const QImage& image, QRgb color, int top = 20, int bottom 
     return region;
 }
 
-// Where the two regions differ; an empty region where nowhere.
+// Where the two regions differ. Compared with an empty region, it shows the place of a failure.
 inline QRegion differing(const QRegion& region, const QRegion& expected) {
     return region.xored(expected);
 }
 
-// What text leaves on white: its edges have any shade.
+// Between the title and the texts at the bottom, the image has these colours, and is white
+// elsewhere.
+inline void checkColors(const QImage& image,
+                        std::initializer_list<std::pair<QRgb, QRegion>> expected) {
+    QRegion rest(0, 20, image.width(), 60);
+    for (const auto& [color, region] : expected) {
+        QCOMPARE(differing(pixels(image, color), region & rest), QRegion());
+        rest -= region;
+    }
+    QCOMPARE(differing(pixels(image, white), rest), QRegion());
+}
+
+// All but the white pixels, since the edges of text have any shade.
 inline QRegion ink(const QImage& image, const QRect& area) {
-    QRegion region = area;
-    return region - pixels(image, white, area.top(), area.bottom() + 1);
+    return QRegion(area) - pixels(image, white, area.top(), area.bottom() + 1);
 }
 
 inline bool isReddish(const QImage& image, const QRegion& region) {
@@ -80,8 +96,57 @@ inline QRegion rectangle(int left, int top, int right, int bottom) {
     return QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
-// Of two equally wide pens, how far a dot reaches: 2 pixels left and up of its place, or 1.
+// A dot has the width of its pen, and reaches one pixel further left and up than right and down.
 inline QRegion dot(int x, int y, int penWidth) {
     const int half = penWidth / 2;
     return rectangle(x - half, y - half, x + half - 1, y + half - 1);
+}
+
+// Of several points in row 50.
+inline QRegion dots(std::initializer_list<int> columns, int penWidth) {
+    QRegion region;
+    for (const int x : columns)
+        region += dot(x, 50, penWidth);
+    return region;
+}
+
+// A plot pieced together from the lines and texts that a test expects.
+class ExpectedPlot {
+public:
+    explicit ExpectedPlot(const PlotGeometry& geometry)
+        : m_image(geometry.width, geometry.height, QImage::Format_RGB32) {
+        m_image.fill(Qt::white);
+    }
+
+    void addText(const QFont& font, QRgb color, const QRect& area, int alignment,
+                 const QString& text) {
+        QPainter painter(&m_image);
+        painter.setFont(font);
+        painter.setPen(QColor(color));
+        painter.drawText(area, alignment, text);
+    }
+
+    // Two pixels thick, with its label in the default font standing on it.
+    void addReferenceLine(int y, QRgb color, const QString& label) {
+        QPainter(&m_image).fillRect(0, y - 1, m_image.width(), 2, QColor(color));
+        addText({}, color, {0, 0, m_image.width(), y}, Qt::AlignBottom | Qt::AlignLeft, label);
+    }
+
+    // Of a plot with ten pixels per unit.
+    void addReferenceLines() {
+        addReferenceLine(m_image.height() - 73, 0xff19b419, "7.3");
+        addReferenceLine(m_image.height() - 60, 0xff8c8c8c, "6");
+        addReferenceLine(m_image.height() - 50, 0xffaaaaaa, "5");
+        addReferenceLine(m_image.height() - 40, 0xffc8c8c8, "4");
+        addReferenceLine(m_image.height() - 30, 0xffe6e6e6, "3");
+    }
+
+    const QImage& image() const { return m_image; }
+
+private:
+    QImage m_image;
+};
+
+inline QFont calibri(int pointSize) {
+    return QFont("Calibri", pointSize, QFont::Normal, false);
 }
