@@ -4,7 +4,6 @@
 #include "plot_painter.h"
 
 #include <QImage>
-#include <QPainter>
 #include <QRegion>
 #include <QTest>
 #include <initializer_list>
@@ -14,7 +13,6 @@
 // are only worth as much as the reference is right.
 
 inline constexpr QRgb red = 0xffff3232, blue = 0xff3232ff, grey = 0xff323232, white = 0xffffffff;
-inline constexpr QRgb black = 0xff000000;
 
 struct Painter {
     QImage (*genome)(const PlotGeometry&, PlotPoints, const GenomePlot&);
@@ -108,45 +106,4 @@ inline QRegion dots(std::initializer_list<int> columns, int penWidth) {
     for (const int x : columns)
         region += dot(x, 50, penWidth);
     return region;
-}
-
-// A plot pieced together from the lines and texts that a test expects.
-class ExpectedPlot {
-public:
-    explicit ExpectedPlot(const PlotGeometry& geometry)
-        : m_image(geometry.width, geometry.height, QImage::Format_RGB32) {
-        m_image.fill(Qt::white);
-    }
-
-    void addText(const QFont& font, QRgb color, const QRect& area, int alignment,
-                 const QString& text) {
-        QPainter painter(&m_image);
-        painter.setFont(font);
-        painter.setPen(QColor(color));
-        painter.drawText(area, alignment, text);
-    }
-
-    // Two pixels thick, with its label in the default font standing on it.
-    void addReferenceLine(int y, QRgb color, const QString& label) {
-        QPainter(&m_image).fillRect(0, y - 1, m_image.width(), 2, QColor(color));
-        addText({}, color, {0, 0, m_image.width(), y}, Qt::AlignBottom | Qt::AlignLeft, label);
-    }
-
-    // Of a plot with ten pixels per unit.
-    void addReferenceLines() {
-        addReferenceLine(m_image.height() - 73, 0xff19b419, "7.3");
-        addReferenceLine(m_image.height() - 60, 0xff8c8c8c, "6");
-        addReferenceLine(m_image.height() - 50, 0xffaaaaaa, "5");
-        addReferenceLine(m_image.height() - 40, 0xffc8c8c8, "4");
-        addReferenceLine(m_image.height() - 30, 0xffe6e6e6, "3");
-    }
-
-    const QImage& image() const { return m_image; }
-
-private:
-    QImage m_image;
-};
-
-inline QFont calibri(int pointSize) {
-    return QFont("Calibri", pointSize, QFont::Normal, false);
 }

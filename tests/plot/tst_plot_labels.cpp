@@ -1,6 +1,8 @@
 #include "exact_pixels.h"
 
+#include <QFont>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QTest>
 #include <cmath>
 
@@ -25,6 +27,53 @@ private slots:
     void onePointJoined();
 };
 
+namespace {
+
+constexpr QRgb black = 0xff000000, green = 0xff19b419;
+
+QFont calibri(int pointSize) {
+    return QFont("Calibri", pointSize, QFont::Normal, false);
+}
+
+// A plot pieced together from the lines and texts that a test expects.
+class ExpectedPlot {
+public:
+    explicit ExpectedPlot(const PlotGeometry& geometry)
+        : m_image(geometry.width, geometry.height, QImage::Format_RGB32) {
+        m_image.fill(Qt::white);
+    }
+
+    void addText(const QFont& font, QRgb color, const QRect& area, int alignment,
+                 const QString& text) {
+        QPainter painter(&m_image);
+        painter.setFont(font);
+        painter.setPen(QColor(color));
+        painter.drawText(area, alignment, text);
+    }
+
+    // Two pixels thick, with its label in the default font standing on it.
+    void addReferenceLine(int y, QRgb color, const QString& label) {
+        QPainter(&m_image).fillRect(0, y - 1, m_image.width(), 2, QColor(color));
+        addText({}, color, {0, 0, m_image.width(), y}, Qt::AlignBottom | Qt::AlignLeft, label);
+    }
+
+    // Of a plot with ten pixels per unit.
+    void addReferenceLines() {
+        addReferenceLine(m_image.height() - 73, green, "7.3");
+        addReferenceLine(m_image.height() - 60, 0xff8c8c8c, "6");
+        addReferenceLine(m_image.height() - 50, 0xffaaaaaa, "5");
+        addReferenceLine(m_image.height() - 40, 0xffc8c8c8, "4");
+        addReferenceLine(m_image.height() - 30, 0xffe6e6e6, "3");
+    }
+
+    const QImage& image() const { return m_image; }
+
+private:
+    QImage m_image;
+};
+
+} // namespace
+
 // Texts in the default font must differ from those in "Calibri" 10 and 12.
 void PlotLabels::initTestCase() {
     QFont font = QGuiApplication::font();
@@ -48,7 +97,7 @@ void PlotLabels::referenceLines() {
     QFETCH(double, minY);
     QFETCH(double, pixPerY);
     QFETCH(QList<int>, rows);
-    const QRgb colors[] = {0xff19b419, 0xff8c8c8c, 0xffaaaaaa, 0xffc8c8c8, 0xffe6e6e6};
+    const QRgb colors[] = {green, 0xff8c8c8c, 0xffaaaaaa, 0xffc8c8c8, 0xffe6e6e6};
     PlotGeometry geometry = unitGeometry();
     geometry.minY = minY;
     geometry.pixPerY = pixPerY;
@@ -100,7 +149,6 @@ void PlotLabels::referenceLinesAtTheEdges() {
     QFETCH(int, y);
     QFETCH(int, thickness);
     QFETCH(bool, hasText);
-    const QRgb green = 0xff19b419;
     PlotGeometry geometry = unitGeometry();
     geometry.pixPerY = 10'000.0;
     geometry.minY = 7.3 - (100 - y + (y <= 100 ? 0.5 : -0.5)) / geometry.pixPerY;
