@@ -81,15 +81,6 @@ inline QRegion ink(const QImage& image, const QRect& area) {
     return QRegion(area) - pixels(image, white, area.top(), area.bottom() + 1);
 }
 
-inline bool isReddish(const QImage& image, const QRegion& region) {
-    int redness = 0;
-    for (const QRect& rect : region)
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            for (int x = rect.left(); x <= rect.right(); ++x)
-                redness += qRed(image.pixel(x, y)) - qGreen(image.pixel(x, y));
-    return redness > 50;
-}
-
 inline QRegion rectangle(int left, int top, int right, int bottom) {
     return QRect(QPoint(left, top), QPoint(right, bottom));
 }
