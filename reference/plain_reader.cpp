@@ -1,5 +1,7 @@
 #include "plain_reader.h"
 
+#include "plain_numbers.h"
+
 #include <QIODevice>
 #include <QTextStream>
 #include <cmath>
@@ -51,7 +53,7 @@ public:
 
     bool atEnd() { return m_text.atEnd(); }
 
-    // Nothing for an empty line.
+    // No value for an empty line.
     Result<std::optional<Line>> next() {
         const QString text = m_text.readLine();
         ++m_line;
@@ -133,11 +135,8 @@ private:
     int m_pValueColumn = 3;
 };
 
-int wrapped(std::int64_t number) {
-    return static_cast<int>(static_cast<std::uint32_t>(number));
-}
-
-// One label per point, and the quotients in place of the positions.
+// Takes one label per point. Expects positions in units of 100 base pairs and turns them into
+// genome coordinates.
 QList<Chromosome> layEndToEnd(QList<int>& positions, const QStringList& labels) {
     QList<Chromosome> chromosomes{{labels[0], 0, 0, 0, 0, 0}};
     const QList<int> quotients = positions;

@@ -10,7 +10,7 @@
 #include "parts/pictures.h"
 #include "parts/reading_steps.h"
 #include "parts/readings.h"
-#include "parts/stream_table.h"
+#include "plain_table.h"
 #include "point_table.h"
 #include "support/reading.h"
 
@@ -38,11 +38,17 @@ QByteArray contentOf(const QString& fileName) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+bool savePlainTable(const QString& fileName, const Points& points, const QString& label) {
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly | QIODevice::Text) &&
+           plain::writeTable(file, points, label) && file.flush();
+}
+
 // Writes both tables; true when they are there and have the same bytes.
 bool saveBoth(const Points& points, const QString& label, const QString& folder) {
     const QString quick = folder + "/quick.txt", stream = folder + "/stream.txt";
     const bool isSaved = timed("save", [&] { return savePointTable(quick, points, label); }) &&
-                         timed("stream", [&] { return saveByTextStream(stream, points, label); });
+                         timed("stream", [&] { return savePlainTable(stream, points, label); });
     return isSaved && contentOf(quick) == contentOf(stream);
 }
 

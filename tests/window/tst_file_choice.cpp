@@ -114,9 +114,9 @@ void TestFileChoice::twoChromosomesOpenGenomeView() {
     QVERIFY(!state.isVisible("unzoomButton"));
     QCOMPARE(state.integers("Start_index"), QList<int>({0, 2}));
     QCOMPARE(state.integers("Start_value"), QList<int>({1, 2})); // of the last block's only point
-    QCOMPARE(state.picture("shown"),
-             picture(expectedGenomePlot({{1, 2}, {1, 2}},
-                                        {"data.txt", {"1", "2"}, {1, 2}, {255, 50}, true})));
+    QCOMPARE(
+        state.picture("shown"),
+        picture(expectedGenomePlot({{1, 2}, {1, 2}}, genomePlot("data.txt", {"1", "2"}, {1, 2}))));
 }
 
 void TestFileChoice::dialogListsDataFiles() {

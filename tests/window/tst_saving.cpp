@@ -118,7 +118,7 @@ void TestSaving::imageIsPlot() {
     QVERIFY(run.playTo(
         0, {"open data.txt", "click checkBox1", "click saveButton", "name a", "click exitButton"}));
     QCOMPARE(picture(run.image("a.png")),
-             picture(expectedChromosomePlot(samples::chromosomeView(), {true, true})));
+             picture(expectedChromosomePlot(samples::chromosomeView(), {{}, true, true})));
 }
 
 void TestSaving::zoomedPointsOnly() {

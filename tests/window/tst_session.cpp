@@ -139,8 +139,8 @@ void TestSession::optionsCarryOver() {
                            "open many.txt", "dump many", "click newFileButton", "open one.txt",
                            "dump one", "click exitButton"}));
     const State many = run.state("many"), one = run.state("one");
-    GenomeLook genome = samples::genomeLook("many.txt");
-    genome.stripes = false;
+    GenomePlot genome = samples::genomeLook("many.txt");
+    genome.referenceLines = false;
     QCOMPARE(many.picture("shown"), picture(expectedGenomePlot(samples::genomeView(), genome)));
     QCOMPARE(many.integer("click_times"), 0);
     QCOMPARE(many.integer("selected_chromosome"), 4);
@@ -151,8 +151,9 @@ void TestSession::optionsCarryOver() {
     QVERIFY(!one.widget("checkBox2")["checked"].toBool());
     QCOMPARE(one.text("rangeStartEdit"), "120000");
     QCOMPARE(one.text("rangeEndEdit"), "150000");
-    QCOMPARE(one.picture("shown"), picture(expectedChromosomePlot(samples::chromosomeView(),
-                                                                  {false, true, 120000, 150000})));
+    QCOMPARE(one.picture("shown"),
+             picture(expectedChromosomePlot(samples::chromosomeView(),
+                                            {{120000, 150000}, true, false})));
     QCOMPARE(one.integer("globaltimes"), 3);
 }
 

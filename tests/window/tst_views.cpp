@@ -46,8 +46,8 @@ static QString genomePicture() {
     return picture(expectedGenomePlot(samples::genomeView(), samples::genomeLook("data.txt")));
 }
 
-static QString chromosomePicture(const ChromosomeLook& look = {}) {
-    return picture(expectedChromosomePlot(samples::chromosomeView(), look));
+static QString chromosomePicture(const ChromosomePlot& plot = {{}, false, true}) {
+    return picture(expectedChromosomePlot(samples::chromosomeView(), plot));
 }
 
 static int pixelsOf(const QImage& image, const QColor& color) {
@@ -171,7 +171,7 @@ void TestViews::checkBoxes() {
         const State state = run.state(label);
         QCOMPARE(state.integer("line"), line);
         QCOMPARE(state.integer("stripes"), stripes);
-        QCOMPARE(state.picture("shown"), chromosomePicture({stripes != 0, line != 0}));
+        QCOMPARE(state.picture("shown"), chromosomePicture({{}, line != 0, stripes != 0}));
         QCOMPARE(state.picture("plotImage"), state.picture("shown"));
         QCOMPARE(state.integer("globaltimes"), 1);
     };
@@ -180,7 +180,7 @@ void TestViews::checkBoxes() {
     check("bare", 1, 0);
     check("dots", 0, 0);
     check("end", 0, 1);
-    QVERIFY(chromosomePicture({true, true}) != chromosomePicture());
+    QVERIFY(chromosomePicture({{}, true, true}) != chromosomePicture());
 }
 
 void TestViews::checkBoxCommandInGenomeView() {
@@ -211,9 +211,9 @@ void TestViews::noSecondChromosomeToShow() {
     run.addFile("data.txt", samples::chromosomeTable());
     QVERIFY(run.playTo(0, {"open data.txt", "invoke reloadPhoto0", "dump a", "click exitButton"}));
     const State state = run.state("a");
-    const GenomeLook look{"data.txt", {"7"}, {1}, {255}, true};
-    QCOMPARE(state.picture("genomePixmap"),
-             picture(expectedGenomePlot(samples::chromosomeView(), look)));
+    QCOMPARE(
+        state.picture("genomePixmap"),
+        picture(expectedGenomePlot(samples::chromosomeView(), genomePlot("data.txt", {"7"}, {1}))));
     QCOMPARE(state.picture("shown"), chromosomePicture());
     QCOMPARE(visibleWidgets(state), chromosomeWidgets);
     QCOMPARE(state.text("hintLabel"), "");
@@ -255,8 +255,8 @@ void TestViews::highlight() {
     QVERIFY(run.playTo(0, {"open data.txt", "type rangeStartEdit " + start,
                            "type rangeEndEdit " + end, "click unzoomButton", "dump dots",
                            "click checkBox1", "dump joined", "click exitButton"}));
-    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({true, false, from, to}));
-    QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({true, true, from, to}));
+    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({{from, to}, false, true}));
+    QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({{from, to}, true, true}));
 }
 
 void TestViews::typingAloneDrawsNothing() {
