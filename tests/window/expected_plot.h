@@ -48,3 +48,4 @@ struct GenomeLook {
 QImage expectedChromosomePlot(const ExpectedView& view, const ChromosomeLook& look = {});
 QImage expectedGenomePlot(const ExpectedView& view, const GenomeLook& look);
 QString picture(const QImage& image); // as State names one
+int pixelsOf(const QImage& image, const QColor& color);

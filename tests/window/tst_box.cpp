@@ -43,8 +43,7 @@ void TestBox::directions() {
     QFETCH(QPoint, from);
     QFETCH(QPoint, to);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxCommand(from, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {boxCommand(from, to), "dump a"}));
     const State state = run.state("a");
     QCOMPARE(state.point("boxStart"), QPoint(120, 100));
     QCOMPARE(state.point("boxEnd"), QPoint(340, 450));
@@ -82,9 +81,7 @@ void TestBox::beyondEdges() {
     QFETCH(QPoint, start);
     QFETCH(QPoint, end);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump before", boxCommand(from, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"dump before", boxCommand(from, to), "dump a"}));
     const QSize label = run.state("before").geometry("imageLabel").size();
     if (end.x() == 9999)
         end = {label.width(), label.height()};
@@ -95,9 +92,8 @@ void TestBox::beyondEdges() {
 
 void TestBox::clickDoesNothing() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump before", "press 200 300", "release 200 300",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"dump before", "press 200 300", "release 200 300", "dump a"}));
     const State before = run.state("before"), state = run.state("a");
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integers("Pos_list"), before.integers("Pos_list"));
@@ -118,9 +114,7 @@ void TestBox::strokes() {
     QFETCH(QPoint, to);
     QFETCH(QRect, band);
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(
-        run.playTo(0, {"open data.txt", boxCommand({200, 100}, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {boxCommand({200, 100}, to), "dump a"}));
     const State state = run.state("a");
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integer("globaldisplay"), 1);
@@ -138,16 +132,13 @@ void TestBox::buttons_data() {
 void TestBox::buttons() {
     QFETCH(QString, button);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "box 120 100 340 450 " + button, "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"box 120 100 340 450 " + button, "dump a"}));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100, 1200, 1300}));
 }
 
 void TestBox::smallestBoxCounts() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 129 420 130 421", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"box 129 420 130 421", "dump a"}));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100}));
     QCOMPARE(run.state("a").integer("globaltimes"), 2);
 }
@@ -155,10 +146,9 @@ void TestBox::smallestBoxCounts() {
 // Until the release nothing is clamped, and the band is always a proper rectangle.
 void TestBox::bandFollowsMouse() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "press 200 300", "dump pressed", "move 250 340",
-                           "dump right", "move 150 -20", "dump left", "release 150 100",
-                           "dump released", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"press 200 300", "dump pressed", "move 250 340", "dump right",
+                        "move 150 -20", "dump left", "release 150 100", "dump released"}));
     const State pressed = run.state("pressed");
     QVERIFY(pressed.isVisible("rubberBand"));
     QVERIFY(pressed.geometry("rubberBand").isEmpty());
@@ -179,9 +169,8 @@ void TestBox::bandFollowsMouse() {
 // it.
 void TestBox::bandIsLeftAsItWas() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "press 200 300", "move 250 340", "release 200 380",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"press 200 300", "move 250 340", "release 200 380", "dump a"}));
     QVERIFY(run.state("a").isVisible("rubberBand"));
     QCOMPARE(run.state("a").geometry("rubberBand"), QRect(200, 300, 51, 41));
     QCOMPARE(run.state("a").point("boxEnd"), QPoint(200, 380));
@@ -190,28 +179,25 @@ void TestBox::bandIsLeftAsItWas() {
 
 void TestBox::nextPressReplacesBand() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 200 100 200 300", "press 400 50", "dump a",
-                           "release 400 50", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"box 200 100 200 300", "press 400 50", "dump a", "release 400 50"}));
     QVERIFY(run.state("a").geometry("rubberBand").isEmpty());
     QCOMPARE(run.state("a").geometry("rubberBand").topLeft(), QPoint(400, 50));
 }
 
 void TestBox::mouseWithoutButton() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump before", "hover 200 300", "hover 250 310",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"dump before", "hover 200 300", "hover 250 310", "dump a"}));
     QCOMPARE(run.state("a").point("boxEnd"), QPoint(0, 0));
     QCOMPARE(run.state("a").unlabelled(), run.state("before").unlabelled());
 }
 
 void TestBox::sameBoxInBothViews() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 195 0 209 600", "dump picked", "box 195 0 399 600",
-                           "dump zoomed", "click globalButton", "box 195 0 399 600", "dump again",
-                           "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {"box 195 0 209 600", "dump picked", "box 195 0 399 600", "dump zoomed",
+                        "click globalButton", "box 195 0 399 600", "dump again"}));
     QCOMPARE(run.state("picked").integers("Pos_list"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.state("zoomed").integers("Pos_list"), QList<int>({1500}));
     QCOMPARE(run.state("zoomed").integers("Pos_list2"), QList<int>({500, 1500, 2500}));

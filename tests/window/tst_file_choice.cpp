@@ -16,6 +16,7 @@ private slots:
     void workAfterCancelGoesOn();
     void logStartsAnewWithDialog();
     void logThatCannotBeOpened();
+    void logLostBeforeSecondFile();
     void oneChromosomeOpensChromosomeView();
     void twoChromosomesOpenGenomeView();
     void dialogListsDataFiles();
@@ -24,6 +25,7 @@ private slots:
     void nameCutInsideCharacter();
     void siblings_data();
     void siblings();
+    void siblingsOfSecondFile();
     void dialogOpensInLastFolder();
     void pathOfExactly200Bytes();
     void pathBeyond200Bytes();
@@ -46,9 +48,8 @@ void TestFileChoice::cancelAtStart() {
 
 void TestFileChoice::cancelLaterKeepsView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 195 100 209 200", "dump before",
-                           "click newFileButton", "cancel", "dump after", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"box 195 100 209 200", "dump before",
+                                                "click newFileButton", "cancel", "dump after"}));
     QJsonObject before = run.state("before").unlabelled(), after = run.state("after").unlabelled();
     QJsonObject beforeWindow = before["window"].toObject(),
                 afterWindow = after["window"].toObject();
@@ -67,9 +68,9 @@ void TestFileChoice::cancelLaterKeepsView() {
 
 void TestFileChoice::workAfterCancelGoesOn() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "click newFileButton", "cancel", "click newFileButton",
-                           "cancel", "box 195 100 209 200", "dump a", "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::genomeTable(), {"click newFileButton", "cancel", "click newFileButton",
+                                            "cancel", "box 195 100 209 200", "dump a"}));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.log(), QByteArray(logHeader) +
                             "select chrom B 1 point 202 position 43 start 32 end 43 pixPerX "
@@ -91,13 +92,22 @@ void TestFileChoice::logStartsAnewWithDialog() {
 void TestFileChoice::logThatCannotBeOpened() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("Pelmark_log.txt"));
-    QVERIFY(run.playTo(1, {"cancel"}));
+    QVERIFY(run.playTo(1, {"dialog shown", "cancel"}));
+    QCOMPARE(run.labels(), QStringList()); // not even the dialog
+}
+
+void TestFileChoice::logLostBeforeSecondFile() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(QDir(run.path("")).mkdir("folder"));
+    QVERIFY(run.playTo(1, {"open data.txt", "replace Pelmark_log.txt folder", "click newFileButton",
+                           "dialog shown", "cancel"}));
+    QCOMPARE(run.labels(), QStringList({"first sight"}));
 }
 
 void TestFileChoice::oneChromosomeOpensChromosomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {}));
     const State state = run.state("first sight");
     QCOMPARE(state.integer("globaldisplay"), 0);
     QVERIFY(state.isVisible("unzoomButton"));
@@ -107,8 +117,7 @@ void TestFileChoice::oneChromosomeOpensChromosomeView() {
 
 void TestFileChoice::twoChromosomesOpenGenomeView() {
     DrivenRun run;
-    run.addFile("data.txt", "chr pos pval\n1 100 0.1\n2 200 0.01\n");
-    QVERIFY(run.playTo(0, {"open data.txt", "click exitButton"}));
+    QVERIFY(run.playOn("chr pos pval\n1 100 0.1\n2 200 0.01\n", {}));
     const State state = run.state("first sight");
     QCOMPARE(state.integer("globaldisplay"), 1);
     QVERIFY(!state.isVisible("unzoomButton"));
@@ -203,6 +212,22 @@ void TestFileChoice::siblings() {
     QCOMPARE(run.state("a").memberTexts("fileList"), listed);
     QTEST(run.state("a").integer("file_index"), "index");
     QTEST(run.state("a").integer("stepOK"), "stepOK");
+}
+
+// A file that the list does not hold leaves the index as it was.
+void TestFileChoice::siblingsOfSecondFile() {
+    DrivenRun run;
+    QVERIFY(QDir(run.path("")).mkdir("many") && QDir(run.path("")).mkdir("few"));
+    for (const char* name : {"many/a.txt", "many/b.txt", "many/c.txt", "few/data.tsv", "few/d.txt"})
+        run.addFile(name, samples::genomeTable());
+    QVERIFY(
+        run.playTo(0, {"open many/c.txt", "dump listed", "click newFileButton",
+                       "open " + run.path("few/data.tsv"), "dump unlisted", "click exitButton"}));
+    QCOMPARE(run.state("listed").integer("file_index"), 2);
+    QCOMPARE(run.state("listed").integer("stepOK"), 1);
+    QCOMPARE(run.state("unlisted").memberTexts("fileList"), QStringList({run.path("few/d.txt")}));
+    QCOMPARE(run.state("unlisted").integer("file_index"), 2);
+    QCOMPARE(run.state("unlisted").integer("stepOK"), 0);
 }
 
 void TestFileChoice::dialogOpensInLastFolder() {

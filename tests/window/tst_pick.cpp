@@ -18,7 +18,8 @@ private slots:
     void pickAfterPick();
     void pickAfterZoomAndGlobal();
     void labelThatReturns();
-    void oneUnitGenome();
+    void loggedScale_data();
+    void loggedScale();
     void blockEndsAtSkippedLine();
 };
 
@@ -55,8 +56,7 @@ void TestPick::middleDecides() {
     QFETCH(int, index);
     QFETCH(QString, span);
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxAround(column), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {boxAround(column), "dump a"}));
     const QStringList tags{"A", "B", "C"};
     const QList<int> positions[] = {{1000, 2000, 3000}, {500, 1500, 2500}, {10000, 20000}};
     const State state = run.state("a");
@@ -84,26 +84,23 @@ void TestPick::heightDoesNotMatter_data() {
 void TestPick::heightDoesNotMatter() {
     QFETCH(QString, box);
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", box, "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {box, "dump a"}));
     QCOMPARE(run.state("a").integer("selected_chromosome"), 1);
     QVERIFY2(run.log().contains(" point 202 position 43 "), run.log());
 }
 
 void TestPick::oddSumIsRoundedDown() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 10 5 13 9", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"box 10 5 13 9"}));
     QVERIFY2(run.log().contains(" point 11 position -4 "), run.log());
 }
 
 // Each pick goes by the genome's scale, not by that of the chromosome seen in between.
 void TestPick::pickAfterPick() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxAround(firstColumnOf(143)), "dump c",
-                           "click globalButton", boxAround(firstColumnOf(32)), "dump b",
-                           "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {boxAround(firstColumnOf(143)), "dump c", "click globalButton",
+                        boxAround(firstColumnOf(32)), "dump b"}));
     QCOMPARE(run.state("c").integers("Pos_list"), QList<int>({10000, 20000}));
     QCOMPARE(run.state("b").integers("Pos_list"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.log().count("pixPerX 4.10256 minX -6\n"), 2);
@@ -113,10 +110,9 @@ void TestPick::pickAfterPick() {
 // Removed points come back with the chromosome.
 void TestPick::pickAfterZoomAndGlobal() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 195 0 209 600", "box 195 0 399 600",
-                           "click removeButton", "dump removed", "click globalButton",
-                           "box 195 0 209 600", "dump again", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {"box 195 0 209 600", "box 195 0 399 600", "click removeButton",
+                        "dump removed", "click globalButton", "box 195 0 209 600", "dump again"}));
     QCOMPARE(run.state("removed").integers("Pos_list2"), QList<int>({500, 2500}));
     QCOMPARE(run.state("again").integers("Pos_list2"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.state("again").integer("globaltimes"), 6);
@@ -125,43 +121,47 @@ void TestPick::pickAfterZoomAndGlobal() {
 // Both entries of a label lead to its first block.
 void TestPick::labelThatReturns() {
     DrivenRun run;
-    run.addFile("data.txt", samples::table({{"A", 100, "0.1"},
-                                            {"A", 5100, "0.2"},
-                                            {"B", 100, "0.1"},
-                                            {"B", 5100, "0.01"},
-                                            {"A", 90000, "0.1"},
-                                            {"A", 95000, "0.001"}}));
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump genome", "box 613 0 615 600", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::table({{"A", 100, "0.1"},
+                                       {"A", 5100, "0.2"},
+                                       {"B", 100, "0.1"},
+                                       {"B", 5100, "0.01"},
+                                       {"A", 90000, "0.1"},
+                                       {"A", 95000, "0.001"}}),
+                       {"dump genome", "box 613 0 615 600", "dump a"}));
     QCOMPARE(run.state("genome").texts("Tag"), QStringList({"A", "B", "A"}));
     QCOMPARE(run.state("genome").integers("Color_value"), QList<int>({255, 50, 255}));
     QCOMPARE(run.state("a").integer("selected_chromosome"), 2);
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({100, 5100}));
 }
 
-// A scale of half a pixel for a position, as the log has it.
-void TestPick::oneUnitGenome() {
+void TestPick::loggedScale_data() {
+    QTest::addColumn<int>("last"); // position, of chromosome 2
+    QTest::addColumn<QByteArray>("logged");
+    QTest::newRow("half a pixel") << 116200
+                                  << QByteArray("position 545 start 1 end 3 pixPerX 0.5 minX -57");
+    QTest::newRow("six digits, scientific")
+        << 2000000000
+        << QByteArray("position 9346876 start 1 end 3 pixPerX 2.90909e-05 minX -999999");
+}
+
+void TestPick::loggedScale() {
+    QFETCH(int, last);
+    QFETCH(QByteArray, logged);
     DrivenRun run;
-    run.addFile("data.txt",
-                samples::table(
-                    {{"1", 0, "0.1"}, {"1", 100, "0.2"}, {"2", 0, "0.1"}, {"2", 116200, "0.01"}}));
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump genome", "box 300 0 302 600", "dump a", "click exitButton"}));
-    QCOMPARE(run.state("genome").integers("Pos_list"), QList<int>({1, 2, 3, 1165}));
-    QCOMPARE(run.state("genome").number("pixPerX"), 0.5);
-    QVERIFY2(run.log().contains("select chrom 1 0 point 301 position 545 start 1 end 3 pixPerX 0.5 "
-                                "minX -57\n\n"),
-             run.log());
+    QVERIFY(run.playOn(
+        samples::table({{"1", 0, "0.1"}, {"1", 100, "0.2"}, {"2", 0, "0.1"}, {"2", last, "0.01"}}),
+        {"dump genome", "box 300 0 302 600"}));
+    QCOMPARE(run.state("genome").integers("Pos_list"), QList<int>({1, 2, 3, 3 + last / 100}));
+    QVERIFY2(run.log().contains("select chrom 1 0 point 301 " + logged + "\n\n"), run.log());
 }
 
 // The scan takes both stretches of A for one block, as the line between them is skipped; the load
 // of A ends there.
 void TestPick::blockEndsAtSkippedLine() {
     DrivenRun run;
-    run.addFile("data.txt", "chr pos pval\nA 100 0.1\nA 200 0.2\nB 300 NA\nA 400 0.3\nC 500 0.1\n"
-                            "C 600 0.2\n");
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump genome", "box 0 0 2 600", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn("chr pos pval\nA 100 0.1\nA 200 0.2\nB 300 NA\nA 400 0.3\nC 500 0.1\n"
+                       "C 600 0.2\n",
+                       {"dump genome", "box 0 0 2 600", "dump a"}));
     QCOMPARE(run.state("genome").texts("Tag"), QStringList({"A", "C"}));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({100, 200}));
 }

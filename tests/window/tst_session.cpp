@@ -12,6 +12,7 @@ private slots:
     void editingBeforeAnyView();
     void sessionOfGenome();
     void sessionOfChromosome();
+    void secondFileReplacesIndex();
     void globalScaleIsFirstFiles();
     void globalScaleNeverCaptured();
     void pickWithoutGlobalScale();
@@ -23,6 +24,15 @@ private slots:
 static QByteArray otherGenome() {
     return samples::table(
         {{"X", 100, "0.2"}, {"X", 90100, "0.1"}, {"Y", 5, "1e-9"}, {"Y", 605, "0.3"}});
+}
+
+using Index = QList<QList<int>>;
+
+// Of the chromosomes: the starts and ends by point and by coordinate, and the colors.
+static Index indexOf(const State& state) {
+    return {state.integers("Start_index"), state.integers("End_index"),
+            state.integers("Start_value"), state.integers("End_value"),
+            state.integers("Color_value")};
 }
 
 // No view was computed yet: there is nothing that could be removed or saved.
@@ -38,18 +48,14 @@ void TestSession::editingBeforeAnyView() {
 
 void TestSession::sessionOfGenome() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"dump a"}));
     const State state = run.state("a");
     QCOMPARE(samples::genomeView().differencesTo(state), QStringList());
     QCOMPARE(state.integers("Pos_list2"), samples::genomeCoordinates());
     QCOMPARE(state.numbers("Value_list2"), samples::values(samples::genome()));
     QCOMPARE(state.texts("Tag"), QStringList({"A", "B", "C"}));
-    QCOMPARE(state.integers("Start_index"), QList<int>({0, 4, 7}));
-    QCOMPARE(state.integers("End_index"), QList<int>({3, 6, 7}));
-    QCOMPARE(state.integers("Start_value"), QList<int>({1, 32, 143}));
-    QCOMPARE(state.integers("End_value"), QList<int>({22, 43, 143}));
-    QCOMPARE(state.integers("Color_value"), QList<int>({255, 50, 255}));
+    QCOMPARE(indexOf(state),
+             Index({{0, 4, 7}, {3, 6, 7}, {1, 32, 143}, {22, 43, 143}, {255, 50, 255}}));
     QCOMPARE(state.integer("selected_chromosome"), -1);
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integer("GLOBAL_minX"), -6);
@@ -61,17 +67,12 @@ void TestSession::sessionOfGenome() {
 
 void TestSession::sessionOfChromosome() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"dump a"}));
     const State state = run.state("a");
     QCOMPARE(samples::chromosomeView().differencesTo(state), QStringList());
     QCOMPARE(state.integers("Pos_list2"), samples::positions(samples::chromosome()));
     QCOMPARE(state.texts("Tag"), QStringList({"7"}));
-    QCOMPARE(state.integers("Start_index"), QList<int>({0}));
-    QCOMPARE(state.integers("End_index"), QList<int>({7}));
-    QCOMPARE(state.integers("Start_value"), QList<int>({1}));
-    QCOMPARE(state.integers("End_value"), QList<int>({1001}));
-    QCOMPARE(state.integers("Color_value"), QList<int>({255}));
+    QCOMPARE(indexOf(state), Index({{0}, {7}, {1}, {1001}, {255}}));
     QCOMPARE(state.integer("selected_chromosome"), 0);
     QCOMPARE(state.integer("globaldisplay"), 0);
     QCOMPARE(state.integer("globaltimes"), 1);
@@ -79,6 +80,22 @@ void TestSession::sessionOfChromosome() {
              QFile::encodeName(run.path("data.txt")));
     QCOMPARE(state.bytes("shortname"), "data.txt" + QByteArray(42, '\0'));
     QCOMPARE(run.log(), QByteArray(logHeader) + "selected chromosome by getManhattan 7\n");
+}
+
+// Nothing of the first file's chromosomes stays.
+void TestSession::secondFileReplacesIndex() {
+    DrivenRun run;
+    run.addFile("first.txt", samples::genomeTable());
+    run.addFile("second.txt", otherGenome());
+    run.addFile("third.txt", samples::chromosomeTable());
+    QVERIFY(
+        run.playTo(0, {"open first.txt", "click newFileButton", "open second.txt", "dump two",
+                       "click newFileButton", "open third.txt", "dump one", "click exitButton"}));
+    const State two = run.state("two"), one = run.state("one");
+    QCOMPARE(two.texts("Tag"), QStringList({"X", "Y"}));
+    QCOMPARE(indexOf(two), Index({{0, 3}, {2, 3}, {1, 908}, {902, 908}, {255, 50}}));
+    QCOMPARE(one.texts("Tag"), QStringList({"7"}));
+    QCOMPARE(indexOf(one), Index({{0}, {7}, {1}, {1001}, {255}}));
 }
 
 // The second file's chromosomes are picked by the first file's scale: column 102 is then the
@@ -94,6 +111,8 @@ void TestSession::globalScaleIsFirstFiles() {
         QCOMPARE(second.object()[name], first.object()[name]);
         QCOMPARE(run.state("picked").object()[name], first.object()[name]);
     }
+    QCOMPARE(first.log(), QByteArray(logHeader) + "Get GLOBAL\n"); // once in the process
+    QCOMPARE(second.log(), logHeader);
     QCOMPARE(second.integers("Pos_list"), QList<int>({1, 901, 902, 908}));
     QCOMPARE(second.integer("maxX"), 908 + 45);
     QCOMPARE(second.integer("globaltimes"), 2);
@@ -106,9 +125,11 @@ void TestSession::globalScaleNeverCaptured() {
     DrivenRun run;
     run.addFile("one.txt", samples::chromosomeTable());
     run.addFile("many.txt", samples::genomeTable());
-    QVERIFY(run.playTo(
-        0, {"open one.txt", "click newFileButton", "open many.txt", "dump a", "click exitButton"}));
+    QVERIFY(run.playTo(0, {"open one.txt", "dump one", "click newFileButton", "open many.txt",
+                           "dump a", "click newFileButton", "open many.txt", "click exitButton"}));
     const State state = run.state("a");
+    QVERIFY(!run.state("one").log().contains("Get GLOBAL"));
+    QCOMPARE(state.log(), logHeader);
     QCOMPARE(state.integer("globaldisplay"), 1);
     QCOMPARE(state.integer("globaltimes"), 2);
     QCOMPARE(state.number("GLOBAL_pixPerX"), 0.0);
@@ -158,10 +179,9 @@ void TestSession::optionsCarryOver() {
 
 void TestSession::everyViewIsCounted() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(
-        run.playTo(0, {"open data.txt", "box 300 0 400 600", "dump zoomed", "click removeButton",
-                       "dump removed", "click unzoomButton", "dump unzoomed", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(),
+                       {"box 300 0 400 600", "dump zoomed", "click removeButton", "dump removed",
+                        "click unzoomButton", "dump unzoomed"}));
     QCOMPARE(run.state("zoomed").integer("globaltimes"), 2);
     QCOMPARE(run.state("removed").integer("globaltimes"), 4);
     QCOMPARE(run.state("unzoomed").integer("globaltimes"), 5);

@@ -15,6 +15,7 @@ private slots:
     void globalOnOneChromosome();
     void globalShowsKeptPlot();
     void checkBoxes();
+    void partlyCheckedBoxes();
     void checkBoxCommandInGenomeView();
     void displayLocalLeavesImage();
     void noSecondChromosomeToShow();
@@ -50,21 +51,12 @@ static QString chromosomePicture(const ChromosomeLook& look = {}) {
     return picture(expectedChromosomePlot(samples::chromosomeView(), look));
 }
 
-static int pixelsOf(const QImage& image, const QColor& color) {
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            count += image.pixelColor(x, y) == color;
-    return count;
-}
-
 // A box whose middle column stands for the coordinate 43, which only chromosome B holds.
 static const char* const boxOverB = "box 195 100 209 200";
 
 void TestViews::genomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"dump a"}));
     const State state = run.state("a");
     QCOMPARE(visibleWidgets(state), genomeWidgets);
     QCOMPARE(state.text("hintLabel"),
@@ -78,8 +70,7 @@ void TestViews::genomeView() {
 
 void TestViews::genomeDots() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "grab a.png", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"grab a.png"}));
     const QImage image = run.image("a.png");
     const ExpectedView view = samples::genomeView();
     const QColor colors[] = {{255, 50, 50}, {50, 50, 50}};
@@ -96,8 +87,7 @@ void TestViews::genomeDots() {
 
 void TestViews::chromosomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {boxOverB, "dump a"}));
     const State state = run.state("a");
     QCOMPARE(visibleWidgets(state), chromosomeWidgets);
     QCOMPARE(state.text("hintLabel"), "");
@@ -115,9 +105,8 @@ void TestViews::chromosomeView() {
 
 void TestViews::chromosomeDots() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "grab a.png", "click checkBox2", "grab b.png", "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::chromosomeTable(), {"grab a.png", "click checkBox2", "grab b.png"}));
     const ExpectedView view = samples::chromosomeView();
     const QColor blue(50, 50, 255), green(25, 180, 25);
     const QImage image = run.image("a.png");
@@ -132,9 +121,7 @@ void TestViews::chromosomeDots() {
 
 void TestViews::globalOnOneChromosome() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump a", "click globalButton", "dump b", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"dump a", "click globalButton", "dump b"}));
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").text("hintLabel"), "");
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
@@ -143,10 +130,9 @@ void TestViews::globalOnOneChromosome() {
 
 void TestViews::globalShowsKeptPlot() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "box 200 0 400 590", "click removeButton",
-                           "dump local", "click globalButton", "dump global", "click saveButton",
-                           "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {boxOverB, "box 200 0 400 590", "click removeButton", "dump local",
+                        "click globalButton", "dump global", "click saveButton"}));
     const State local = run.state("local"), global = run.state("global");
     QCOMPARE(local.integers("Pos_list"), QList<int>({500, 2500}));
     QCOMPARE(visibleWidgets(global), genomeWidgets);
@@ -163,10 +149,10 @@ void TestViews::globalShowsKeptPlot() {
 
 void TestViews::checkBoxes() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump start", "click checkBox1", "dump joined",
-                           "click checkBox2", "dump bare", "click checkBox1", "dump dots",
-                           "click checkBox2", "dump end", "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::chromosomeTable(),
+                   {"dump start", "click checkBox1", "dump joined", "click checkBox2", "dump bare",
+                    "click checkBox1", "dump dots", "click checkBox2", "dump end"}));
     const auto check = [&](const char* label, int line, int stripes) {
         const State state = run.state(label);
         QCOMPARE(state.integer("line"), line);
@@ -183,11 +169,31 @@ void TestViews::checkBoxes() {
     QVERIFY(chromosomePicture({true, true}) != chromosomePicture());
 }
 
+// A partly checked box leaves its flag alone, but redraws: each time with a wider highlight.
+void TestViews::partlyCheckedBoxes() {
+    DrivenRun run;
+    QVERIFY(run.playOn(samples::chromosomeTable(),
+                       {"type rangeStartEdit 1-120000", "partly checkBox1", "dump off 1",
+                        "type rangeStartEdit 1-140000", "partly checkBox2", "dump on 2",
+                        "click checkBox1", "click checkBox2", "click checkBox2", // now on and off
+                        "type rangeStartEdit 1-151000", "partly checkBox1", "dump on 1",
+                        "type rangeStartEdit 1-180000", "partly checkBox2", "dump off 2"}));
+    const auto check = [&](const char* label, bool line, bool stripes, int to) {
+        const State state = run.state(label);
+        QCOMPARE(state.integer("line"), static_cast<int>(line));
+        QCOMPARE(state.integer("stripes"), static_cast<int>(stripes));
+        QCOMPARE(state.picture("shown"), chromosomePicture({stripes, line, 1, to}));
+    };
+    check("off 1", false, true, 120000);
+    check("on 2", false, true, 140000);
+    check("on 1", true, false, 151000);
+    check("off 2", true, false, 180000);
+}
+
 void TestViews::checkBoxCommandInGenomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke checkBox1Action", "dump a",
-                           "click globalButton", "dump b", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {"invoke checkBox1Action", "dump a", "click globalButton", "dump b"}));
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").picture("shown"),
@@ -197,8 +203,7 @@ void TestViews::checkBoxCommandInGenomeView() {
 
 void TestViews::displayLocalLeavesImage() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke displayLocal", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"invoke displayLocal", "dump a"}));
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
     QCOMPARE(run.state("a").text("hintLabel"), "");
@@ -208,8 +213,7 @@ void TestViews::displayLocalLeavesImage() {
 // A genome plot of fewer than two chromosomes is drawn and kept, but not shown.
 void TestViews::noSecondChromosomeToShow() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke reloadPhoto0", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"invoke reloadPhoto0", "dump a"}));
     const State state = run.state("a");
     const GenomeLook look{"data.txt", {"7"}, {1}, {255}, true};
     QCOMPARE(state.picture("genomePixmap"),
@@ -251,19 +255,16 @@ void TestViews::highlight() {
     QFETCH(int, from);
     QFETCH(int, to);
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "type rangeStartEdit " + start,
-                           "type rangeEndEdit " + end, "click unzoomButton", "dump dots",
-                           "click checkBox1", "dump joined", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(),
+                       {"type rangeStartEdit " + start, "type rangeEndEdit " + end,
+                        "click unzoomButton", "dump dots", "click checkBox1", "dump joined"}));
     QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({true, false, from, to}));
     QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({true, true, from, to}));
 }
 
 void TestViews::typingAloneDrawsNothing() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "type rangeStartEdit 1-999999", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"type rangeStartEdit 1-999999", "dump a"}));
     QCOMPARE(run.state("a").text("rangeStartEdit"), "1-999999");
     QCOMPARE(run.state("a").picture("shown"), chromosomePicture());
 }
@@ -291,9 +292,8 @@ void TestViews::notANumber() {
     QList<samples::Marker> markers = samples::chromosome();
     markers.insert(3, {"7", 145000, "-1"});
     DrivenRun run;
-    run.addFile("data.txt", samples::table(markers));
-    QVERIFY(run.playTo(0, {"open data.txt", "dump dots", "click checkBox1", "grab joined.png",
-                           "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::table(markers), {"dump dots", "click checkBox1", "grab joined.png"}));
     QCOMPARE(run.state("dots").integers("Pos_list").size(), 9);
     QCOMPARE(run.state("dots").picture("shown"), chromosomePicture());
     const ExpectedView view = samples::chromosomeView();
