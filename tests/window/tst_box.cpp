@@ -3,8 +3,8 @@
 
 #include <QTest>
 
-// The box: its corners, its band, and when it counts. On the sample used here one pixel column
-// stands for one position, the first column for 971.
+// The selection box: its corners, its rubber band, and when it counts. On the ruler sample one
+// pixel column is one base pair, and column 0 is position 971.
 class TestBox : public QObject {
     Q_OBJECT
 
@@ -16,9 +16,8 @@ private slots:
     void clickDoesNothing();
     void strokes_data();
     void strokes();
-    void buttons_data();
-    void buttons();
-    void smallestBoxCounts();
+    void boxesThatCount_data();
+    void boxesThatCount();
     void bandFollowsMouse();
     void bandIsLeftAsItWas();
     void nextPressReplacesBand();
@@ -56,11 +55,11 @@ void TestBox::directions() {
 }
 
 void TestBox::beyondEdges_data() {
-    QTest::addColumn<QPoint>("from"); // 9999: at the edge itself
+    QTest::addColumn<QPoint>("from");
     QTest::addColumn<QPoint>("to");
     QTest::addColumn<QPoint>("start");
     QTest::addColumn<QPoint>("end");
-    const QPoint edge(9999, 9999);
+    const QPoint edge(9999, 9999); // stands for the label's bottom right
     QTest::newRow("left and top") << QPoint(300, 300) << QPoint(-40, -30) << QPoint(0, 0)
                                   << QPoint(300, 300);
     QTest::newRow("left") << QPoint(300, 200) << QPoint(-1, 300) << QPoint(0, 200)
@@ -74,7 +73,7 @@ void TestBox::beyondEdges_data() {
     QTest::newRow("all over") << QPoint(-5, -5) << QPoint(3000, 3000) << QPoint(0, 0) << edge;
 }
 
-// The clamp goes by the label's size: the edge is one past its last column and row.
+// Corners are clamped to the label's size, one past its last column and row.
 void TestBox::beyondEdges() {
     QFETCH(QPoint, from);
     QFETCH(QPoint, to);
@@ -98,7 +97,7 @@ void TestBox::clickDoesNothing() {
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integers("Pos_list"), before.integers("Pos_list"));
     QCOMPARE(state.picture("shown"), before.picture("shown"));
-    QVERIFY(state.geometry("rubberBand").isEmpty()); // nothing to be seen of it
+    QVERIFY(state.geometry("rubberBand").isEmpty()); // shown, but without any area
     QCOMPARE(state.geometry("rubberBand").topLeft(), QPoint(200, 300));
     QCOMPARE(state.log(), before.log());
 }
@@ -123,27 +122,24 @@ void TestBox::strokes() {
     QCOMPARE(run.log(), QByteArray(logHeader) + "Get GLOBAL\n");
 }
 
-void TestBox::buttons_data() {
-    QTest::addColumn<QString>("button");
-    for (const char* name : {"left", "right", "middle"})
-        QTest::newRow(name) << name;
+void TestBox::boxesThatCount_data() {
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QList<int>>("inside");
+    for (const QString button : {"left", "right", "middle"})
+        QTest::newRow(qPrintable(button))
+            << "120 100 340 450 " + button << QList<int>{1100, 1200, 1300};
+    QTest::newRow("one pixel") << QStringLiteral("129 420 130 421") << QList<int>{1100};
 }
 
-void TestBox::buttons() {
-    QFETCH(QString, button);
+void TestBox::boxesThatCount() {
+    QFETCH(QString, box);
     DrivenRun run;
-    QVERIFY(run.playOn(samples::rulerTable(), {"box 120 100 340 450 " + button, "dump a"}));
-    QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100, 1200, 1300}));
-}
-
-void TestBox::smallestBoxCounts() {
-    DrivenRun run;
-    QVERIFY(run.playOn(samples::rulerTable(), {"box 129 420 130 421", "dump a"}));
-    QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"box " + box, "dump a"}));
+    QTEST(run.state("a").integers("Pos_list"), "inside");
     QCOMPARE(run.state("a").integer("globaltimes"), 2);
 }
 
-// Until the release nothing is clamped, and the band is always a proper rectangle.
+// While dragging, nothing is clamped and the band is always a normalized rectangle.
 void TestBox::bandFollowsMouse() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(),
@@ -165,8 +161,7 @@ void TestBox::bandFollowsMouse() {
              run.state("left").geometry("rubberBand"));
 }
 
-// A release at the column of the press does not count, and the band stays where the last move left
-// it.
+// A release in the column of the press does not count, and the band stays as the last move drew it.
 void TestBox::bandIsLeftAsItWas() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(),

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTest>
 
-// The file dialog, the log that starts anew with it, and what is kept of a file's name.
+// The file dialog, the log that it restarts, and how much of a file's name is kept.
 class TestFileChoice : public QObject {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ private slots:
     void cancelAtStart();
     void cancelLaterKeepsView();
     void workAfterCancelGoesOn();
-    void logStartsAnewWithDialog();
+    void dialogRestartsLog();
     void logThatCannotBeOpened();
     void logLostBeforeSecondFile();
     void oneChromosomeOpensChromosomeView();
@@ -43,26 +43,23 @@ void TestFileChoice::cancelAtStart() {
     QVERIFY(run.playTo(1, {"cancel"}));
     QCOMPARE(run.log(), QByteArray(logHeader) + "Input file problem!\n");
     QCOMPARE(run.log().count('\n'), 3);
-    QCOMPARE(run.labels(), QStringList()); // the window was never seen
+    QCOMPARE(run.labels(), QStringList()); // the window was never shown
 }
 
 void TestFileChoice::cancelLaterKeepsView() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::genomeTable(), {"box 195 100 209 200", "dump before",
                                                 "click newFileButton", "cancel", "dump after"}));
-    QJsonObject before = run.state("before").unlabelled(), after = run.state("after").unlabelled();
-    QJsonObject beforeWindow = before["window"].toObject(),
-                afterWindow = after["window"].toObject();
-    QCOMPARE(afterWindow["log"].toString(), logHeader);
-    QCOMPARE(afterWindow["chosenPath"].toString(), "");
-    for (const char* changed : {"log", "chosenPath"}) {
-        beforeWindow.remove(QLatin1String(changed));
-        afterWindow.remove(QLatin1String(changed));
-    }
-    QCOMPARE(afterWindow, beforeWindow);
-    before.remove("window");
-    after.remove("window");
-    QCOMPARE(after, before);
+    const auto unchanged = [&](const char* label) {
+        QJsonObject state = run.state(label).unlabelled(), window = run.state(label).window();
+        window.remove("log");
+        window.remove("chosenPath");
+        state["window"] = window;
+        return state;
+    };
+    QCOMPARE(unchanged("after"), unchanged("before"));
+    QCOMPARE(run.state("after").window()["chosenPath"].toString(), "");
+    QCOMPARE(run.state("after").log(), logHeader);
     QCOMPARE(run.log(), logHeader);
 }
 
@@ -77,7 +74,7 @@ void TestFileChoice::workAfterCancelGoesOn() {
                             "4.10256 minX -6\n\nselected chromosome by getManhattan B\n");
 }
 
-void TestFileChoice::logStartsAnewWithDialog() {
+void TestFileChoice::dialogRestartsLog() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
     run.addFile("Pelmark_log.txt", QByteArray(1000, 'x'));
@@ -93,7 +90,7 @@ void TestFileChoice::logThatCannotBeOpened() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("Pelmark_log.txt"));
     QVERIFY(run.playTo(1, {"dialog shown", "cancel"}));
-    QCOMPARE(run.labels(), QStringList()); // not even the dialog
+    QCOMPARE(run.labels(), QStringList()); // no dialog either
 }
 
 void TestFileChoice::logLostBeforeSecondFile() {
@@ -163,7 +160,7 @@ void TestFileChoice::longNameIsCut() {
     QVERIFY(run.state("b").bytes("filename").endsWith(QByteArray(50, '\0')));
 }
 
-// Byte 30 is the first of the two bytes of a letter.
+// Byte 30 is the first byte of a two-byte character.
 void TestFileChoice::nameCutInsideCharacter() {
     const QString name = QString(29, u'n') + QString::fromUtf8("\xc3\xa4\xc3\xa4.txt");
     DrivenRun run;
@@ -178,27 +175,26 @@ void TestFileChoice::nameCutInsideCharacter() {
 
 void TestFileChoice::siblings_data() {
     QTest::addColumn<QStringList>("others");
-    QTest::addColumn<QStringList>("listed"); // beside the log, which is a text file too
+    QTest::addColumn<QStringList>("listed");
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("stepOK");
-    QTest::newRow("alone") << QStringList{} << QStringList{"m.txt"} << 0 << 0;
-    QTest::newRow("first of two") << QStringList{"n.csv"} << QStringList{"m.txt", "n.csv"} << 0
-                                  << 1;
-    QTest::newRow("second of two")
-        << QStringList{"b.csv"} << QStringList{"b.csv", "m.txt"} << 1 << 1;
-    QTest::newRow("others do not count")
-        << QStringList{"a.tsv", "b.png", "c"} << QStringList{"m.txt"} << 0 << 0;
-    QTest::newRow("by name, not by kind")
-        << QStringList{"a.txt", "c.csv", "b.txt", "z.csv"}
-        << QStringList{"a.txt", "b.txt", "c.csv", "m.txt", "z.csv"} << 3 << 1;
+    const auto row = [](const char* name, const QStringList& others, const QStringList& listed,
+                        int index,
+                        int stepOK) { QTest::newRow(name) << others << listed << index << stepOK; };
+    row("alone", {}, {"m.txt"}, 0, 0);
+    row("first of two", {"n.csv"}, {"m.txt", "n.csv"}, 0, 1);
+    row("second of two", {"b.csv"}, {"b.csv", "m.txt"}, 1, 1);
+    row("others do not count", {"a.tsv", "b.png", "c"}, {"m.txt"}, 0, 0);
+    row("by name, not by kind", {"a.txt", "c.csv", "b.txt", "z.csv"},
+        {"a.txt", "b.txt", "c.csv", "m.txt", "z.csv"}, 3, 1);
 }
 
 void TestFileChoice::siblings() {
     QFETCH(QStringList, others);
     QFETCH(QStringList, listed);
     DrivenRun run;
-    QVERIFY(QDir(run.path("")).mkpath("folder/inner.txt")); // a folder is no data file
-    QDateTime time = QDateTime::currentDateTime();          // which plays no part in the order
+    QVERIFY(QDir(run.path("")).mkpath("folder/inner.txt")); // not a data file
+    QDateTime time = QDateTime::currentDateTime();          // must not affect the order
     for (const QString& name : others + QStringList{"m.txt"}) {
         run.addFile("folder/" + name, samples::genomeTable());
         time = time.addSecs(10);
@@ -214,7 +210,7 @@ void TestFileChoice::siblings() {
     QTEST(run.state("a").integer("stepOK"), "stepOK");
 }
 
-// A file that the list does not hold leaves the index as it was.
+// A file that is not in its own folder's list keeps the last index.
 void TestFileChoice::siblingsOfSecondFile() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("many") && QDir(run.path("")).mkdir("few"));
@@ -251,13 +247,13 @@ void TestFileChoice::dialogOpensInLastFolder() {
     QVERIFY(!run.exists("one/two/Pelmark_log.txt")); // the log stays in the working folder
 }
 
-// A name that makes the whole path so many bytes long.
+// Returns a name that makes the whole path `bytes` long.
 static QString nameForPathOf(int bytes, const DrivenRun& run) {
     const qsizetype room = bytes - QFile::encodeName(run.path(".txt")).size();
     return QString(room, u'x') + ".txt";
 }
 
-// The buffer is full then, with no zero behind the path.
+// Such a path fills the buffer, with no terminating zero.
 void TestFileChoice::pathOfExactly200Bytes() {
     DrivenRun run;
     const QString name = nameForPathOf(200, run);
@@ -280,8 +276,8 @@ void TestFileChoice::pathBeyond200Bytes() {
     QCOMPARE(run.log(), QByteArray(logHeader) + "Cannot open data file!\n");
 }
 
-// The first 200 bytes of the chosen path name another file, which is the one that is read; and as
-// the list holds that one too, its index is the one that is found.
+// The first 200 bytes of the chosen path name another file in the same folder: the program reads
+// that one and finds its index.
 void TestFileChoice::pathCutToAnotherFile() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("f"));

@@ -4,8 +4,9 @@
 #include <QTest>
 #include <cmath>
 
-// Zooming into a box, removing what is seen, and showing what remains. On the ruler sample one
-// column stands for one position, the first for 971, and rows 420 and 180 for the values 14 and 36.
+// Zooming into a box, removing the shown points, and showing the rest. On the ruler sample one
+// pixel column is one base pair, column 0 is position 971, and rows 420 and 180 are the values 14
+// and 36.
 class TestRemoval : public QObject {
     Q_OBJECT
 
@@ -31,13 +32,15 @@ private slots:
 void TestRemoval::boxEdges_data() {
     QTest::addColumn<QString>("box");
     QTest::addColumn<QList<int>>("kept");
-    // 1100 and 1400 have the value 14, 1300 has 36.
+    // The value at 1100 and 1400 is 14; at 1300 it is 36.
     QTest::newRow("all edges on points")
         << "box 129 180 429 420" << QList<int>{1100, 1200, 1300, 1400};
-    QTest::newRow("left edge beside") << "box 130 180 429 420" << QList<int>{1200, 1300, 1400};
-    QTest::newRow("right edge beside") << "box 129 180 428 420" << QList<int>{1100, 1200, 1300};
-    QTest::newRow("lower edge beside") << "box 129 180 429 419" << QList<int>{1200, 1300};
-    QTest::newRow("upper edge beside") << "box 129 181 429 420" << QList<int>{1100, 1200, 1400};
+    QTest::newRow("left edge just inside") << "box 130 180 429 420" << QList<int>{1200, 1300, 1400};
+    QTest::newRow("right edge just inside")
+        << "box 129 180 428 420" << QList<int>{1100, 1200, 1300};
+    QTest::newRow("lower edge just inside") << "box 129 180 429 419" << QList<int>{1200, 1300};
+    QTest::newRow("upper edge just inside")
+        << "box 129 181 429 420" << QList<int>{1100, 1200, 1400};
     QTest::newRow("whole height") << "box 129 0 429 600" << QList<int>{1100, 1200, 1300, 1400};
     QTest::newRow("last point at the right edge") << "box 611 0 629 600" << QList<int>{1582};
     QTest::newRow("first point at the left edge") << "box 0 0 29 600" << QList<int>{1000};
@@ -56,21 +59,22 @@ void TestRemoval::boxEdges() {
     QVERIFY(!run.state("a").isVisible("rubberBand"));
 }
 
-// The zoomed view of 1100..1400 goes from 1085 to 1415, its columns being 640 / 330 wide.
+// Checks range, scale and picture against those computed from the shown points.
+static void checkView(const State& state) {
+    const ExpectedView view(state.integers("Pos_list"), state.numbers("Value_list"));
+    QCOMPARE(view.differencesTo(state), QStringList());
+    QCOMPARE(state.picture("shown"), picture(expectedChromosomePlot(view)));
+}
+
+// Zoomed to 1100..1400, the view spans 1085..1415, and one base pair is 640 / 330 pixels wide.
 void TestRemoval::secondBoxUsesZoomedScale() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(),
                        {"box 129 180 429 420", "dump once", "box 200 0 500 600", "dump twice"}));
-    const auto points = [&](const char* label) {
-        return ExpectedView(run.state(label).integers("Pos_list"),
-                            run.state(label).numbers("Value_list"));
-    };
     QCOMPARE(run.state("once").integer("minX"), 1085);
     QCOMPARE(run.state("twice").integers("Pos_list"), QList<int>({1200, 1300}));
-    QCOMPARE(points("once").differencesTo(run.state("once")), QStringList());
-    QCOMPARE(points("twice").differencesTo(run.state("twice")), QStringList());
-    QCOMPARE(run.state("once").picture("shown"), picture(expectedChromosomePlot(points("once"))));
-    QCOMPARE(run.state("twice").picture("shown"), picture(expectedChromosomePlot(points("twice"))));
+    checkView(run.state("once"));
+    checkView(run.state("twice"));
 }
 
 static void checkEmpty(const State& state) {
@@ -99,7 +103,7 @@ void TestRemoval::removeWithoutZoom() {
     QCOMPARE(pixelsOf(run.image("a.png"), QColor(50, 50, 255)), 0);
 }
 
-// The view of 1000 to 1,000,000 begins far below 0.
+// The view of 1000..1000000 begins far below 0.
 void TestRemoval::removeBelowZeroDoesNothing() {
     DrivenRun run;
     QVERIFY(run.playOn(
@@ -110,8 +114,8 @@ void TestRemoval::removeBelowZeroDoesNothing() {
     QCOMPARE(run.state("c").unlabelled(), run.state("a").unlabelled());
 }
 
-// The box holds 1100 to 1300 only; 1305, 1310 and 1095 lie within 5% of that beside it, 1311 does
-// not, and a point within these positions stays when its value lies outside of the margin.
+// The box holds 1100..1300, and removal takes a margin of 5% with it: 1095, 1305 and 1310, but not
+// 1311. Points in that range of positions stay if their values lie beyond the margin.
 void TestRemoval::marginIsRemovedToo() {
     const QList<samples::Marker> markers{
         {"R", 1000, "1"},     {"R", 1090, "1e-14"}, {"R", 1095, "1e-15"}, {"R", 1100, "1e-14"},
@@ -124,14 +128,12 @@ void TestRemoval::marginIsRemovedToo() {
     QCOMPARE(run.state("zoomed").integers("Pos_list"), QList<int>({1100, 1200, 1300}));
     QCOMPARE(run.state("zoomed").integer("minX"), 1090);
     const QList<int> kept{1000, 1150, 1250, 1311, 1500, 1582};
-    QCOMPARE(run.state("removed").integers("Pos_list"), kept);
-    QCOMPARE(run.state("removed").integers("Pos_list2"), kept);
-    QCOMPARE(run.state("removed").numbers("Value_list"), QList<double>({0, 38, 5, 14, 50, 3}));
-    QCOMPARE(run.state("removed").numbers("Value_list2"),
-             run.state("removed").numbers("Value_list"));
-    const ExpectedView view(kept, run.state("removed").numbers("Value_list"));
-    QCOMPARE(view.differencesTo(run.state("removed")), QStringList());
-    QCOMPARE(run.state("removed").picture("shown"), picture(expectedChromosomePlot(view)));
+    const State removed = run.state("removed");
+    QCOMPARE(removed.integers("Pos_list"), kept);
+    QCOMPARE(removed.integers("Pos_list2"), kept);
+    QCOMPARE(removed.numbers("Value_list"), QList<double>({0, 38, 5, 14, 50, 3}));
+    QCOMPARE(removed.numbers("Value_list2"), removed.numbers("Value_list"));
+    checkView(removed);
 }
 
 void TestRemoval::unzoomShowsKeptOnly() {
@@ -167,8 +169,8 @@ void TestRemoval::removalKeepsOrder() {
     QCOMPARE(run.state("b").integers("Pos_list"), QList<int>({1000, 1500, 1400, 1100}));
 }
 
-// Removal recomputes the range of the shown points first. No command leaves another range behind,
-// so the test sets one, which would spare 1100 and 1200.
+// Removal first recomputes the range of the shown points. No command leaves any other range, so the
+// test sets one, which would spare 1100 and 1200.
 void TestRemoval::removalUsesShownRange() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(),
@@ -205,7 +207,7 @@ void TestRemoval::emptySetIsSaved() {
     QCOMPARE(picture(run.image("empty.png")), run.state("a").picture("shown"));
 }
 
-// One point has no range: it is drawn in the middle, where a box finds it.
+// One point spans no range: it is drawn in the middle, where a box finds it.
 void TestRemoval::onePoint() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(), {"click checkBox2", "box 220 290 240 310", "dump one",
@@ -226,7 +228,7 @@ void TestRemoval::onePoint() {
              QList<int>({1000, 1100, 1300, 1400, 1500, 1582}));
 }
 
-// Two points at one position stand above each other in the middle, two of one value side by side.
+// Points at one position share the middle column; points of one value share the middle row.
 void TestRemoval::equalPositions() {
     DrivenRun run;
     run.addFile("one.txt", samples::table({{"1", 500, "0.1"}, {"1", 500, "0.001"}}));
@@ -251,28 +253,27 @@ void TestRemoval::notANumberIsInNoBox() {
     QCOMPARE(run.state("removed").integers("Pos_list2"), QList<int>({1250}));
 }
 
-// First and last entry are the range as they stand, also where they run backwards.
+// The range runs from the first entry to the last, even if that is backwards.
 void TestRemoval::unsortedPositions() {
     DrivenRun run;
     QVERIFY(
         run.playOn(samples::table({{"1", 5000, "0.1"}, {"1", 1000, "0.01"}, {"1", 3000, "0.001"}}),
                    {"dump a", "box 300 0 640 600", "dump b"}));
-    const ExpectedView view({5000, 1000, 3000}, {1, 2, 3});
-    QCOMPARE(view.differencesTo(run.state("a")), QStringList());
+    checkView(run.state("a"));
+    QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({5000, 1000, 3000}));
     QCOMPARE(run.state("a").integer("minX"), 5100);
     QCOMPARE(run.state("a").integer("maxX"), 2900);
-    QCOMPARE(run.state("a").picture("shown"), picture(expectedChromosomePlot(view)));
     QCOMPARE(run.state("b").integers("Pos_list"), QList<int>({3000}));
 }
 
-// Hidden there, but a chromosome view when called: of the genome's points.
+// The button is hidden there, but the command works: it draws the genome's points as a chromosome.
 void TestRemoval::unzoomInGenomeView() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::genomeTable(), {"invoke showRemaining", "dump a"}));
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
     QCOMPARE(run.state("a").integer("globaltimes"), 2);
-    QCOMPARE(run.state("a").picture("shown"),
-             picture(expectedChromosomePlot(samples::genomeView())));
+    checkView(run.state("a"));
+    QCOMPARE(run.state("a").integers("Pos_list"), samples::genomeCoordinates());
 }
 
 QTEST_MAIN(TestRemoval)

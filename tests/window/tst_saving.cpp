@@ -2,11 +2,11 @@
 #include "samples.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QMap>
 #include <QTest>
 #include <cmath>
 
-// Tables and images: their names, their content, and what "Save and Remove" leaves.
+// Saved tables and images: their names, their contents, and what "Save and Remove" leaves.
 class TestSaving : public QObject {
     Q_OBJECT
 
@@ -16,16 +16,14 @@ private slots:
     void table();
     void dialogTexts();
     void imageIsPlot();
-    void zoomedPointsOnly();
+    void zoomedPointsReplaceOlderFiles();
     void labelIsAlwaysFirst();
     void textsAreInSystemsEncoding();
     void saveAndRemove();
-    void emptyNameSavesNothingAndGoesOn();
-    void emptyNameOnSave();
+    void emptyNameSavesNothing();
     void cancelChangesNothing();
     void proposedName();
     void proposedNameCutInsideCharacter();
-    void olderFilesAreReplaced();
     void savesBesideLogNotBesideData();
     void imageThatCannotBeWritten();
     void genomeView();
@@ -46,22 +44,17 @@ static QStringList filesOf(const DrivenRun& run) {
 void TestSaving::names_data() {
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("image");
-    QTest::newRow("result") << "result.txt"
-                            << "result.png";
-    QTest::newRow("result.txt") << "result.txt"
-                                << "result.png";
-    QTest::newRow("run1.TXT") << "run1.TXT.txt"
-                              << "run1.png";
-    QTest::newRow("my.data") << "my.data.txt"
-                             << "my.png";
-    QTest::newRow(".hidden") << ".hidden.txt"
-                             << ".png";
-    QTest::newRow("../out/run") << "../out/run.txt"
-                                << ".png";
-    QTest::newRow("sub/run") << "sub/run.txt"
-                             << "sub/run.png";
-    QTest::newRow("two words") << "two words.txt"
-                               << "two words.png";
+    const auto row = [](const char* name, const QString& table, const QString& image) {
+        QTest::newRow(name) << table << image;
+    };
+    row("result", "result.txt", "result.png");
+    row("result.txt", "result.txt", "result.png");
+    row("run1.TXT", "run1.TXT.txt", "run1.png");
+    row("my.data", "my.data.txt", "my.png");
+    row(".hidden", ".hidden.txt", ".png");
+    row("../out/run", "../out/run.txt", ".png");
+    row("sub/run", "sub/run.txt", "sub/run.png");
+    row("two words", "two words.txt", "two words.png");
 }
 
 void TestSaving::names() {
@@ -120,14 +113,16 @@ void TestSaving::imageIsPlot() {
              picture(expectedChromosomePlot(samples::chromosomeView(), {true, true})));
 }
 
-void TestSaving::zoomedPointsOnly() {
+void TestSaving::zoomedPointsReplaceOlderFiles() {
     DrivenRun run;
+    run.addFile("old.txt", QByteArray(5000, 'x'));
+    run.addFile("old.png", "no image");
     QVERIFY(run.playOn(samples::rulerTable(),
-                       {"box 129 180 429 420", "click saveButton", "name z", "dump a"}));
-    QCOMPARE(run.content("z.txt"), "Chr\tPosition\tP\t-log10(P)\n"
-                                   "R\t1100\t1e-14\t14\nR\t1200\t1e-25\t25\n"
-                                   "R\t1300\t1e-36\t36\nR\t1400\t1e-14\t14\n");
-    QCOMPARE(picture(run.image("z.png")), run.state("a").picture("shown"));
+                       {"box 129 180 429 420", "click saveButton", "name old", "dump a"}));
+    QCOMPARE(run.content("old.txt"), "Chr\tPosition\tP\t-log10(P)\n"
+                                     "R\t1100\t1e-14\t14\nR\t1200\t1e-25\t25\n"
+                                     "R\t1300\t1e-36\t36\nR\t1400\t1e-14\t14\n");
+    QCOMPARE(picture(run.image("old.png")), run.state("a").picture("shown"));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100, 1200, 1300, 1400}));
     QCOMPARE(run.state("a").integers("Pos_list2").size(), 7);
 }
@@ -160,20 +155,16 @@ void TestSaving::saveAndRemove() {
     QCOMPARE(run.state("a").integer("globaltimes"), 4);
 }
 
-void TestSaving::emptyNameSavesNothingAndGoesOn() {
+// "Save and Remove" still removes.
+void TestSaving::emptyNameSavesNothing() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::rulerTable(),
-                       {"box 129 180 429 420", "click saveRemoveButton", "name ", "dump a"}));
-    QCOMPARE(run.state("a").integers("Pos_list2"), QList<int>({1000, 1500, 1582}));
-    QCOMPARE(run.state("a").bytes("defaultname").left(6), QByteArray("file\0\0", 6));
-    QCOMPARE(filesOf(run), dataAndLog);
-}
-
-void TestSaving::emptyNameOnSave() {
-    DrivenRun run;
-    QVERIFY(run.playOn(samples::rulerTable(), {"click saveButton", "name ", "dump a"}));
-    QCOMPARE(run.state("a").integers("Pos_list").size(), 7);
-    QCOMPARE(run.state("a").window()["chosenPath"].toString(), "");
+                       {"click saveButton", "name ", "dump saved", "box 129 180 429 420",
+                        "click saveRemoveButton", "name ", "dump removed"}));
+    QCOMPARE(run.state("saved").integers("Pos_list").size(), 7);
+    QCOMPARE(run.state("saved").window()["chosenPath"].toString(), "");
+    QCOMPARE(run.state("removed").integers("Pos_list2"), QList<int>({1000, 1500, 1582}));
+    QCOMPARE(run.state("removed").bytes("defaultname").left(6), QByteArray("file\0\0", 6));
     QCOMPARE(filesOf(run), dataAndLog);
 }
 
@@ -215,19 +206,6 @@ void TestSaving::proposedNameCutInsideCharacter() {
     QCOMPARE(run.state("a").bytes("defaultname").left(51), QByteArray(49, 'n') + '\xc3' + '\0');
 }
 
-void TestSaving::olderFilesAreReplaced() {
-    DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    run.addFile("old.txt", QByteArray(5000, 'x'));
-    run.addFile("old.png", "no image");
-    QVERIFY(run.playTo(0, {"open data.txt", "box 129 180 429 420", "dump a", "click saveButton",
-                           "name old", "click exitButton"}));
-    QCOMPARE(run.content("old.txt"), "Chr\tPosition\tP\t-log10(P)\n"
-                                     "R\t1100\t1e-14\t14\nR\t1200\t1e-25\t25\n"
-                                     "R\t1300\t1e-36\t36\nR\t1400\t1e-14\t14\n");
-    QCOMPARE(picture(run.image("old.png")), run.state("a").picture("shown"));
-}
-
 void TestSaving::savesBesideLogNotBesideData() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("data"));
@@ -256,7 +234,7 @@ void TestSaving::genomeView() {
     QCOMPARE(filesOf(run), QStringList({"data.txt", "data.txt.png", "Pelmark_log.txt"}));
 }
 
-// Its button is hidden there; called, it saves the image unless the view begins below 0.
+// The button is hidden there, but the command saves the image unless the view starts below 0.
 void TestSaving::saveAndRemoveInGenomeView() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::genomeTable(), {"dump a", "invoke saveAndRemove"}));
@@ -289,16 +267,15 @@ void TestSaving::guardOfWriter() {
 
 void TestSaving::resultOfWriter() {
     DrivenRun run;
-    QVERIFY(run.playOn(samples::rulerTable(), {"invoke makeFile", "name t"}));
-    QCOMPARE(run.labels().last(), "true");
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke makeFile", "name ", "click exitButton"}));
-    QCOMPARE(run.labels().last(), "true");
-    QVERIFY(
-        run.playTo(0, {"open data.txt", "invoke makeFile", "namecancel x", "click exitButton"}));
-    QCOMPARE(run.labels().last(), "false");
+    const QMap<QString, QString> results{
+        {"name t", "true"}, {"name ", "true"}, {"namecancel x", "false"}};
+    for (const QString& answer : results.keys()) {
+        QVERIFY(run.playOn(samples::rulerTable(), {"invoke makeFile", answer}));
+        QCOMPARE(run.labels().last(), results[answer]);
+    }
 }
 
-// What it writes is always the chromosome's plot, also while the genome is seen.
+// It always writes the chromosome's plot, even while the genome view is shown.
 void TestSaving::writerInGenomeView() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::genomeTable(), {"box 195 0 209 600", "dump b", "click globalButton",
@@ -307,7 +284,7 @@ void TestSaving::writerInGenomeView() {
     QCOMPARE(run.content("t.txt").count('\n'), 4);
 }
 
-// The program's own table is a data file: the same positions, and values good to six digits.
+// A saved table is itself a data file, with the same positions and with values to six digits.
 void TestSaving::readBackIn() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::chromosomeTable(),

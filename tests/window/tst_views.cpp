@@ -2,6 +2,7 @@
 #include "samples.h"
 
 #include <QTest>
+#include <utility>
 
 // The two views: which widgets they show, what they draw, and how the commands switch between them.
 class TestViews : public QObject {
@@ -9,7 +10,6 @@ class TestViews : public QObject {
 
 private slots:
     void genomeView();
-    void genomeDots();
     void chromosomeView();
     void chromosomeDots();
     void globalOnOneChromosome();
@@ -24,7 +24,7 @@ private slots:
     void typingAloneDrawsNothing();
     void mnemonics();
     void notANumber();
-    void nameIsNoMarkup();
+    void nameIsNotMarkup();
 };
 
 static const QStringList genomeWidgets{"exitButton", "hintLabel",     "imageLabel",
@@ -51,38 +51,30 @@ static QString chromosomePicture(const ChromosomeLook& look = {}) {
     return picture(expectedChromosomePlot(samples::chromosomeView(), look));
 }
 
-// A box whose middle column stands for the coordinate 43, which only chromosome B holds.
+// The middle column of this box is coordinate 43, which only chromosome B contains.
 static const char* const boxOverB = "box 195 100 209 200";
 
 void TestViews::genomeView() {
     DrivenRun run;
-    QVERIFY(run.playOn(samples::genomeTable(), {"dump a"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"dump a", "grab a.png"}));
     const State state = run.state("a");
     QCOMPARE(visibleWidgets(state), genomeWidgets);
     QCOMPARE(state.text("hintLabel"),
              "HINT: Draw a box in or around a chromosome to select an entire chromsome");
     QCOMPARE(state.text("nameLabel"), "data.txt");
     QCOMPARE(state.integer("globaldisplay"), 1);
-    QCOMPARE(samples::genomeView().differencesTo(state), QStringList());
+    const ExpectedView view = samples::genomeView();
+    QCOMPARE(view.differencesTo(state), QStringList());
     QCOMPARE(state.picture("shown"), genomePicture());
     QCOMPARE(state.picture("genomePixmap"), genomePicture());
-}
-
-void TestViews::genomeDots() {
-    DrivenRun run;
-    QVERIFY(run.playOn(samples::genomeTable(), {"grab a.png"}));
     const QImage image = run.image("a.png");
-    const ExpectedView view = samples::genomeView();
-    const QColor colors[] = {{255, 50, 50}, {50, 50, 50}};
-    QCOMPARE(image.pixelColor(view.x(11), view.y(view.values[1])), colors[0]);
-    QCOMPARE(image.pixelColor(view.x(32), view.y(view.values[4])), colors[1]);
-    QCOMPARE(image.pixelColor(view.x(143), view.y(view.values[7])), colors[0]);
+    QCOMPARE(image.pixelColor(view.x(11), view.y(view.values[1])), QColor(255, 50, 50));
+    QCOMPARE(image.pixelColor(view.x(32), view.y(view.values[4])), QColor(50, 50, 50));
+    QCOMPARE(image.pixelColor(view.x(143), view.y(view.values[7])), QColor(255, 50, 50));
     QCOMPARE(image.pixelColor(0, 300), QColor(Qt::white));
     QCOMPARE(image.pixelColor(320, view.y(7.3)), QColor(25, 180, 25));
-    QCOMPARE(image.pixelColor(320, view.y(6)), QColor(140, 140, 140));
-    QCOMPARE(image.pixelColor(320, view.y(5)), QColor(170, 170, 170));
-    QCOMPARE(image.pixelColor(320, view.y(4)), QColor(200, 200, 200));
-    QCOMPARE(image.pixelColor(320, view.y(3)), QColor(230, 230, 230));
+    for (const auto& [level, gray] : {std::pair(6, 140), {5, 170}, {4, 200}, {3, 230}})
+        QCOMPARE(image.pixelColor(320, view.y(level)), QColor(gray, gray, gray));
 }
 
 void TestViews::chromosomeView() {
@@ -147,47 +139,42 @@ void TestViews::globalShowsKeptPlot() {
     QCOMPARE(picture(run.image("data.txt.png")), genomePicture());
 }
 
+static void checkOptions(const State& state, const ChromosomeLook& look) {
+    QCOMPARE(state.integer("line"), static_cast<int>(look.joined));
+    QCOMPARE(state.integer("stripes"), static_cast<int>(look.stripes));
+    QCOMPARE(state.picture("shown"), chromosomePicture(look));
+    QCOMPARE(state.picture("plotImage"), state.picture("shown"));
+    QCOMPARE(state.integer("globaltimes"), 1);
+}
+
 void TestViews::checkBoxes() {
     DrivenRun run;
     QVERIFY(
         run.playOn(samples::chromosomeTable(),
                    {"dump start", "click checkBox1", "dump joined", "click checkBox2", "dump bare",
                     "click checkBox1", "dump dots", "click checkBox2", "dump end"}));
-    const auto check = [&](const char* label, int line, int stripes) {
-        const State state = run.state(label);
-        QCOMPARE(state.integer("line"), line);
-        QCOMPARE(state.integer("stripes"), stripes);
-        QCOMPARE(state.picture("shown"), chromosomePicture({stripes != 0, line != 0}));
-        QCOMPARE(state.picture("plotImage"), state.picture("shown"));
-        QCOMPARE(state.integer("globaltimes"), 1);
-    };
-    check("start", 0, 1);
-    check("joined", 1, 1);
-    check("bare", 1, 0);
-    check("dots", 0, 0);
-    check("end", 0, 1);
+    checkOptions(run.state("start"), {true, false});
+    checkOptions(run.state("joined"), {true, true});
+    checkOptions(run.state("bare"), {false, true});
+    checkOptions(run.state("dots"), {false, false});
+    checkOptions(run.state("end"), {true, false});
     QVERIFY(chromosomePicture({true, true}) != chromosomePicture());
 }
 
-// A partly checked box leaves its flag alone, but redraws: each time with a wider highlight.
+// A partly checked box leaves its flag alone but redraws, as the widening highlight shows. The
+// clicks then turn the one option on and the other off.
 void TestViews::partlyCheckedBoxes() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::chromosomeTable(),
                        {"type rangeStartEdit 1-120000", "partly checkBox1", "dump off 1",
                         "type rangeStartEdit 1-140000", "partly checkBox2", "dump on 2",
-                        "click checkBox1", "click checkBox2", "click checkBox2", // now on and off
+                        "click checkBox1", "click checkBox2", "click checkBox2",
                         "type rangeStartEdit 1-151000", "partly checkBox1", "dump on 1",
                         "type rangeStartEdit 1-180000", "partly checkBox2", "dump off 2"}));
-    const auto check = [&](const char* label, bool line, bool stripes, int to) {
-        const State state = run.state(label);
-        QCOMPARE(state.integer("line"), static_cast<int>(line));
-        QCOMPARE(state.integer("stripes"), static_cast<int>(stripes));
-        QCOMPARE(state.picture("shown"), chromosomePicture({stripes, line, 1, to}));
-    };
-    check("off 1", false, true, 120000);
-    check("on 2", false, true, 140000);
-    check("on 1", true, false, 151000);
-    check("off 2", true, false, 180000);
+    checkOptions(run.state("off 1"), {true, false, 1, 120000});
+    checkOptions(run.state("on 2"), {true, false, 1, 140000});
+    checkOptions(run.state("on 1"), {false, true, 1, 151000});
+    checkOptions(run.state("off 2"), {false, true, 1, 180000});
 }
 
 void TestViews::checkBoxCommandInGenomeView() {
@@ -210,7 +197,7 @@ void TestViews::displayLocalLeavesImage() {
     QCOMPARE(run.state("a").picture("shown"), genomePicture());
 }
 
-// A genome plot of fewer than two chromosomes is drawn and kept, but not shown.
+// A genome plot of a single chromosome is drawn and kept, but not shown.
 void TestViews::noSecondChromosomeToShow() {
     DrivenRun run;
     QVERIFY(run.playOn(samples::chromosomeTable(), {"invoke reloadPhoto0", "dump a"}));
@@ -229,24 +216,17 @@ void TestViews::highlight_data() {
     QTest::addColumn<QString>("end");
     QTest::addColumn<int>("from");
     QTest::addColumn<int>("to");
-    QTest::newRow("both empty") << ""
-                                << "" << 0 << 0;
-    QTest::newRow("both in the first field") << "140000-151000"
-                                             << "x" << 140000 << 151000;
-    QTest::newRow("one in each field") << "140000"
-                                       << "151000" << 140000 << 151000;
-    QTest::newRow("second is no number") << "140000"
-                                         << "x" << 0 << 0;
-    QTest::newRow("first is no number") << "x"
-                                        << "151000" << 0 << 0;
-    QTest::newRow("negative first") << "-5"
-                                    << "200000" << 0 << 0;
-    QTest::newRow("three parts") << "1-140000-200000"
-                                 << "200000" << 0 << 0;
-    QTest::newRow("lower above upper") << "151000"
-                                       << "140000" << 1 << 0;
-    QTest::newRow("one position") << "150000"
-                                  << "150000" << 150000 << 150000;
+    const auto row = [](const char* name, const QString& start, const QString& end, int from,
+                        int to) { QTest::newRow(name) << start << end << from << to; };
+    row("both empty", "", "", 0, 0);
+    row("both in the first field", "140000-151000", "x", 140000, 151000);
+    row("one in each field", "140000", "151000", 140000, 151000);
+    row("second is no number", "140000", "x", 0, 0);
+    row("first is no number", "x", "151000", 0, 0);
+    row("negative first", "-5", "200000", 0, 0);
+    row("three parts", "1-140000-200000", "200000", 0, 0);
+    row("lower above upper", "151000", "140000", 1, 0);
+    row("one position", "150000", "150000", 150000, 150000);
 }
 
 void TestViews::highlight() {
@@ -284,10 +264,10 @@ void TestViews::mnemonics() {
     QVERIFY(run.exists("removed.txt"));
     QCOMPARE(run.state("nothing").integers("Pos_list2"), QList<int>());
     QCOMPARE(visibleWidgets(run.state("global")), genomeWidgets);
-    QCOMPARE(run.log(), logHeader); // the dialog for a new file starts it anew
+    QCOMPARE(run.log(), logHeader); // restarted by the dialog for a new file
 }
 
-// A point without a value has no place in the plot, and neither has a segment at it.
+// A point whose value is not a number is not drawn, nor is any segment to or from it.
 void TestViews::notANumber() {
     QList<samples::Marker> markers = samples::chromosome();
     markers.insert(3, {"7", 145000, "-1"});
@@ -308,7 +288,7 @@ void TestViews::notANumber() {
     QCOMPARE(colorBetween(4), QColor(50, 50, 255));
 }
 
-void TestViews::nameIsNoMarkup() {
+void TestViews::nameIsNotMarkup() {
     DrivenRun run;
     run.addFile("<b>x<b>.txt", samples::genomeTable());
     QVERIFY(run.playTo(0, {"open <b>x<b>.txt", "dump a", "click exitButton"}));
