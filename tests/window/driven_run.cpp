@@ -90,6 +90,11 @@ bool DrivenRun::playTo(int exitStatus, const QStringList& script) {
     return right;
 }
 
+bool DrivenRun::playOn(const QByteArray& data, const QStringList& script) {
+    addFile("data.txt", data);
+    return playTo(0, QStringList{"open data.txt"} + script + QStringList{"click exitButton"});
+}
+
 void DrivenRun::readStates() {
     m_states.clear();
     for (const QByteArray& line : read(m_home.filePath("states")).split('\n'))

@@ -30,6 +30,9 @@ public:
     // The same, and a test failure unless it ended with that status and had nothing to complain of.
     bool playTo(int exitStatus, const QStringList& script);
 
+    // Opens `data` as data.txt, plays the script and leaves by the Exit button, which must succeed.
+    bool playOn(const QByteArray& data, const QStringList& script);
+
     int exitStatus() const { return m_exitStatus; } // -1 when killed, crashed, or never started
     QStringList complaints() const;                 // on standard error, less the known one
     bool hasKnownWarning() const;

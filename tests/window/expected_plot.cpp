@@ -72,3 +72,11 @@ QString picture(const QImage& image) {
         .arg(pixels.height())
         .arg(QLatin1String(hash.result().toHex()));
 }
+
+int pixelsOf(const QImage& image, const QColor& color) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixelColor(x, y) == color;
+    return count;
+}

@@ -35,3 +35,4 @@ QImage expectedChromosomePlot(const ExpectedView& view,
                               const ChromosomePlot& plot = {{}, false, true});
 QImage expectedGenomePlot(const ExpectedView& view, const GenomePlot& plot);
 QString picture(const QImage& image); // as State::picture() writes it
+int pixelsOf(const QImage& image, const QColor& color);

@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -74,6 +75,13 @@ void typeText(const Command& command) {
     QTest::keyClicks(edit, command.rest.section(u' ', 1));
 }
 
+void checkPartly(const Command& command) {
+    auto* box = qobject_cast<QCheckBox*>(namedWidget(command));
+    if (box == nullptr)
+        giveUp(command.lineNumber, QStringLiteral("no check box \"%1\"").arg(command.word(0)));
+    box->setCheckState(Qt::PartiallyChecked);
+}
+
 void setVariable(const Command& command) {
     if (!variables::set(command.word(0), command.number(1)))
         giveUp(command.lineNumber, QStringLiteral("no variable \"%1\"").arg(command.word(0)));
@@ -117,6 +125,7 @@ const QMap<QString, Action>& actions() {
         {"dump", {Needs::NoDialog, [](const Command& c) { writeState(c.rest); }}},
         {"click", {Needs::NoDialog, [](const Command& c) { pointer::click(namedWidget(c)); }}},
         {"type", {Needs::NoDialog, typeText}},
+        {"partly", {Needs::NoDialog, checkPartly}},
         {"keys",
          {Needs::ActiveWindow,
           [](const Command& c) { QTest::keySequence(parts::window(), QKeySequence(c.rest)); }}},
