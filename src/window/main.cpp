@@ -9,7 +9,6 @@
 #include "plot_painter.h"
 #include "box.h"
 #include "desktop_identity.h"
-#include "help_texts.h"
 #include "readable_text.h"
 #include "wait_cursor.h"
 
@@ -280,6 +279,9 @@ void MyWidget::createOptions() {
     checkBox2->setChecked(true);
     rangeStartEdit = new QLineEdit;
     rangeEndEdit = new QLineEdit;
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{checkBox1, checkBox2, rangeStartEdit, rangeEndEdit})
+        ensureVisibleFrame(*widget);
 }
 
 void MyWidget::createButtons() {
@@ -342,23 +344,6 @@ void MyWidget::arrangeLayouts() {
                                 saveRemoveButton, exitButton})
         buttonLayout->addWidget(button);
     setLayout(mainLayout);
-}
-
-void MyWidget::describeWidgets() {
-    describe({{imageLabel, "imageLabel"},
-              {nameLabel, "nameLabel"},
-              {hintLabel, "hintLabel"},
-              {checkBox1, "checkBox1"},
-              {checkBox2, "checkBox2"},
-              {rangeStartEdit, "rangeStartEdit"},
-              {rangeEndEdit, "rangeEndEdit"},
-              {newFileButton, "newFileButton"},
-              {globalButton, "globalButton"},
-              {unzoomButton, "unzoomButton"},
-              {removeButton, "removeButton"},
-              {saveButton, "saveButton"},
-              {saveRemoveButton, "saveRemoveButton"},
-              {exitButton, "exitButton"}});
 }
 
 // The widgets that make sense for one chromosome only.
