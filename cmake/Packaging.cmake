@@ -1,7 +1,7 @@
 # The Debian package: `cpack` in the build folder, or scripts/package. Its dependencies are computed
 # from the libraries that the program links.
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_CONTACT "the Pelmark authors <pelmark@pelmark.org>")
+set(CPACK_PACKAGE_CONTACT "the Pelmark authors <authors@pelmark.invalid>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION}) # as in share/debian/changelog
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)

@@ -4,7 +4,6 @@
 #include "chromosome_load.h"
 #include "desktop_identity.h"
 #include "genome_scan.h"
-#include "help_texts.h"
 #include "log.h"
 #include "plot_image.h"
 #include "plot_painter.h"
@@ -166,6 +165,9 @@ void MyWidget::createOptions() {
     checkBox2->setChecked(true);
     rangeStartEdit = new QLineEdit;
     rangeEndEdit = new QLineEdit;
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{checkBox1, checkBox2, rangeStartEdit, rangeEndEdit})
+        ensureVisibleFrame(*widget);
 }
 
 void MyWidget::createButtons() {
@@ -220,23 +222,6 @@ void MyWidget::addWidgets(QFrame* firstSeparator, QFrame* secondSeparator) {
                                 saveRemoveButton, exitButton})
         buttonLayout->addWidget(button);
     setLayout(mainLayout);
-}
-
-void MyWidget::describeWidgets() {
-    describe({{imageLabel, "imageLabel"},
-              {nameLabel, "nameLabel"},
-              {hintLabel, "hintLabel"},
-              {checkBox1, "checkBox1"},
-              {checkBox2, "checkBox2"},
-              {rangeStartEdit, "rangeStartEdit"},
-              {rangeEndEdit, "rangeEndEdit"},
-              {newFileButton, "newFileButton"},
-              {globalButton, "globalButton"},
-              {unzoomButton, "unzoomButton"},
-              {removeButton, "removeButton"},
-              {saveButton, "saveButton"},
-              {saveRemoveButton, "saveRemoveButton"},
-              {exitButton, "exitButton"}});
 }
 
 // The widgets that make sense for one chromosome only.

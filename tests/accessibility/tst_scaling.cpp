@@ -65,7 +65,7 @@ void ScalingTest::bandFollowsTheMouse() {
     QTest::mouseRelease(inside::window(), Qt::LeftButton, {}, inWindow({30, 20}));
 }
 
-// A box around one point alone, placed where the point was drawn.
+// Draws a box around the place where a single point was drawn.
 void ScalingTest::boxTakesThePointsInIt() {
     inside::window()->showRemaining();
     const qsizetype top =
