@@ -2,15 +2,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// Three digits that count, without an exponent.
-QString threeDigits(double number) {
-    return QString::number(number, 'f', number < 10 ? 2 : number < 100 ? 1 : 0);
-}
-
-} // namespace
-
 double Samples::minimum() const {
     return *std::min_element(m_samples.begin(), m_samples.end());
 }
@@ -22,28 +13,31 @@ double Samples::median() const {
     return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
 }
 
-double Samples::spread() const {
-    const double largest = *std::max_element(m_samples.begin(), m_samples.end());
-    return (largest - minimum()) / median();
+double Samples::maximum() const {
+    return *std::max_element(m_samples.begin(), m_samples.end());
 }
 
-Samples Samples::each(double divisor) const {
-    Samples divided;
-    for (const double sample : m_samples)
-        divided.add(sample / divisor);
-    return divided;
+QString threeDigits(double number) {
+    return QString::number(number, 'f', number < 10 ? 2 : number < 100 ? 1 : 0);
 }
 
-QString toldSeconds(double seconds) {
+QString secondsText(double seconds) {
     return seconds < 1.0 ? threeDigits(seconds * 1e3) + " ms" : threeDigits(seconds) + " s";
 }
 
-QString told(const Samples& seconds) {
+QString secondsText(const Samples& seconds) {
+    const double spread = (seconds.maximum() - seconds.minimum()) / seconds.median();
     return QStringLiteral("%1 (%2, %3 %)")
-        .arg(toldSeconds(seconds.median()), toldSeconds(seconds.minimum()))
-        .arg(100.0 * seconds.spread(), 0, 'f', 0);
+        .arg(secondsText(seconds.median()), secondsText(seconds.minimum()))
+        .arg(100.0 * spread, 0, 'f', 0);
 }
 
-QString toldBytes(double bytes) {
+QString bytesText(double bytes) {
     return threeDigits(bytes * 1e-6) + " MB";
+}
+
+QString linesText(qint64 lines) {
+    constexpr qint64 million = 1'000'000;
+    return lines % million == 0 ? QStringLiteral("%1 million lines").arg(lines / million)
+                                : QStringLiteral("%1 lines").arg(lines);
 }

@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-// What one thing took, measured several times.
+// Repeated measurements of one thing. The statistics need at least one.
 class Samples {
 public:
     void add(double sample) { m_samples.append(sample); }
@@ -11,16 +11,17 @@ public:
 
     double minimum() const;
     double median() const;
-    double spread() const; // of the largest from the smallest, as a share of the median
-
-    Samples each(double divisor) const; // divided by it
+    double maximum() const;
 
 private:
     QList<double> m_samples;
 };
 
-// "545 ms (538, 3 %)": the median, the minimum and the spread.
-QString told(const Samples& seconds);
+// "545 ms (538 ms, 3 %)": the median, the minimum, and the spread from the minimum to the maximum
+// as a share of the median.
+QString secondsText(const Samples& seconds);
 
-QString toldSeconds(double seconds);
-QString toldBytes(double bytes);
+QString secondsText(double seconds);
+QString bytesText(double bytes);
+QString linesText(qint64 lines);    // "2 million lines"
+QString threeDigits(double number); // three significant digits, without an exponent
