@@ -1,17 +1,18 @@
-// Times parts of what the program does, and the plain ways to do the same, in one process:
-//     pelmark_parts plain-open FILE          plain reading, one painter call for each point
-//     pelmark_parts plain-redraw FILE LABEL  one painter call for each point or segment
-//     pelmark_parts save FILE LABEL FOLDER   the program's table and the text stream's
-//     pelmark_parts steps FILE               how the time to open divides
-//     pelmark_parts same FILE LABEL FOLDER   nothing timed: fails where the two ways differ
-// Each time is told as a line on standard output: its name and seconds.
+// Times parts of the program, and the plain reference doing the same, in one process:
+//     pelmark_parts plain-open FILE          the reference's reader and painter
+//     pelmark_parts plain-redraw FILE LABEL  the reference's painter, dots and joined
+//     pelmark_parts save FILE LABEL FOLDER   the program's table writer and a QTextStream
+//     pelmark_parts steps FILE               the steps of opening a file
+//     pelmark_parts same FILE LABEL FOLDER   times nothing; exits with status 1 where program and
+//                                            reference differ
+// Each time is a line on standard output: "NAME SECONDS".
 
-#include "point_table.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
 #include "parts/reading_steps.h"
 #include "parts/readings.h"
 #include "parts/stream_table.h"
+#include "point_table.h"
 #include "support/reading.h"
 
 #include <QFile>
@@ -38,7 +39,7 @@ QByteArray contentOf(const QString& fileName) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Writes both tables; true when they are there and have the same bytes.
+// Writes both tables. True where both were written and have the same bytes.
 bool saveBoth(const Points& points, const QString& label, const QString& folder) {
     const QString quick = folder + "/quick.txt", stream = folder + "/stream.txt";
     const bool isSaved = timed("save", [&] { return savePointTable(quick, points, label); }) &&
@@ -65,7 +66,7 @@ bool isPaintedAlike(const Points& chromosome) {
            quickChromosome(chromosome, Join::Yes) == plainChromosome(chromosome, Join::Yes);
 }
 
-// A file at fault has no points to go on with.
+// Where both report the same fault there are no points left to compare.
 int same(const QStringList& arguments) {
     const QString &file = arguments[0], &label = arguments[1], &folder = arguments[2];
     const auto scan = quickScan(file);

@@ -5,10 +5,11 @@
 
 #include <QImage>
 
-// Plots of the size that they would have in the window, by the program's painter and by the plain
-// one with its painter call for each point.
-// Paints a first text, for which the toolkit looks for fonts: the window did so long before.
+// Paints some text, so that Qt's search for fonts, which the window does at its start, is not
+// timed.
 void loadFonts();
+
+// Plots of the size they have in the window, by the program's painter and by the reference's.
 
 PlotGeometry geometryOf(const Points& points);
 

@@ -4,13 +4,13 @@
 
 #include <QString>
 
-// Whole files, and the points of one chromosome, read by the program's reader and the plain one.
+// A whole file, or the points of one chromosome, by the program's reader and by the reference's.
 Result<GenomeScan> quickScan(const QString& fileName);
 Result<GenomeScan> plainScan(const QString& fileName);
 Result<Points> quickLoad(const QString& fileName, const QString& label);
 Result<Points> plainLoad(const QString& fileName, const QString& label);
 
-// Ends the process where the file was at fault.
+// Aborts the process on a fault.
 template <typename T>
 T valueOf(Result<T> result) {
     if (const Fault* fault = std::get_if<Fault>(&result))

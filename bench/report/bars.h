@@ -5,22 +5,21 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 // What came of comparing a measurement with its bar.
 struct Verdict {
-    enum class Outcome { Met, Missed, NotJudged };
+    QString what;            // was measured
+    QString measured;        // with its unit
+    QString bar;             // "at most 9 x"
+    std::optional<bool> met; // empty where the file was too small to judge
 
-    QString what;     // was measured
-    QString measured; // with its unit
-    QString bar;      // "at most 9 x"
-    Outcome outcome = Outcome::NotJudged;
-
-    QStringList cells() const; // measured, bar, outcome
+    QStringList cells() const; // measured, bar, met
 };
 
 // One line of bench/bars.tsv, which describes the fields.
 struct Bar {
-    bool isAtMost = true; // else at least
+    QString relation;
     double limit = 0.0;
     double growth = 0.0;
     QString unit;

@@ -57,11 +57,6 @@ Process execute(const QStringList& command, const char* outputFile) {
     return spawnAndWait(words.data(), outputFile);
 }
 
-QByteArray contentOf(const char* name) {
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 [[noreturn]] void failBy(const QStringList& command, int status) {
     fail(QStringLiteral("%1: status %2\n%3")
              .arg(command.join(u' '))
@@ -142,6 +137,11 @@ void enterWorkFolder(const QString& folder) {
     // The runtime folder has to be private; Qt's file dialog must not touch the user's settings.
     qputenv("XDG_RUNTIME_DIR", path);
     qputenv("XDG_CONFIG_HOME", path);
+}
+
+QByteArray contentOf(const QString& fileName) {
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QString inWorkFolder(const QString& name) {

@@ -34,5 +34,7 @@ bool succeeds(const QStringList& command);
 void enterWorkFolder(const QString& folder);
 QString inWorkFolder(const QString& name); // absolute
 
+QByteArray contentOf(const QString& fileName); // empty where it cannot be read
+
 // Throws, so that generated files are removed on the way to main().
 [[noreturn]] void fail(const QString& message);

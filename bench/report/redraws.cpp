@@ -30,7 +30,7 @@ Verdict addRedraw(const Bars& bars, const Redraw& redraw, const Samples& seconds
                   const Samples& plain, qint64 points) {
     const Bar bar = bars["redraw-vs-plain"];
     const Verdict ratio = bar.judge(redraw.what, bar.ratio(seconds, plain), points);
-    const Verdict verdict = ratio.outcome == Verdict::Outcome::Missed
+    const Verdict verdict = ratio.met == false
                                 ? bars["redraw-time"].judge(redraw.what, seconds.median(), points)
                                 : ratio;
     addRow(QStringList{redraw.what, secondsText(seconds), secondsText(plain)} + verdict.cells());

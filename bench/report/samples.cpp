@@ -1,20 +1,19 @@
 #include "report/samples.h"
 
+#include "report/programs.h"
+
+#include <QtMath>
 #include <algorithm>
 
-double Samples::minimum() const {
-    return *std::min_element(m_samples.begin(), m_samples.end());
+void Samples::add(double sample) {
+    m_sorted.insert(std::upper_bound(m_sorted.begin(), m_sorted.end(), sample), sample);
 }
 
-double Samples::median() const {
-    QList<double> sorted = m_samples;
-    std::sort(sorted.begin(), sorted.end());
-    const qsizetype middle = sorted.size() / 2;
-    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
-}
-
-double Samples::maximum() const {
-    return *std::max_element(m_samples.begin(), m_samples.end());
+double Samples::quantile(double share) const {
+    if (m_sorted.isEmpty())
+        fail("nothing was measured");
+    const double place = share * static_cast<double>(m_sorted.size() - 1);
+    return (m_sorted[qFloor(place)] + m_sorted[qCeil(place)]) / 2;
 }
 
 QString threeDigits(double number) {
