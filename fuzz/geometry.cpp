@@ -1,11 +1,11 @@
 // The way from points to pixels and back, and the boxes drawn there: never undefined, and what it
 // leads to is what must hold for any data. Input: screen, box, points.
 
-#include "finding.h"
+#include "box.h"
 #include "chromosome_walk.h"
+#include "finding.h"
 #include "plot_geometry.h"
 #include "points_input.h"
-#include "box.h"
 
 namespace {
 

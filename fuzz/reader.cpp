@@ -19,7 +19,7 @@ QByteArray repeated(const QByteArray& file, int power) {
 QString labelToLoad(const Result<GenomeScan>& scanned, int choice, const QByteArray& file) {
     const auto* scan = std::get_if<GenomeScan>(&scanned);
     if (scan && choice < 200)
-        return scan->chromosomes.tags[choice % scan->chromosomes.tags.size()];
+        return scan->chromosomes[choice % scan->chromosomes.size()].label;
     return QString::fromUtf8(file.right(choice % 16));
 }
 

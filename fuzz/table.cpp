@@ -46,12 +46,12 @@ void checkReadBack(const QByteArray& table, const Points& points, const QString&
     const Result<GenomeScan> scanned = scan(table, 64);
     const Result<Points> loaded = load(table, label, 64);
     if (positions.size() < 2) {
-        mustHold(told(scanned) == told(Fault::TooFewGenomePoints), "too few points", {},
+        mustHold(told(scanned) == told(Fault{FaultCode::TooFewGenomePoints}), "too few points", {},
                  told(scanned));
         return;
     }
     const auto* scan = std::get_if<GenomeScan>(&scanned);
-    mustHold(scan && scan->chromosomes.tags == QStringList{label} &&
+    mustHold(scan && scan->chromosomes.size() == 1 && scan->chromosomes[0].label == label &&
                  scan->points.positions.size() == positions.size(),
              "table scanned", label, told(scanned));
     const auto* load = std::get_if<Points>(&loaded);

@@ -3,9 +3,9 @@
 
 #include "finding.h"
 #include "input.h"
-#include "utf8.h"
-#include "point_table.h"
 #include "plot_texts.h"
+#include "point_table.h"
+#include "utf8.h"
 
 #include <QStringList>
 

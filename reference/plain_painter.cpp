@@ -69,7 +69,7 @@ void drawTitle(QPainter& painter, QPen& pen, const PlotGeometry& geometry, const
 void drawGenomePoints(QPainter& painter, QPen& pen, const PlotGeometry& geometry, PlotPoints points,
                       const GenomePlot& plot) {
     int labelStart = 0, labelEnd = 0, previousX = 0, red = 255;
-    QString currentTag, previousTag = plot.tags[0];
+    QString currentTag, previousTag = plot.chromosomes[0].label;
     const auto drawTag = [&](const QString& tag) {
         drawText(painter, labelStart, difference(labelEnd, labelStart), geometry.height,
                  Qt::AlignBottom | Qt::AlignCenter, tag);
@@ -80,14 +80,14 @@ void drawGenomePoints(QPainter& painter, QPen& pen, const PlotGeometry& geometry
             labelStart = labelEnd = previousX = pixel.x();
         labelEnd = previousX;
         previousX = pixel.x();
-        qsizetype k = plot.startValue.size() - 1;
+        qsizetype k = plot.chromosomes.size() - 1;
         for (; k > 0; --k) {
-            if (plot.startValue[k] <= points.positions[i]) {
-                red = plot.colorValue[k];
+            if (plot.chromosomes[k].startValue <= points.positions[i]) {
+                red = k % 2 == 0 ? 255 : 50;
                 break;
             }
         }
-        currentTag = plot.tags[k];
+        currentTag = plot.chromosomes[k].label;
         if (currentTag != previousTag) {
             painter.setFont(QFont("Calibri", 10, QFont::Normal, false));
             drawTag(previousTag);

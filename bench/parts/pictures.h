@@ -1,7 +1,7 @@
 #pragma once
 
 #include "genome_scan.h"
-#include "plot_geometry.h"
+#include "plot_painter.h"
 
 #include <QImage>
 
@@ -9,13 +9,11 @@
 // timed.
 void loadFonts();
 
-// Plots of the size they have in the window, by the program's painter and by the reference's.
-
+// Plots of the size they have in the window, by the program's painter or by that in namespace
+// plain.
 PlotGeometry geometryOf(const Points& points);
 
-QImage quickGenome(const GenomeScan& scan);
-QImage plainGenome(const GenomeScan& scan);
+QImage genomeImage(decltype(paintGenome) paint, const GenomeScan& scan);
 
 enum class Join { No, Yes };
-QImage quickChromosome(const Points& points, Join join);
-QImage plainChromosome(const Points& points, Join join);
+QImage chromosomeImage(decltype(paintChromosome) paint, const Points& points, Join join);

@@ -2,11 +2,9 @@
 
 #include "association_file.h"
 #include "line_fields.h"
-#include "marker.h"
 #include "number_fields.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
-#include "parts/readings.h"
 #include "text_blocks.h"
 
 #include <QFile>
@@ -44,10 +42,10 @@ double forEachPiece(QFile& file, Task task) {
 template <typename Task>
 double forEachRecord(QFile& device, Task task) {
     double sum = 0.0;
-    AssociationFile file(device);
+    AssociationFile file(device, {});
     Record record;
-    for (bool isOpen = !file.open(); isOpen && file.next(record);)
-        sum += task(record);
+    for (bool isOpen = file.open(); isOpen && file.next(record);)
+        sum += task(file, record);
     return sum;
 }
 
@@ -55,14 +53,15 @@ double sizeOf(std::string_view text) {
     return static_cast<double>(text.size());
 }
 
-double numbersIn(const Record& record) {
+double numbersIn(AssociationFile& file, const Record& record) {
     Marker marker;
-    return readMarker(record, marker) == MarkerResult::Kept ? marker.pValue + marker.position : 0.0;
+    return file.readMarker(record, marker) ? marker.pValue + marker.position : 0.0;
 }
 
-void timeLogarithms(QFile& device) {
+void timeLogarithms(const QString& fileName) {
+    QFile device(fileName);
     std::vector<double> pValues;
-    forEachRecord(device, [&](const Record& record) {
+    forEachRecord(device, [&](AssociationFile&, const Record& record) {
         pValues.push_back(toReal(record.pValue).value_or(1.0));
         return 0.0;
     });
@@ -91,12 +90,13 @@ void timeReadingSteps(const QString& fileName) {
                  });
              }));
     timeTask("lines", withFile([](QFile& file) {
-                 return forEachRecord(file, [](const Record& r) { return sizeOf(r.pValue); });
+                 return forEachRecord(
+                     file, [](AssociationFile&, const Record& r) { return sizeOf(r.pValue); });
              }));
     timeTask("numbers", withFile([](QFile& file) { return forEachRecord(file, numbersIn); }));
+    timeLogarithms(fileName);
     QFile file(fileName);
-    timeLogarithms(file);
-    const GenomeScan scan = timed("scan", [&] { return valueOf(quickScan(fileName)); });
+    const auto scan = std::get<GenomeScan>(timed("scan", [&] { return scanGenome(file); }));
     timed("geometry", [&] { return geometryOf(scan.points); });
-    timed("genome", [&] { return quickGenome(scan); });
+    timed("genome", [&] { return genomeImage(paintGenome, scan); });
 }

@@ -24,6 +24,10 @@ public:
     // Goes back to before the first line.
     void rewind() { m_line = m_lineStart = m_lineEnd = 0; }
 
+    // How many lines the text has, and how many nextLine() has gone to.
+    size_t lineCount() const { return m_lineCount; }
+    size_t line() const { return m_line; }
+
     // Of the line that nextLine() came to: an empty one has one field, which is empty.
     size_t fieldCount() const { return m_lineEnd - m_lineStart; }
     bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
@@ -32,6 +36,12 @@ public:
         const size_t* const end = m_fieldEnds.constData() + m_lineStart + i + 1;
         const size_t start = end[-1] + 1;
         return {m_text + start, *end - start};
+    }
+
+    // The whole line, without its line feed.
+    std::string_view text() const {
+        const size_t start = m_fieldEnds.constData()[m_lineStart] + 1;
+        return {m_text + start, m_fieldEnds.constData()[m_lineEnd] - start};
     }
 
 private:

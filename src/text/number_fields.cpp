@@ -1,7 +1,7 @@
 #include "number_fields.h"
 
-#include "utf8.h"
 #include "powers_of_ten.h"
+#include "utf8.h"
 
 #include <QtEndian>
 #include <cfloat>

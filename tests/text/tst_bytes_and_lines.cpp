@@ -23,10 +23,10 @@ namespace {
 
 const QString bothPointsScanned = QStringLiteral("7: 1 112 = 3 2");
 const QString bothPointsLoaded = QStringLiteral("12345 23456 = 3 2");
-const char* const noPointsScanned = "Illegal data range in getManhattan0!";
-const char* const noPointsLoaded = "Illegal data range in getManhattan!";
-const char* const noColumns = "Incorrect data columns!";
-const char* const noDelimiter = "Unknown data file delimiter!";
+const char* const noPointsScanned = "few genome points";
+const char* const noPointsLoaded = "few chromosome points";
+const char* const noColumns = "wrong columns";
+const char* const noDelimiter = "no delimiter";
 
 const QByteArray readable = "chr\tpos\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n";
 

@@ -214,7 +214,7 @@ void NumberTexts::badPValues_data() {
 
 void NumberTexts::badPValues() {
     QFETCH(QString, text);
-    checkFault(fileOf(QStringLiteral("100"), text), "Non-numeric p-value detected!");
+    checkFault(fileOf(QStringLiteral("100"), text), "bad p-value");
 }
 
 void NumberTexts::goodPositions_data() {
@@ -311,7 +311,7 @@ void NumberTexts::badPositions_data() {
 
 void NumberTexts::badPositions() {
     QFETCH(QString, text);
-    checkFault(fileOf(text, QStringLiteral("0.1")), "Non-integer position value detected!");
+    checkFault(fileOf(text, QStringLiteral("0.1")), "bad position");
     checkReading(fileOf(text, QStringLiteral("NA")), QStringLiteral("1"),
                  QStringLiteral("1: 1 2 = 1 1"), bothSkipped);
 }
@@ -351,7 +351,7 @@ void NumberTexts::firstLineOfNumbers() {
     QFETCH(QString, field);
     QFETCH(bool, isNumber);
     const QByteArray file = "1\t100\t0.1\t" + field.toUtf8() + "\n1\t200\t0.1\n";
-    const QString noColumns = QStringLiteral("Incorrect data columns!");
+    const QString noColumns = QStringLiteral("wrong columns");
     checkReading(file, QStringLiteral("1"), isNumber ? QStringLiteral("1: 1 2 = 1 1") : noColumns,
                  isNumber ? QStringLiteral("100 200 = 1 1") : noColumns);
 }
