@@ -13,7 +13,7 @@
 
 namespace {
 
-// True if the positions ascend from first to last and no sum of theirs leaves the range of an int.
+// True if the view runs from left to right and no sum of its positions can overflow.
 bool isOrdinary(const PlotGeometry& geometry) {
     constexpr int farthest = 900'000'000;
     return -farthest < geometry.realMinX && geometry.realMinX < geometry.realMaxX &&

@@ -41,7 +41,7 @@ ChromosomePlot chromosomeFrom(Input& input) {
 }
 
 void mustBeSame(const char* what, const QImage& image, const QImage& expected) {
-    const QString difference = plain::difference(image, expected);
+    const QString difference = plain::pixelDifference(image, expected);
     mustHold(difference.isEmpty(), what, {}, difference);
 }
 

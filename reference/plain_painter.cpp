@@ -158,7 +158,7 @@ qsizetype chromosomeOf(int position, const QList<Chromosome>& chromosomes) {
     return k;
 }
 
-QString difference(const QImage& image, const QImage& expected) {
+QString pixelDifference(const QImage& image, const QImage& expected) {
     if (image == expected)
         return {};
     if (image.size() != expected.size())

@@ -16,6 +16,6 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const Ch
 qsizetype chromosomeOf(int position, const QList<Chromosome>& chromosomes);
 
 // Where two images first differ, and how; empty if nowhere.
-QString difference(const QImage& image, const QImage& expected);
+QString pixelDifference(const QImage& image, const QImage& expected);
 
 } // namespace plain

@@ -57,10 +57,8 @@ Mounted::Mounted(const QString& what, const QString& where) : m_place(QFile::enc
              "mount a file again");
 }
 
-Mounted::Mounted(const QString& folder, qint64 bytes, int files)
-    : m_place(QFile::encodeName(folder)) {
-    const QByteArray options =
-        "size=" + QByteArray::number(bytes) + ",nr_inodes=" + QByteArray::number(files);
+Mounted::Mounted(const QString& folder, qint64 bytes) : m_place(QFile::encodeName(folder)) {
+    const QByteArray options = "size=" + QByteArray::number(bytes);
     mustWork(mount("disk", m_place.constData(), "tmpfs", 0, options.constData()) == 0,
              "mount a disk");
 }

@@ -17,8 +17,7 @@ void havePrivateMounts();
 class Mounted {
 public:
     Mounted(const QString& what, const QString& where); // an existing file or folder, bound
-    // A new disk; of its files the folder itself is one.
-    Mounted(const QString& folder, qint64 bytes, int files = 100);
+    Mounted(const QString& folder, qint64 bytes);       // a new disk of that size
     ~Mounted();
     Q_DISABLE_COPY_MOVE(Mounted)
 

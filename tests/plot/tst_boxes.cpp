@@ -55,7 +55,7 @@ void Boxes::within_data() {
     row("begun right of and below it", {801, 601}, {30, 40}, {30, 40}, {800, 600});
     row("the last pixels", {30, 40}, {799, 599}, {30, 40}, {799, 599});
     row("one past the last pixels", {30, 40}, {800, 600}, {30, 40}, {800, 600});
-    row("width is no height", {700, 500}, {700, 700}, {700, 500}, {700, 600});
+    row("each edge has its own limit", {700, 500}, {700, 700}, {700, 500}, {700, 600});
     row("all around it", {-100, 5000}, {5000, -100}, {0, 0}, {800, 600});
     row("beside it", {-100, 10}, {-50, 20}, {0, 10}, {0, 20});
     row("a click", {10, 20}, {10, 20}, {10, 20}, {10, 20});

@@ -62,9 +62,11 @@ public:
         }
     }
 
-    QString differenceTo(const QImage& image) const { return plain::difference(image, m_image); }
+    QString differenceTo(const QImage& image) const {
+        return plain::pixelDifference(image, m_image);
+    }
     QString differenceTo(const QImage& image, const QRect& area) const {
-        return plain::difference(image.copy(area), m_image.copy(area));
+        return plain::pixelDifference(image.copy(area), m_image.copy(area));
     }
 
 private:
@@ -169,9 +171,9 @@ void PlotLabels::labelsAroundTheImage() {
         // The second chromosome is far away. Its one point ends the first chromosome's label.
         const Points points{{start, start + width, 200'000}, {60.0, 60.0, 60.0}};
         const QImage image = paintGenome(unitGeometry(), pointsOf(points), plot);
-        QCOMPARE(
-            plain::difference(image, plain::paintGenome(unitGeometry(), pointsOf(points), plot)),
-            QString());
+        QCOMPARE(plain::pixelDifference(image,
+                                        plain::paintGenome(unitGeometry(), pointsOf(points), plot)),
+                 QString());
         ++(ink(image, QRect(0, 80, 200, 20)).isEmpty() ? hidden : shown);
     }
     QVERIFY(shown > 0);

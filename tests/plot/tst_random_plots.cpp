@@ -37,14 +37,14 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 // Between the painter and the reference.
 QString difference(const PlotGeometry& geometry, const Points& points, const GenomePlot& plot) {
     const PlotPoints shown{points.positions, points.values};
-    return plain::difference(paintGenome(geometry, shown, plot),
-                             plain::paintGenome(geometry, shown, plot));
+    return plain::pixelDifference(paintGenome(geometry, shown, plot),
+                                  plain::paintGenome(geometry, shown, plot));
 }
 
 QString difference(const PlotGeometry& geometry, const Points& points, const ChromosomePlot& plot) {
     const PlotPoints shown{points.positions, points.values};
-    return plain::difference(paintChromosome(geometry, shown, plot),
-                             plain::paintChromosome(geometry, shown, plot));
+    return plain::pixelDifference(paintChromosome(geometry, shown, plot),
+                                  plain::paintChromosome(geometry, shown, plot));
 }
 
 // How one plot's positions follow each other.
