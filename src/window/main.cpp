@@ -4,6 +4,7 @@
 #include "chromosome_load.h"
 #include "desktop_identity.h"
 #include "genome_scan.h"
+#include "help_texts.h"
 #include "log.h"
 #include "plot_image.h"
 #include "plot_painter.h"
@@ -222,6 +223,23 @@ void MyWidget::addWidgets(QFrame* firstSeparator, QFrame* secondSeparator) {
                                 saveRemoveButton, exitButton})
         buttonLayout->addWidget(button);
     setLayout(mainLayout);
+}
+
+void MyWidget::describeWidgets() {
+    describe({{imageLabel, helpTexts::imageLabel},
+              {nameLabel, helpTexts::nameLabel},
+              {hintLabel, helpTexts::hintLabel},
+              {checkBox1, helpTexts::checkBox1},
+              {checkBox2, helpTexts::checkBox2},
+              {rangeStartEdit, helpTexts::rangeStartEdit},
+              {rangeEndEdit, helpTexts::rangeEndEdit},
+              {newFileButton, helpTexts::newFileButton},
+              {globalButton, helpTexts::globalButton},
+              {unzoomButton, helpTexts::unzoomButton},
+              {removeButton, helpTexts::removeButton},
+              {saveButton, helpTexts::saveButton},
+              {saveRemoveButton, helpTexts::saveRemoveButton},
+              {exitButton, helpTexts::exitButton}});
 }
 
 // The widgets that make sense for one chromosome only.
