@@ -2,7 +2,6 @@
 #include "samples.h"
 
 #include <QTest>
-#include <cmath>
 
 // The variables that the commands share, across files, and those that are never reset.
 class TestSession : public QObject {
