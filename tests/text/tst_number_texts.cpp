@@ -47,6 +47,11 @@ void rows(Texts... texts) {
     (row(texts), ...);
 }
 
+template <typename Number, typename... Texts>
+void rowsOf(Number number, Texts... texts) {
+    ((row(texts) << number), ...);
+}
+
 QByteArray fileOf(const QString& position, const QString& pValue) {
     return "chr\tpos\tpval\n1\t" + position.toUtf8() + '\t' + pValue.toUtf8() +
            "\n1\t200\t0.1\n1\t300\t0.1\n";
@@ -100,26 +105,15 @@ QByteArray randomCharacters(Random& random) {
 void NumberTexts::goodPValues_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("number");
-    row("1") << 1.0;
-    row("0.5") << 0.5;
-    row(".5") << 0.5;
-    row("1.") << 1.0;
+    rowsOf(1.0, "1", "1.", "0.99999999999999999",
+           "100000000000000000000000000000000000000000000000000e-50");
+    rowsOf(0.5, "0.5", ".5", "00.5", "+0.5", " 0.5", "0.5 ", "  0.5\v ", "\u00a00.5", "\u20030.5",
+           "0.5\u202f");
     row("1.e-3") << 1e-3;
-    row("00.5") << 0.5;
     row("00012") << 12.0;
-    row("+0.5") << 0.5;
     row("+.5e-1") << 0.05;
-    row(" 0.5") << 0.5;
-    row("0.5 ") << 0.5;
-    row("  0.5\v ") << 0.5;
-    row("\u00a00.5") << 0.5;
-    row("\u20030.5") << 0.5;
-    row("0.5\u202f") << 0.5;
-    row("1e\u22125") << 1e-5;
-    row("1e5") << 1e5;
-    row("1E5") << 1e5;
-    row("1e+5") << 1e5;
-    row("1e-05") << 1e-5;
+    rowsOf(1e-5, "1e\u22125", "1e-05");
+    rowsOf(1e5, "1e5", "1E5", "1e+5");
     row("1.45E-18") << 1.45e-18;
     row("8.8806139889581279E-034") << 8.8806139889581279e-34;
     row("4.55003e-02") << 0.0455003;
@@ -132,12 +126,10 @@ void NumberTexts::goodPValues_data() {
     row("0.1") << 0.1;
     row("0.3") << 0.3;
     row("0.9999999999999999") << 0.9999999999999999;
-    row("0.99999999999999999") << 1.0;
     row("0.12345678901234567") << 0.12345678901234567;
     row("0.123456789012345678901234567890123456789") << 0.12345678901234567890123456789;
     row("9007199254740991") << 9007199254740991.0;
-    row("9007199254740992") << 9007199254740992.0;
-    row("9007199254740993") << 9007199254740992.0;
+    rowsOf(9007199254740992.0, "9007199254740992", "9007199254740993");
     row("9007199254740993.00000001") << 9007199254740994.0;
     row("9007199254740993e-16") << 0.9007199254740993;
     row("123456789012345678901234567890") << 1.2345678901234568e29;
@@ -145,25 +137,16 @@ void NumberTexts::goodPValues_data() {
     row("18446744073709551615") << 18446744073709551615.0;
     row("18446744073709551616") << 18446744073709551616.0;
     row("0.00000000000000000000000000000000000000000000000001") << 1e-50;
-    row("100000000000000000000000000000000000000000000000000e-50") << 1.0;
     row("1e-300") << 1e-300;
     row("1e-308") << 1e-308;
     row("2.2250738585072014e-308") << 2.2250738585072014e-308;
     row("2.225073858507201e-308") << 2.225073858507201e-308;
     row("1e-320") << 1e-320;
-    row("4.9406564584124654e-324") << 5e-324;
-    row("2.4703282292062328e-324") << 5e-324;
+    rowsOf(5e-324, "4.9406564584124654e-324", "2.4703282292062328e-324");
     row("1.7976931348623157e308") << 1.7976931348623157e308;
     row("5.0") << 5.0;
-    row("-1") << notANumber;
-    row("-1e-300") << notANumber;
-    row("nan") << notANumber;
-    row("NaN") << notANumber;
-    row("NAN") << notANumber;
-    row("inf") << infinity;
-    row("Inf") << infinity;
-    row("+inf") << infinity;
-    row("-inf") << notANumber;
+    rowsOf(notANumber, "-1", "-1e-300", "nan", "NaN", "NAN", "-inf");
+    rowsOf(infinity, "inf", "Inf", "+inf");
 }
 
 void NumberTexts::goodPValues() {
@@ -202,24 +185,15 @@ void NumberTexts::badPValues() {
 void NumberTexts::goodPositions_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("number");
-    row("0") << 0;
-    row("-0") << 0;
-    row("+0") << 0;
-    row("7") << 7;
-    row("+7") << 7;
-    row("-7") << -7;
-    row(" 7") << 7;
-    row("7  ") << 7;
-    row("\v7\f") << 7;
-    row("007") << 7;
-    row("-0000000000000000000000000007") << -7;
+    rowsOf(0, "0", "-0", "+0");
+    rowsOf(7, "7", "+7", " 7", "7  ", "\v7\f", "007");
+    rowsOf(-7, "-7", "-0000000000000000000000000007");
     row("0000000000000000000000000123456789") << 123456789;
     row("248956422") << 248956422;
     row("999999999") << 999999999;
     row("1000000000") << 1000000000;
     row("2147483646") << 2147483646;
-    row("2147483647") << 2147483647;
-    row("+2147483647") << 2147483647;
+    rowsOf(2147483647, "2147483647", "+2147483647");
     row("-2147483647") << -2147483647;
     row("-2147483648") << std::numeric_limits<int>::min();
     // QString::toInt() stops at a zero byte.
@@ -263,24 +237,9 @@ void NumberTexts::badPositions() {
 void NumberTexts::firstLineOfNumbers_data() {
     QTest::addColumn<QString>("field");
     QTest::addColumn<bool>("isNumber");
-    row("1") << true;
-    row("+1") << true;
-    row(" 1 ") << true;
-    row("1.5e-7") << true;
-    row("nan") << true;
-    row("inf") << true;
-    row("-inf") << true;
-    row("99999999999999999999") << true;
-    row("\u00a01") << true;
-    row("1e400") << false;
-    row("1e-400") << false;
-    row("0x10") << false;
-    row("1e") << false;
-    row("NA") << false;
-    row("-nan") << false;
-    row("\u0661") << false;
-    row("1,5") << false;
-    row("") << false;
+    rowsOf(true, "1", "+1", " 1 ", "1.5e-7", "nan", "inf", "-inf", "99999999999999999999",
+           "\u00a01");
+    rowsOf(false, "1e400", "1e-400", "0x10", "1e", "NA", "-nan", "\u0661", "1,5", "");
     QTest::newRow("an integer with a zero byte") << QStringLiteral("1") + QChar(0) << true;
     QTest::newRow("a fraction with a zero byte") << QStringLiteral("1.5") + QChar(0) << false;
 }
@@ -318,24 +277,24 @@ void NumberTexts::plainTexts_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("isPlainInteger");
     QTest::addColumn<bool>("isPlainReal");
-    const auto rowsOf = [](bool isPlainInteger, bool isPlainReal, auto... texts) {
+    const auto addRows = [](bool isPlainInteger, bool isPlainReal, auto... texts) {
         ((row(texts) << isPlainInteger << isPlainReal), ...);
     };
-    rowsOf(true, true, "7", "007", "1234", "12345678", "123456789", "1234567890", "2147483647");
-    rowsOf(true, false, "0", "-0", "-7", "-123456789", "-2147483648");
-    rowsOf(false, true, "0.569847", "1.0", "0.5", "0.1234", "0.00000001", "0.123456789", "12.5",
-           ".5", ".0016563", ".1234", ".12345678", ".123456789", "5.", "1.e-3", ".5e-8", "1e5",
-           "1e-05", "1.45E-18", "4.55003e-02", "8.8806139889581279E-034", "1e22", "1e23", "1e+300",
-           "0.12345678901234567", "9007199254740993", "123456789012345678901234567890",
-           "2147483648", "2.2250738585072014e-308", "1.7976931348623157e308", "0.0000",
-           ".00000000");
-    rowsOf(false, false, "", " ", ".", "e", "-", "e5", ".e5", "1e", "1e+", "1.2.3", "+7", "+0.5",
-           "-0.5", "-.1234", " 7", "7 ", " 0.5", "0.5 ", "1,5", "1_0", "0x10", "NA", "nan", "inf",
-           "1e\u22125", "\u0661", "1e400", "1e-320", "2.225073858507201e-308", "1e-400", "-1e400",
-           "1.7976931348623159e308");
+    addRows(true, true, "7", "007", "1234", "12345678", "123456789", "1234567890", "2147483647");
+    addRows(true, false, "0", "-0", "-7", "-123456789", "-2147483648");
+    addRows(false, true, "0.569847", "1.0", "0.5", "0.1234", "0.00000001", "0.123456789", "12.5",
+            ".5", ".0016563", ".1234", ".12345678", ".123456789", "5.", "1.e-3", ".5e-8", "1e5",
+            "1e-05", "1.45E-18", "4.55003e-02", "8.8806139889581279E-034", "1e22", "1e23", "1e+300",
+            "0.12345678901234567", "9007199254740993", "123456789012345678901234567890",
+            "2147483648", "2.2250738585072014e-308", "1.7976931348623157e308", "0.0000",
+            ".00000000");
+    addRows(false, false, "", " ", ".", "e", "-", "e5", ".e5", "1e", "1e+", "1.2.3", "+7", "+0.5",
+            "-0.5", "-.1234", " 7", "7 ", " 0.5", "0.5 ", "1,5", "1_0", "0x10", "NA", "nan", "inf",
+            "1e\u22125", "\u0661", "1e400", "1e-320", "2.225073858507201e-308", "1e-400", "-1e400",
+            "1.7976931348623159e308");
     const auto half = [](qsizetype length) { return "0.5" + QByteArray(length - 3, '0'); };
-    rowsOf(false, true, half(100).constData());
-    rowsOf(false, false, half(101).constData());
+    addRows(false, true, half(100).constData());
+    addRows(false, false, half(101).constData());
 }
 
 void NumberTexts::plainTexts() {
