@@ -1,7 +1,7 @@
 #include "inside.h"
 
-#include "hfile.h"
 #include "readable_text.h"
+#include "window_parts.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -95,13 +95,13 @@ void ThemesTest::textIsReadable_data() {
 
 void ThemesTest::textIsReadable() {
     QFETCH(QString, name);
-    QWidget* widget = inside::widget(name);
-    inside::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
+    parts::window()->displayLocal();
     if (name == u"hintLabel")
-        inside::window()->displayGlobal();
+        parts::window()->displayGlobal();
     if (auto* edit = qobject_cast<QLineEdit*>(widget))
         edit->setText(QStringLiteral("1000-2000"));
-    inside::window()->setFocus();
+    parts::window()->setFocus();
     QTRY_VERIFY(widget->isVisible() && widget->width() > 40);
     // The guidelines are content with less for bold text; a button's colours are its own, in each
     // theme.

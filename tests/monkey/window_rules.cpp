@@ -1,7 +1,7 @@
 #include "window_rules.h"
 
-#include "driver/window_parts.h"
 #include "int_arithmetic.h"
+#include "window_parts.h"
 
 #include <QFile>
 #include <QLabel>
