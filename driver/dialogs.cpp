@@ -9,8 +9,8 @@
 #include <QInputDialog>
 #include <QJsonArray>
 #include <QLineEdit>
-#include <QListView>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace {
 
@@ -27,8 +27,8 @@ void press(QDialogButtonBox::ButtonRole role) {
             return pointer::click(button);
 }
 
-QListView* fileList() {
-    return dialogs::file()->findChild<QListView*>(QStringLiteral("listView"));
+QTreeView* fileList() {
+    return dialogs::file()->findChild<QTreeView*>(QStringLiteral("treeView"));
 }
 
 QJsonObject fileState(const QFileDialog* dialog) {
@@ -73,11 +73,15 @@ void fill(const QString& text) {
 }
 
 void choose(const QString& fileName) {
-    const QListView* list = fileList();
+    QTreeView* list = fileList();
     const auto row = static_cast<int>(listedFiles().indexOf(fileName));
     list->selectionModel()->setCurrentIndex(list->model()->index(row, 0, list->rootIndex()),
                                             QItemSelectionModel::ClearAndSelect |
                                                 QItemSelectionModel::Rows);
+}
+
+void focusList() {
+    fileList()->setFocus();
 }
 
 void accept() {
@@ -94,7 +98,7 @@ void answer(const QString& text) {
 }
 
 QStringList listedFiles() {
-    const QListView* list = fileList();
+    const QTreeView* list = fileList();
     QStringList names;
     for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row)
         names.append(list->model()->index(row, 0, list->rootIndex()).data().toString());

@@ -17,6 +17,7 @@ bool isAnyOpen();
 
 void fill(const QString& text);
 void choose(const QString& fileName); // one of those listed
+void focusList();                     // as a click there does; a choice then shows in the field
 void accept();
 void cancel();
 void answer(const QString& text); // fill, and accept

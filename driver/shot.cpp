@@ -4,7 +4,6 @@
 #include "window_parts.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QScreen>
 #include <utility>
 
@@ -23,11 +22,10 @@ QImage picture() {
 
 namespace shot {
 
-// Neither a cursor that blinks nor a mouse that happens to lie over the window changes a picture.
+// A blinking cursor would make each picture different.
 bool isStill() {
     static QImage last;
     QApplication::setCursorFlashTime(0);
-    QCursor::setPos(subject()->screen()->geometry().bottomRight());
     subject()->activateWindow();
     const QImage before = std::exchange(last, picture());
     return subject()->isActiveWindow() && last == before;

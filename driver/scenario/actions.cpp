@@ -52,7 +52,13 @@ Widget* visible(const Command& command) {
     return widget;
 }
 
-void openDecoded(const Command& command) {
+void chooseByHand(const Command& command) {
+    dialogs::focusList();
+    dialogs::choose(decoded(command));
+}
+
+// Not through the field, which cannot hold every name.
+void pickFile(const Command& command) {
     dialogs::choose(decoded(command));
     dialogs::accept();
 }
@@ -107,8 +113,8 @@ const QMap<QString, Action>& actions() {
     static const QMap<QString, Action> table{
         // Dialogs.
         {"open", {FileDialog, [](C c) { dialogs::answer(c.rest); }}},
-        {"choose", {ListedFile, [](C c) { dialogs::choose(decoded(c)); }}},
-        {"pick", {ListedFile, openDecoded}},
+        {"choose", {ListedFile, chooseByHand}},
+        {"pick", {ListedFile, pickFile}},
         {"listing", {FileList, [](C) {}}},
         {"cancel", {FileDialog, [](C) { dialogs::cancel(); }}},
         {"name", {NameDialog, [](C c) { dialogs::answer(c.rest); }}},

@@ -10,7 +10,9 @@
 #include "window_parts.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
+#include <QScreen>
 #include <QTimer>
 #include <cstdlib>
 
@@ -50,6 +52,8 @@ void play(const QList<Command>& commands, qsizetype next) {
     });
 }
 
+// The real mouse is sent to a corner of the screen: resting where a window comes up, it would
+// highlight what lies under it.
 void startDriver() {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QList<Command> commands = readScript(qEnvironmentVariable("PELMARK_DRIVER_SCRIPT"));
@@ -61,6 +65,7 @@ void startDriver() {
         setStateFile(qEnvironmentVariable("PELMARK_DRIVER_STATES"));
         qApp->installEventFilter(new FirstSight(qApp));
     }
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
     play(commands, 0);
 }
 

@@ -57,52 +57,26 @@ QJsonValue exact(const char (&buffer)[size]) {
     return QString::fromLatin1(QByteArray(buffer, size).toHex());
 }
 
+// `names` are those of the values, separated by ", ".
+template <typename... Values>
+QJsonObject named(const char* names, const Values&... values) {
+    const QStringList keys = QString::fromLatin1(names).split(QStringLiteral(", "));
+    QJsonObject state;
+    ((state[keys[state.size()]] = exact(values)), ...);
+    return state;
+}
+
 } // namespace
 
-#define NAMED(variable)                                                                            \
-    { QStringLiteral(#variable), exact(variable) }
+#define NAMED(...) named(#__VA_ARGS__, __VA_ARGS__)
 
 QJsonObject sessionState() {
-    return {NAMED(line),
-            NAMED(stripes),
-            NAMED(globaldisplay),
-            NAMED(globaltimes),
-            NAMED(selected_chromosome),
-            NAMED(save_counter),
-            NAMED(file_index),
-            NAMED(click_times),
-            NAMED(stepOK),
-            NAMED(defaultname),
-            NAMED(filename),
-            NAMED(shortname),
-            NAMED(minX),
-            NAMED(maxX),
-            NAMED(minY),
-            NAMED(maxY),
-            NAMED(realMinX),
-            NAMED(realMaxX),
-            NAMED(realMaxY),
-            NAMED(fwidth),
-            NAMED(fheight),
-            NAMED(xmargin),
-            NAMED(xmargin2),
-            NAMED(ymargin),
-            NAMED(pixPerX),
-            NAMED(pixPerY),
-            NAMED(GLOBAL_pixPerX),
-            NAMED(GLOBAL_pixPerY),
-            NAMED(GLOBAL_minX),
-            NAMED(GLOBAL_maxX),
-            NAMED(Pos_list),
-            NAMED(Value_list),
-            NAMED(Pos_list2),
-            NAMED(Value_list2),
-            NAMED(Start_index),
-            NAMED(End_index),
-            NAMED(Start_value),
-            NAMED(End_value),
-            NAMED(Color_value),
-            NAMED(Tag)};
+    return NAMED(line, stripes, globaldisplay, globaltimes, selected_chromosome, save_counter,
+                 file_index, click_times, stepOK, defaultname, filename, shortname, minX, maxX,
+                 minY, maxY, realMinX, realMaxX, realMaxY, fwidth, fheight, xmargin, xmargin2,
+                 ymargin, pixPerX, pixPerY, GLOBAL_pixPerX, GLOBAL_pixPerY, GLOBAL_minX,
+                 GLOBAL_maxX, Pos_list, Value_list, Pos_list2, Value_list2, Start_index, End_index,
+                 Start_value, End_value, Color_value, Tag);
 }
 
 void setSessionVariable(const QString& name, int value) {
