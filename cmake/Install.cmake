@@ -1,4 +1,4 @@
-# What an installation holds and where: the freedesktop places, under any prefix.
+# Installs everything to the freedesktop locations, under any prefix.
 set(PELMARK_ID org.pelmark.Pelmark)
 set(PELMARK_SHARE ${PROJECT_SOURCE_DIR}/share)
 
@@ -19,7 +19,7 @@ install(DIRECTORY docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHI
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${PELMARK_SHARE}/debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-# The manual page and the changelog are compressed, as Debian wants them.
+# Debian requires the manual page and the changelog to be compressed.
 configure_file(${PELMARK_SHARE}/pelmark.1.in ${PROJECT_BINARY_DIR}/pelmark.1 @ONLY)
 if(UNIX)
   find_program(GZIP gzip REQUIRED)

@@ -1,20 +1,14 @@
 #include "places.h"
 
 #include "give_up.h"
-#include "hfile.h"
-#include "plot_geometry.h"
+#include "session.h"
 
 #include <cmath>
 
 namespace places {
 
 QPoint of(int position, double value) {
-    const PlotGeometry shown{.width = fwidth,
-                             .height = fheight,
-                             .minX = minX,
-                             .minY = minY,
-                             .pixPerX = pixPerX,
-                             .pixPerY = pixPerY};
+    const PlotGeometry shown = sessionGeometry();
     return {shown.xOf(position), shown.yOf(value)};
 }
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// What the fuzzer, or the replay, calls with each input. Returns 0.
+// The fuzzer, or the replay, calls this with each input. Returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
-// Ends the process, which tells the fuzzer that this input shows a fault; unless `holds`.
+// Aborts the process unless `holds`, which reports the input as a finding.
 void mustHold(bool holds, const char* what, const QString& expected = {}, const QString& got = {});

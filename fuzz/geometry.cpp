@@ -1,20 +1,33 @@
-// The way from points to pixels and back, and the boxes drawn there: never undefined, and what it
-// leads to is what must hold for any data. Input: screen, box, points.
+// Points to pixels against the reference; and for any data, what must hold of the way back and of
+// boxes drawn on a plot. Input: screen, box, points.
 
-#include "finding.h"
+#include "box.h"
 #include "chromosome_walk.h"
+#include "finding.h"
+#include "plain_geometry.h"
+#include "plain_painter.h"
 #include "plot_geometry.h"
 #include "points_input.h"
-#include "box.h"
+
+#include <cmath>
 
 namespace {
 
-// Data as most files hold it: from left to right, and no sum of positions leaves the numbers'
-// range.
+// True if the view runs from left to right and no sum of its positions can overflow.
 bool isOrdinary(const PlotGeometry& geometry) {
     constexpr int farthest = 900'000'000;
     return -farthest < geometry.realMinX && geometry.realMinX < geometry.realMaxX &&
            geometry.realMaxX < farthest && geometry.width > 0;
+}
+
+void checkPixels(const PlotGeometry& geometry, const Points& points) {
+    for (qsizetype i = 0; i < points.positions.size(); ++i) {
+        const int position = points.positions[i];
+        const double value = points.values[i];
+        const QPoint expected = plain::pixelOf(geometry, position, value);
+        mustHold(geometry.xOf(position) == expected.x(), "column");
+        mustHold(geometry.yOf(value) == expected.y() || std::isnan(value), "row");
+    }
 }
 
 void checkWayBack(const PlotGeometry& geometry, const Points& points) {
@@ -52,20 +65,18 @@ void checkBox(const PlotGeometry& geometry, const PixelBox& drawn, const Points&
 }
 
 void checkChromosomes(const QList<int>& starts) {
-    QVector<int> ends;
+    QList<Chromosome> chromosomes;
     for (const int start : starts)
-        ends.append(start / 2 + 1000);
-    ChromosomeWalk walk(starts, ends);
+        chromosomes.append({.startValue = start, .endValue = start / 2 + 1000});
+    ChromosomeWalk walk(chromosomes);
     int red = 255;
     for (const int position : starts) {
-        const int picked = chromosomeAt(position, starts, ends).value_or(-1);
+        const int picked = chromosomeAt(position, chromosomes).value_or(-1);
         mustHold(picked >= 0 && picked < starts.size(), "chromosome of the index");
-        mustHold(picked == 0 || (starts[picked] <= position && position <= ends[picked]),
+        mustHold(picked == 0 || (starts[picked] <= position && position <= chromosomes[picked].endValue),
                  "chromosome around the position");
-        qsizetype k = starts.size() - 1;
-        while (k > 0 && starts[k] > position)
-            --k;
-        red = k > 0 ? ends[k] : red;
+        const qsizetype k = plain::chromosomeOf(position, chromosomes);
+        red = k == 0 ? red : k % 2 == 0 ? 255 : 50;
         mustHold(walk.step(position) == k && walk.red() == red, "walk along the chromosomes");
     }
 }
@@ -81,18 +92,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const PixelBox box{corner(), corner()};
     const Points points = pointsFrom(input, 1000);
     const PlotGeometry geometry = plotGeometry(points, screen);
-    mustHold(geometry.width == screen.width() * 8 / 10 &&
-                 geometry.height == screen.height() * 3 / 4,
-             "image's size");
-    for (qsizetype i = 0; i < points.positions.size(); ++i) {
-        geometry.xOf(points.positions[i]);
-        geometry.yOf(points.values[i]);
-    }
+    mustHold(QSize(geometry.width, geometry.height) == plain::imageSize(screen), "image's size");
+    checkPixels(geometry, points);
     if (isOrdinary(geometry))
         checkWayBack(geometry, points);
     checkBox(geometry, box, points);
-    mustHold(!points.positions.isEmpty() || geometry.minX == -1, "view without points");
-    if (!points.positions.isEmpty())
-        checkChromosomes(points.positions);
+    if (points.positions.isEmpty()) {
+        mustHold(geometry.minX == -1, "view without points");
+        return 0;
+    }
+    const QString expected = plain::toText(plain::plotGeometry(points, screen));
+    mustHold(plain::toText(geometry) == expected, "view", expected, plain::toText(geometry));
+    checkChromosomes(points.positions);
     return 0;
 }

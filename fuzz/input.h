@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-// Takes an input of the fuzzer's apart, from its front. What lies behind its end is 0.
+// Decodes an input of the fuzzer from front to back. Past the end it yields zeros.
 class Input {
 public:
     Input(const std::uint8_t* bytes, std::size_t size)
@@ -23,11 +23,11 @@ public:
         return number;
     }
 
-    // From 0 to below `end`.
+    // At least 0 and below `end`.
     int below(int end) { return number<std::uint8_t>() % end; }
     bool flag() { return below(2) == 1; }
 
-    // A length in one byte, and so many bytes.
+    // One byte for the length, then the text in UTF-8.
     QString shortText() { return QString::fromUtf8(take(number<std::uint8_t>())); }
     QByteArray rest() { return take(m_bytes.size()); }
 

@@ -1,5 +1,5 @@
-// The number texts: what the reader's own conversion makes of a text, the toolkit's must make of it
-// bit for bit. Input: how to make the text, then its bytes; or a number to be written in that way.
+// Numbers in text: the reader's conversions must agree with Qt's bit for bit. The input's first
+// byte chooses between a text, which follows, and numbers to be formatted in one of five ways.
 
 #include "finding.h"
 #include "input.h"
@@ -58,6 +58,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
         const QByteArray field = QByteArray::number(input.number<double>(), forms[how], precision);
         check(field);
         check(field + '0');
+        check(field.mid(1)); // without its leading zero
         check(QByteArray::number(input.number<std::int64_t>()));
         check(QByteArray::number(input.number<std::int32_t>()));
     }

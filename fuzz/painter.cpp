@@ -1,5 +1,4 @@
-// Both plots against the plain painter, pixel by pixel. Input: screen, options, chromosomes,
-// points.
+// Both plots against the reference, pixel by pixel. Input: screen, options, chromosomes, points.
 
 #include "finding.h"
 #include "plain_painter.h"
@@ -11,8 +10,8 @@
 
 namespace {
 
-// Fonts need an application, which needs no screen.
-void startToolkit() {
+// Fonts need an application object, but no screen.
+void startQt() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "fuzz";
@@ -26,9 +25,9 @@ GenomePlot genomeFrom(Input& input) {
     plot.referenceLines = input.flag();
     const int count = 1 + input.below(5);
     for (int i = 0; i < count; ++i) {
-        plot.tags.append(QString(QChar(u'1' + input.below(3))));
-        plot.startValue.append(positionFrom(input));
-        plot.colorValue.append(i % 2 == 0 ? 255 : 50);
+        Chromosome chromosome{.label = QString(QChar(u'1' + input.below(3)))};
+        chromosome.startValue = positionFrom(input);
+        plot.chromosomes.append(chromosome);
     }
     return plot;
 }
@@ -41,10 +40,15 @@ ChromosomePlot chromosomeFrom(Input& input) {
     return plot;
 }
 
+void mustBeSame(const char* what, const QImage& image, const QImage& expected) {
+    const QString difference = plain::pixelDifference(image, expected);
+    mustHold(difference.isEmpty(), what, {}, difference);
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    startToolkit();
+    startQt();
     Input input(bytes, size);
     const QSize screen(input.number<std::uint8_t>(), input.number<std::uint8_t>());
     const ChromosomePlot chromosome = chromosomeFrom(input);
@@ -52,10 +56,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const Points data = pointsFrom(input, 300);
     const PlotGeometry geometry = plotGeometry(data, screen);
     const PlotPoints points{data.positions, data.values};
-    mustHold(paintChromosome(geometry, points, chromosome) ==
-                 plain::paintChromosome(geometry, points, chromosome),
-             "chromosome plot");
-    mustHold(paintGenome(geometry, points, genome) == plain::paintGenome(geometry, points, genome),
-             "genome plot");
+    mustBeSame("chromosome plot", paintChromosome(geometry, points, chromosome),
+               plain::paintChromosome(geometry, points, chromosome));
+    mustBeSame("genome plot", paintGenome(geometry, points, genome),
+               plain::paintGenome(geometry, points, genome));
     return 0;
 }

@@ -5,8 +5,8 @@
 
 #include <limits>
 
-// Points of the fuzzer's making. Random bits alone are mostly tiny or huge numbers, so each point
-// starts with a byte that tells how to make it.
+// Points from a fuzzer's input. Random bits are mostly tiny or huge numbers, so the first byte of
+// each number selects how the rest is decoded.
 inline double valueFrom(Input& input) {
     switch (input.below(8)) {
     case 0:

@@ -1,4 +1,4 @@
-// The reader against the plain one: any difference in points, labels or message is a finding.
+// The reader against the reference: any difference in points, labels or fault is a finding.
 // Input: block size, which label to load, how often to repeat the file, the file.
 
 #include "finding.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qsizetype longestFile = 40'000; // several of the steps in which text is decoded
+constexpr qsizetype longestFile = 40'000; // bytes; several of the chunks in which text is decoded
 
 QByteArray repeated(const QByteArray& file, int power) {
     const qsizetype most = longestFile / std::max<qsizetype>(file.size(), 1);
@@ -15,11 +15,11 @@ QByteArray repeated(const QByteArray& file, int power) {
         std::clamp<qsizetype>(qsizetype{1} << power, 1, std::max(most, qsizetype{1})));
 }
 
-// One of the file's own labels mostly; else one from the input, or one that is not there.
+// Usually one of the file's own labels; otherwise the file's last bytes.
 QString labelToLoad(const Result<GenomeScan>& scanned, int choice, const QByteArray& file) {
     const auto* scan = std::get_if<GenomeScan>(&scanned);
     if (scan && choice < 200)
-        return scan->chromosomes.tags[choice % scan->chromosomes.tags.size()];
+        return scan->chromosomes[choice % scan->chromosomes.size()].label;
     return QString::fromUtf8(file.right(choice % 16));
 }
 
@@ -37,7 +37,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const int choice = input.number<std::uint8_t>();
     const int power = input.below(16);
     const QByteArray file = repeated(input.rest(), power < 8 ? 0 : power);
-    // A long file in blocks of a few bytes would take most of the time, and show nothing new.
+    // A long file in blocks of a few bytes would take most of the time and show nothing new.
     const qsizetype blockSize = file.size() > 4096 ? block + 100 : block;
     const qsizetype largerBlockSize = blockSize * 64;
 

@@ -1,4 +1,4 @@
-// Hands each file that is named, and each file of a folder that is named, to the harness.
+// Runs the harness on each file named on the command line, and on each file of a named folder.
 
 #include "finding.h"
 
@@ -15,7 +15,7 @@ int replay(const std::filesystem::path& path) {
     const std::vector<char> bytes((std::istreambuf_iterator<char>(file)),
                                   std::istreambuf_iterator<char>());
     std::printf("%s\n", path.c_str());
-    std::fflush(stdout); // a finding ends the process at once
+    std::fflush(stdout); // a finding aborts the process
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     return 1;
 }

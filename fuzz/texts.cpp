@@ -1,49 +1,19 @@
-// The texts that users type and the program shows, against their rules as one would tell them; and
-// text from UTF-16 to the reader's bytes and back. Input: a number, a short text, and another text.
+// The texts that users type and the plots show, against the reference; file names against their
+// rules; and UTF-16 to the reader's bytes and back. Input: a number, a short text, another text.
 
 #include "finding.h"
 #include "input.h"
-#include "utf8.h"
-#include "point_table.h"
+#include "plain_texts.h"
 #include "plot_texts.h"
+#include "point_table.h"
+#include "utf8.h"
 
 #include <QStringList>
 
 namespace {
 
-PositionRange plainRange(const QString& first, const QString& second) {
-    const QStringList parts = first.split("-", Qt::KeepEmptyParts, Qt::CaseSensitive);
-    bool isLow = false, isHigh = false;
-    PositionRange range;
-    if (parts.size() == 2) {
-        range.low = parts[0].toInt(&isLow, 10);
-        range.high = parts[1].toInt(&isHigh, 10);
-    } else {
-        range.low = first.toInt(&isLow, 10);
-        range.high = second.toInt(&isHigh, 10);
-    }
-    if (!isLow || !isHigh)
-        range.low = range.high = 0;
-    return range;
-}
-
-QString plainGrouped(int number) {
-    const QString digits = QString::number(number, 10);
-    QString grouped;
-    int counter = 0;
-    for (qsizetype i = digits.size() - 1; i >= 0; --i) {
-        ++counter;
-        grouped.prepend(digits[i]);
-        if (counter == 3 && i >= 1) {
-            grouped.prepend(u',');
-            counter = 0;
-        }
-    }
-    return grouped;
-}
-
 void checkRange(const QString& first, const QString& second, int position) {
-    const PositionRange expected = plainRange(first, second);
+    const PositionRange expected = plain::highlightRange(first, second);
     const PositionRange got = highlightRange(first, second);
     mustHold(got.low == expected.low && got.high == expected.high, "range");
     mustHold(got.contains(position) == (expected.low <= position && position <= expected.high),
@@ -77,9 +47,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const QString second = QString::fromUtf8(rest);
     checkRange(first, second, number);
     checkRange(QString::number(number) + u'-' + first, second, number);
-    mustHold(groupedInThrees(number) == plainGrouped(number), "grouped", plainGrouped(number),
-             groupedInThrees(number));
-    mustHold(spanText(0, number) == "|<-- " + plainGrouped(number) + " -->|", "span");
+    mustHold(groupedInThrees(number) == plain::groupedInThrees(number), "grouped",
+             plain::groupedInThrees(number), groupedInThrees(number));
+    mustHold(spanText(0, number) == "|<-- " + plain::groupedInThrees(number) + " -->|", "span");
     checkNames(first);
     checkNames(second);
     checkUtf8(rest);

@@ -1,42 +1,20 @@
 #include "plain_painter.h"
 
+#include "plain_geometry.h"
+#include "plain_numbers.h"
+#include "plain_texts.h"
+
 #include <QFont>
 #include <QPainter>
 #include <QPen>
+#include <QPixmap>
 #include <cmath>
-#include <cstdint>
 
 namespace plain {
 
 namespace {
 
-int truncatedToInt(double number) {
-    if (std::isnan(number) || number <= -2147483649.0 || number >= 2147483648.0)
-        return INT32_MIN;
-    return static_cast<int>(number);
-}
-
-int wrapped(std::int64_t number) {
-    return static_cast<int>(static_cast<std::uint32_t>(number));
-}
-
-int difference(int a, int b) {
-    return wrapped(std::int64_t(a) - b);
-}
-
-int rowOfLevel(const PlotGeometry& geometry, double level) {
-    const int up = truncatedToInt(geometry.pixPerY * (level - geometry.minY));
-    return wrapped(std::int64_t(geometry.height) - geometry.yMargin - up);
-}
-
-QPoint pixelOf(const PlotGeometry& geometry, int position, double value) {
-    const int fromLeft = difference(position, geometry.minX);
-    return {std::isinf(geometry.pixPerX) ? geometry.width / 2
-                                         : truncatedToInt(geometry.pixPerX * fromLeft),
-            std::isinf(geometry.pixPerY) ? geometry.height / 2 : rowOfLevel(geometry, value)};
-}
-
-// A text in a rectangle that starts at the image's top edge.
+// In a rectangle at the image's top edge.
 void drawText(QPainter& painter, int left, int width, int height, int alignment,
               const QString& text) {
     painter.drawText(QRectF(left, 0, width, height), alignment, text);
@@ -59,17 +37,18 @@ void drawReferenceLines(QPainter& painter, QPen& pen, const PlotGeometry& geomet
     drawReferenceLine(painter, pen, geometry, 3.0, "3", QColor(230, 230, 230, 255));
 }
 
-void drawTitle(QPainter& painter, QPen& pen, const PlotGeometry& geometry, const QString& title) {
+// Centred in a band at the top edge.
+void drawBlackText(QPainter& painter, QPen& pen, int width, int height, const QString& text) {
     pen.setColor(QColor(0, 0, 0, 255));
     painter.setPen(pen);
     painter.setFont(QFont("Calibri", 12, QFont::Normal, false));
-    drawText(painter, 0, geometry.width, 20, Qt::AlignCenter | Qt::AlignVCenter, title);
+    drawText(painter, 0, width, height, Qt::AlignCenter | Qt::AlignVCenter, text);
 }
 
 void drawGenomePoints(QPainter& painter, QPen& pen, const PlotGeometry& geometry, PlotPoints points,
                       const GenomePlot& plot) {
     int labelStart = 0, labelEnd = 0, previousX = 0, red = 255;
-    QString currentTag, previousTag = plot.tags[0];
+    QString currentTag, previousTag = plot.chromosomes[0].label;
     const auto drawTag = [&](const QString& tag) {
         drawText(painter, labelStart, difference(labelEnd, labelStart), geometry.height,
                  Qt::AlignBottom | Qt::AlignCenter, tag);
@@ -80,14 +59,10 @@ void drawGenomePoints(QPainter& painter, QPen& pen, const PlotGeometry& geometry
             labelStart = labelEnd = previousX = pixel.x();
         labelEnd = previousX;
         previousX = pixel.x();
-        qsizetype k = plot.startValue.size() - 1;
-        for (; k > 0; --k) {
-            if (plot.startValue[k] <= points.positions[i]) {
-                red = plot.colorValue[k];
-                break;
-            }
-        }
-        currentTag = plot.tags[k];
+        const qsizetype k = chromosomeOf(points.positions[i], plot.chromosomes);
+        if (k > 0)
+            red = k % 2 == 0 ? 255 : 50;
+        currentTag = plot.chromosomes[k].label;
         if (currentTag != previousTag) {
             painter.setFont(QFont("Calibri", 10, QFont::Normal, false));
             drawTag(previousTag);
@@ -120,76 +95,87 @@ void drawChromosomePoints(QPainter& painter, QPen& pen, const PlotGeometry& geom
     }
 }
 
-QString inThrees(int number) {
-    const QString digits = QString::number(number, 10);
-    QString grouped;
-    int counter = 0;
-    for (qsizetype i = digits.size() - 1; i >= 0; --i) {
-        ++counter;
-        grouped.prepend(digits[i]);
-        if (counter == 3 && i >= 1) {
-            grouped.prepend(u',');
-            counter = 0;
-        }
-    }
-    return grouped;
-}
-
 void drawPositionScale(QPainter& painter, const PlotGeometry& geometry) {
     const auto drawAtBottom = [&](int alignment, const QString& text) {
         drawText(painter, 0, geometry.width, geometry.height - 2, Qt::AlignBottom | alignment,
                  text);
     };
     painter.setFont(QFont("Calibri", 10, QFont::Normal, false));
-    drawAtBottom(Qt::AlignLeft, inThrees(geometry.realMinX));
-    drawAtBottom(Qt::AlignRight, inThrees(geometry.realMaxX));
-    const QString span = inThrees(difference(geometry.realMaxX, geometry.realMinX));
+    drawAtBottom(Qt::AlignLeft, groupedInThrees(geometry.realMinX));
+    drawAtBottom(Qt::AlignRight, groupedInThrees(geometry.realMaxX));
+    const QString span = groupedInThrees(difference(geometry.realMaxX, geometry.realMinX));
     drawAtBottom(Qt::AlignCenter, "|<-- " + span + " -->|");
+}
+
+// A white pixmap with whatever `draw` adds, and reference lines below that if asked for. Both plots
+// use one pen throughout and change its colour.
+template <typename Draw>
+QImage painted(const PlotGeometry& geometry, bool referenceLines, Draw draw) {
+    QPixmap pixmap(geometry.width, geometry.height);
+    if (pixmap.isNull())
+        return QImage();
+    pixmap.fill(Qt::white);
+    QPainter painter(&pixmap);
+    QPen pen = painter.pen();
+    pen.setWidth(2);
+    painter.setPen(pen);
+    if (referenceLines)
+        drawReferenceLines(painter, pen, geometry);
+    draw(painter, pen);
+    painter.end();
+    return pixmap.toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace
 
 QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot) {
-    QImage image(geometry.width, geometry.height, QImage::Format_RGB32);
-    if (image.isNull())
-        return image;
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QPen pen = painter.pen();
-    pen.setWidth(2);
-    painter.setPen(pen);
-    if (plot.referenceLines)
-        drawReferenceLines(painter, pen, geometry);
-    drawGenomePoints(painter, pen, geometry, points, plot);
-    drawTitle(painter, pen, geometry,
-              plot.title + ", max(-logP)=" + QString::number(geometry.realMaxY, 'g', 6));
-    return image;
+    return painted(geometry, plot.referenceLines, [&](QPainter& painter, QPen& pen) {
+        drawGenomePoints(painter, pen, geometry, points, plot);
+        drawBlackText(painter, pen, geometry.width, 20,
+                      plot.title + ", max(-logP)=" + QString::number(geometry.realMaxY, 'g', 6));
+    });
 }
 
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
                        const ChromosomePlot& plot) {
-    QImage image(geometry.width, geometry.height, QImage::Format_RGB32);
-    if (image.isNull())
-        return image;
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QPen pen = painter.pen();
-    pen.setWidth(2);
-    painter.setPen(pen);
-    if (plot.referenceLines)
-        drawReferenceLines(painter, pen, geometry);
-    if (points.positions.empty()) {
-        pen.setColor(QColor(0, 0, 0, 255));
-        painter.setPen(pen);
-        painter.setFont(QFont("Calibri", 12, QFont::Normal, false));
-        drawText(painter, 0, geometry.width, geometry.height, Qt::AlignCenter, "no points");
-        return image;
-    }
-    pen.setWidth(4);
-    drawChromosomePoints(painter, pen, geometry, points, plot);
-    drawTitle(painter, pen, geometry, "max=" + QString::number(geometry.realMaxY, 'g', 6));
-    drawPositionScale(painter, geometry);
-    return image;
+    return painted(geometry, plot.referenceLines, [&](QPainter& painter, QPen& pen) {
+        if (points.positions.empty()) {
+            drawBlackText(painter, pen, geometry.width, geometry.height, "no points");
+            return;
+        }
+        pen.setWidth(4);
+        drawChromosomePoints(painter, pen, geometry, points, plot);
+        drawBlackText(painter, pen, geometry.width, 20,
+                      "max=" + QString::number(geometry.realMaxY, 'g', 6));
+        drawPositionScale(painter, geometry);
+    });
+}
+
+qsizetype chromosomeOf(int position, const QList<Chromosome>& chromosomes) {
+    qsizetype k = chromosomes.size() - 1;
+    while (k > 0 && chromosomes[k].startValue > position)
+        --k;
+    return k;
+}
+
+QString pixelDifference(const QImage& image, const QImage& expected) {
+    if (image == expected)
+        return {};
+    if (image.size() != expected.size())
+        return QStringLiteral("%1 x %2 pixels, expected %3 x %4")
+            .arg(image.width())
+            .arg(image.height())
+            .arg(expected.width())
+            .arg(expected.height());
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != expected.pixel(x, y))
+                return QStringLiteral("at %1, %2: %3, expected %4")
+                    .arg(x)
+                    .arg(y)
+                    .arg(image.pixel(x, y), 8, 16)
+                    .arg(expected.pixel(x, y), 8, 16);
+    return {};
 }
 
 } // namespace plain

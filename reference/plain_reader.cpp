@@ -1,5 +1,7 @@
 #include "plain_reader.h"
 
+#include "plain_numbers.h"
+
 #include <QIODevice>
 #include <QTextStream>
 #include <cmath>
@@ -14,13 +16,18 @@ struct Line {
     QString chromosome, position, pValue;
 };
 
+// A fault shows the first 100 characters of what it is about.
+QString shown(const QString& text) {
+    return text.left(100);
+}
+
 class Lines {
 public:
     explicit Lines(QIODevice& device) : m_device(device) {}
 
     std::optional<Fault> open() {
         if (!m_device.open(QIODevice::ReadOnly | QIODevice::Text))
-            return Fault::CannotOpenFile;
+            return Fault{FaultCode::CannotOpenFile};
         m_text.setDevice(&m_device);
         m_text.setEncoding(QStringConverter::System);
         if (m_text.atEnd())
@@ -33,10 +40,10 @@ public:
         else if (firstLine.contains(u','))
             m_delimiter = u',';
         else
-            return Fault::UnknownDelimiter;
+            return Fault{FaultCode::UnknownDelimiter, 1, {}, shown(firstLine)};
         const QStringList fields = firstLine.split(m_delimiter);
         if (fields.size() < 3)
-            return Fault::TooFewColumns;
+            return Fault{FaultCode::TooFewColumns, 1, {}, shown(firstLine)};
         bool hasHeader = false;
         for (const QString& field : fields)
             hasHeader = hasHeader || !isNumeric(field);
@@ -46,20 +53,48 @@ public:
 
     bool atEnd() { return m_text.atEnd(); }
 
-    // Nothing for an empty line.
+    // No value for an empty line.
     Result<std::optional<Line>> next() {
         const QString text = m_text.readLine();
+        ++m_line;
         if (text.isEmpty())
             return std::optional<Line>();
         const QStringList fields = text.split(m_delimiter);
+        int firstMissing = 0;
         for (const int column : {m_chromosomeColumn, m_positionColumn, m_pValueColumn})
-            if (column > fields.size())
-                return Fault::IncorrectColumns;
+            if (column > fields.size() && (firstMissing == 0 || column < firstMissing))
+                firstMissing = column;
+        if (firstMissing > 0)
+            return Fault{FaultCode::IncorrectColumns, m_line, nameOf(firstMissing), shown(text)};
         return std::optional<Line>(Line{fields[m_chromosomeColumn - 1],
                                         fields[m_positionColumn - 1], fields[m_pValueColumn - 1]});
     }
 
+    // Appends the point of a line; false where the line has none.
+    Result<bool> appendPoint(const Line& line, Points& points) const {
+        if (line.pValue == u"NA")
+            return false;
+        bool ok = false;
+        const double p = line.pValue.toDouble(&ok);
+        if (!ok)
+            return Fault{FaultCode::NonNumericPValue, m_line, nameOf(m_pValueColumn),
+                         shown(line.pValue)};
+        if (p == 0.0)
+            return false;
+        points.values.append(-std::log10(p));
+        const int position = line.position.toInt(&ok, 10);
+        if (!ok)
+            return Fault{FaultCode::NonIntegerPosition, m_line, nameOf(m_positionColumn),
+                         shown(line.position)};
+        points.positions.append(position);
+        return true;
+    }
+
 private:
+    QString nameOf(int column) const {
+        return m_titles.isEmpty() ? QString::number(column) : shown(m_titles[column - 1]);
+    }
+
     static bool isNumeric(const QString& field) {
         bool isInteger = false, isReal = false;
         field.toInt(&isInteger, 10);
@@ -69,9 +104,11 @@ private:
 
     std::optional<Fault> readHeader() {
         m_chromosomeColumn = m_positionColumn = m_pValueColumn = -1;
-        const QStringList titles = m_text.readLine().split(m_delimiter);
-        for (int column = static_cast<int>(titles.size()); column >= 1; --column) {
-            const QString& title = titles[column - 1];
+        const QString line = m_text.readLine();
+        ++m_line;
+        m_titles = line.split(m_delimiter);
+        for (int column = static_cast<int>(m_titles.size()); column >= 1; --column) {
+            const QString& title = m_titles[column - 1];
             if (title.contains(QLatin1String("pos"), Qt::CaseInsensitive))
                 m_positionColumn = column;
             if (title.contains(QLatin1String("pval"), Qt::CaseInsensitive) ||
@@ -85,66 +122,42 @@ private:
         }
         if (m_positionColumn >= 1 && m_pValueColumn >= 1 && m_chromosomeColumn >= 1)
             return std::nullopt;
-        return Fault::IncorrectColumns;
+        return Fault{FaultCode::IncorrectColumns, 1, {}, shown(line)};
     }
 
     QIODevice& m_device;
     QTextStream m_text;
     QChar m_delimiter;
+    QStringList m_titles; // empty without a header
+    qint64 m_line = 0;    // the last one read
     int m_chromosomeColumn = 1;
     int m_positionColumn = 2;
     int m_pValueColumn = 3;
 };
 
-// Appends the point of a line; false where the line has none.
-Result<bool> appendPoint(const Line& line, Points& points) {
-    if (line.pValue == u"NA")
-        return false;
-    bool ok = false;
-    const double p = line.pValue.toDouble(&ok);
-    if (!ok)
-        return Fault::NonNumericPValue;
-    if (p == 0.0)
-        return false;
-    points.values.append(-std::log10(p));
-    const int position = line.position.toInt(&ok, 10);
-    if (!ok)
-        return Fault::NonIntegerPosition;
-    points.positions.append(position);
-    return true;
-}
-
-int wrapped(std::int64_t number) {
-    return static_cast<int>(static_cast<std::uint32_t>(number));
-}
-
-// One label per point, and the quotients in place of the positions.
-ChromosomeIndex layEndToEnd(QList<int>& positions, const QStringList& labels) {
-    ChromosomeIndex index;
+// Takes one label per point. Expects positions in units of 100 base pairs and turns them into
+// genome coordinates.
+QList<Chromosome> layEndToEnd(QList<int>& positions, const QStringList& labels) {
+    QList<Chromosome> chromosomes{{labels[0], 0, 0, 0, 0, 0}};
     const QList<int> quotients = positions;
     const int last = static_cast<int>(positions.size()) - 1;
     std::int64_t origin = quotients[0], offset = 0;
-    index.startIndex.append(0);
     for (int i = 0; i <= last; ++i) {
         if (i > 0 && labels[i] != labels[i - 1]) {
-            index.endIndex.append(i);
-            index.startIndex.append(i + 1);
-            index.tags.append(labels[i - 1]);
+            chromosomes.last().endIndex = i;
+            chromosomes.append({labels[i], i, i + 1, 0, 0, 0});
             origin = quotients[i];
             offset = positions[i - 1];
         }
         positions[i] = wrapped(quotients[i] - origin + 1 + offset);
     }
-    index.endIndex.append(last);
-    index.tags.append(labels[last]);
-    for (int block = 0; block < index.tags.size(); ++block) {
-        const int start = index.startIndex[block];
-        index.startValue.append(positions[start > last ? last : start]);
-        index.endValue.append(positions[index.endIndex[block]]);
-        const bool followsBright = block > 0 && index.colorValue[block - 1] == 255;
-        index.colorValue.append(followsBright ? 50 : 255);
+    chromosomes.last().endIndex = last;
+    for (Chromosome& chromosome : chromosomes) {
+        const int start = chromosome.startIndex;
+        chromosome.startValue = positions[start > last ? last : start];
+        chromosome.endValue = positions[chromosome.endIndex];
     }
-    return index;
+    return chromosomes;
 }
 
 } // namespace
@@ -162,7 +175,7 @@ Result<GenomeScan> scanGenome(QIODevice& device) {
         const std::optional<Line>& line = std::get<0>(next);
         if (!line)
             continue;
-        const auto appended = appendPoint(*line, scan.points);
+        const auto appended = lines.appendPoint(*line, scan.points);
         if (const Fault* fault = std::get_if<Fault>(&appended))
             return *fault;
         if (!std::get<bool>(appended))
@@ -171,7 +184,7 @@ Result<GenomeScan> scanGenome(QIODevice& device) {
         labels.append(line->chromosome);
     }
     if (labels.size() <= 1)
-        return Fault::TooFewGenomePoints;
+        return Fault{FaultCode::TooFewGenomePoints};
     scan.chromosomes = layEndToEnd(scan.points.positions, labels);
     return scan;
 }
@@ -194,12 +207,12 @@ Result<Points> loadChromosome(QIODevice& device, const QString& label) {
         previousLabel = line->chromosome;
         if (line->chromosome != label)
             continue;
-        const auto appended = appendPoint(*line, points);
+        const auto appended = lines.appendPoint(*line, points);
         if (const Fault* fault = std::get_if<Fault>(&appended))
             return *fault;
     }
     if (points.positions.size() <= 1)
-        return Fault::TooFewChromosomePoints;
+        return Fault{FaultCode::TooFewChromosomePoints, 0, {}, label};
     return points;
 }
 

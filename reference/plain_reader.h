@@ -8,9 +8,8 @@
 
 class QIODevice;
 
-// The second opinion on reading: the toolkit's text stream, one line at a time, split at the
-// delimiter, every rule written out as one would tell it. Slow, and never part of the program.
-// Both open the device themselves and read it from its start.
+// The reference for reading files: QTextStream, one line at a time, split at the delimiter. The
+// device must not be open; it is read from its start.
 namespace plain {
 
 Result<GenomeScan> scanGenome(QIODevice& device);

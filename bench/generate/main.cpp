@@ -1,4 +1,4 @@
-// Writes a file of association results to measure with:
+// Writes a generated file, to profile a program with:
 //     generate_scan LAYOUT MARKERS FILE [SEED]
 
 #include "generate/scan_layout.h"

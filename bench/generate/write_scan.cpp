@@ -39,7 +39,7 @@ private:
         return isWritten;
     }
 
-    // The standard library's distributions differ between its makers.
+    // Not a standard distribution: their results differ between standard libraries.
     double fraction() { return static_cast<double>(m_random() >> 11) * 0x1p-53; }
     std::int64_t below(std::int64_t end) {
         return static_cast<std::int64_t>(m_random() % static_cast<std::uint64_t>(end));
@@ -115,7 +115,7 @@ private:
         endLine();
     }
 
-    // A few markers in a thousand are far below what chance alone would give.
+    // Three markers in a thousand are far more significant than chance would make them.
     double pValue() {
         const double p = fraction() + 0x1p-60;
         return below(1000) < 3 ? std::pow(p, 8.0) : p;

@@ -1,4 +1,4 @@
-# Reads three columns and paints them, as one would with the usual packages: manhattan.R FILE PNG
+# Plots a scan with the usual packages: manhattan.R FILE PNG
 library(data.table)
 library(qqman)
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <utility>
 
-// Does the task, tells on standard output how many seconds it took, and returns what it returned.
+// Runs the task, prints "NAME SECONDS" to standard output, and returns the task's result.
 template <typename Task>
 auto timed(const QByteArray& name, Task task) {
     QElapsedTimer watch;

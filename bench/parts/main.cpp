@@ -1,17 +1,20 @@
-// Times parts of what the program does, and the plain ways to do the same, in one process:
-//     pelmark_parts plain-open FILE          plain reading, one painter call for each point
-//     pelmark_parts plain-redraw FILE LABEL  one painter call for each point or segment
-//     pelmark_parts save FILE LABEL FOLDER   the program's table and the text stream's
-//     pelmark_parts steps FILE               how the time to open divides
-//     pelmark_parts same FILE LABEL FOLDER   nothing timed: fails where the two ways differ
-// Each time is told as a line on standard output: its name and seconds.
+// Times parts of the program, and the plain reference doing the same, in one process:
+//     pelmark_parts plain-open FILE          the reference's reader and painter
+//     pelmark_parts plain-redraw FILE LABEL  the reference's painter, dots and joined
+//     pelmark_parts save FILE LABEL FOLDER   the program's table writer and a QTextStream
+//     pelmark_parts steps FILE               the steps of opening a file
+//     pelmark_parts same FILE LABEL FOLDER   times nothing; exits with status 1 where program and
+//                                            reference differ
+// Each time is a line on standard output: "NAME SECONDS".
 
-#include "point_table.h"
+#include "chromosome_load.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
 #include "parts/reading_steps.h"
-#include "parts/readings.h"
-#include "parts/stream_table.h"
+#include "plain_painter.h"
+#include "plain_reader.h"
+#include "plain_table.h"
+#include "point_table.h"
 #include "support/reading.h"
 
 #include <QFile>
@@ -21,15 +24,25 @@
 namespace {
 
 int plainOpen(const QStringList& arguments) {
-    const QImage image =
-        timed("plain", [&] { return plainGenome(valueOf(plainScan(arguments[0]))); });
+    QFile file(arguments[0]);
+    const QImage image = timed("plain", [&] {
+        return genomeImage(plain::paintGenome, std::get<GenomeScan>(plain::scanGenome(file)));
+    });
     return image.isNull() ? 1 : 0;
 }
 
+Points loaded(const QStringList& arguments) {
+    QFile file(arguments[0]);
+    return std::get<Points>(loadChromosome(file, arguments[1]));
+}
+
 int plainRedraw(const QStringList& arguments) {
-    const Points points = valueOf(quickLoad(arguments[0], arguments[1]));
-    const QImage dots = timed("dots", [&] { return plainChromosome(points, Join::No); });
-    const QImage joined = timed("joined", [&] { return plainChromosome(points, Join::Yes); });
+    const Points points = loaded(arguments);
+    const auto paint = [&](Join join) {
+        return chromosomeImage(plain::paintChromosome, points, join);
+    };
+    const QImage dots = timed("dots", [&] { return paint(Join::No); });
+    const QImage joined = timed("joined", [&] { return paint(Join::Yes); });
     return dots.isNull() || joined.isNull() ? 1 : 0;
 }
 
@@ -38,17 +51,22 @@ QByteArray contentOf(const QString& fileName) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Writes both tables; true when they are there and have the same bytes.
+bool savePlainTable(const QString& fileName, const Points& points, const QString& label) {
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly | QIODevice::Text) &&
+           plain::writeTable(file, points, label) && file.flush();
+}
+
+// Writes both tables. True where both were written and have the same bytes.
 bool saveBoth(const Points& points, const QString& label, const QString& folder) {
     const QString quick = folder + "/quick.txt", stream = folder + "/stream.txt";
     const bool isSaved = timed("save", [&] { return savePointTable(quick, points, label); }) &&
-                         timed("stream", [&] { return saveByTextStream(stream, points, label); });
+                         timed("stream", [&] { return savePlainTable(stream, points, label); });
     return isSaved && contentOf(quick) == contentOf(stream);
 }
 
 int save(const QStringList& arguments) {
-    const Points points = valueOf(quickLoad(arguments[0], arguments[1]));
-    return saveBoth(points, arguments[1], arguments[2]) ? 0 : 1;
+    return saveBoth(loaded(arguments), arguments[1], arguments[2]) ? 0 : 1;
 }
 
 int steps(const QStringList& arguments) {
@@ -57,28 +75,30 @@ int steps(const QStringList& arguments) {
 }
 
 bool isPaintedAlike(const GenomeScan& scan) {
-    return quickGenome(scan) == plainGenome(scan);
+    return genomeImage(paintGenome, scan) == genomeImage(plain::paintGenome, scan);
 }
 
-bool isPaintedAlike(const Points& chromosome) {
-    return quickChromosome(chromosome, Join::No) == plainChromosome(chromosome, Join::No) &&
-           quickChromosome(chromosome, Join::Yes) == plainChromosome(chromosome, Join::Yes);
+bool isPaintedAlike(const Points& points, Join join) {
+    return chromosomeImage(paintChromosome, points, join) ==
+           chromosomeImage(plain::paintChromosome, points, join);
 }
 
-// A file at fault has no points to go on with.
+// Where both report the same fault there are no points left to compare.
+bool isSame(const QByteArray& file, const QString& label, const QString& folder) {
+    const Result<GenomeScan> genome = scan(file);
+    const Result<Points> chromosome = load(file, label);
+    if (!isSame(genome, plainScan(file)) || !isSame(chromosome, plainLoad(file, label)))
+        return false;
+    if (const auto* points = std::get_if<GenomeScan>(&genome); points && !isPaintedAlike(*points))
+        return false;
+    const auto* points = std::get_if<Points>(&chromosome);
+    return points == nullptr ||
+           (isPaintedAlike(*points, Join::No) && isPaintedAlike(*points, Join::Yes) &&
+            saveBoth(*points, label, folder));
+}
+
 int same(const QStringList& arguments) {
-    const QString &file = arguments[0], &label = arguments[1], &folder = arguments[2];
-    const auto scan = quickScan(file);
-    const auto load = quickLoad(file, label);
-    if (!isSame(scan, plainScan(file)) || !isSame(load, plainLoad(file, label)))
-        return 1;
-    if (const auto* points = std::get_if<GenomeScan>(&scan); points && !isPaintedAlike(*points))
-        return 1;
-    const auto* chromosome = std::get_if<Points>(&load);
-    return chromosome == nullptr ||
-                   (isPaintedAlike(*chromosome) && saveBoth(*chromosome, label, folder))
-               ? 0
-               : 1;
+    return isSame(contentOf(arguments[0]), arguments[1], arguments[2]) ? 0 : 1;
 }
 
 struct Task {

@@ -1,20 +1,19 @@
 #pragma once
 
 #include "genome_scan.h"
-#include "plot_geometry.h"
+#include "plot_painter.h"
 
 #include <QImage>
 
-// Plots of the size that they would have in the window, by the program's painter and by the plain
-// one with its painter call for each point.
-// Paints a first text, for which the toolkit looks for fonts: the window did so long before.
+// Paints some text, so that Qt's search for fonts, which the window does at its start, is not
+// timed.
 void loadFonts();
 
+// Plots of the size they have in the window, by the program's painter or by that in namespace
+// plain.
 PlotGeometry geometryOf(const Points& points);
 
-QImage quickGenome(const GenomeScan& scan);
-QImage plainGenome(const GenomeScan& scan);
+QImage genomeImage(decltype(paintGenome) paint, const GenomeScan& scan);
 
 enum class Join { No, Yes };
-QImage quickChromosome(const Points& points, Join join);
-QImage plainChromosome(const Points& points, Join join);
+QImage chromosomeImage(decltype(paintChromosome) paint, const Points& points, Join join);

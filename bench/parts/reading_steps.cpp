@@ -2,12 +2,10 @@
 
 #include "association_file.h"
 #include "line_fields.h"
-#include "marker.h"
 #include "number_fields.h"
-#include "text_blocks.h"
 #include "parts/clock.h"
 #include "parts/pictures.h"
-#include "parts/readings.h"
+#include "text_blocks.h"
 
 #include <QFile>
 #include <cmath>
@@ -17,9 +15,9 @@
 
 namespace {
 
-// What a task returns is told too, so that no compiler may leave the work away.
-void tellTimed(const char* name, const std::function<double()>& task) {
-    std::fprintf(stderr, "%s: %g\n", name, timed(name, task));
+// Stores the result, so that the compiler cannot optimize the task away.
+void timeTask(const char* name, const std::function<double()>& task) {
+    [[maybe_unused]] volatile const double result = timed(name, task);
 }
 
 double readAlone(QFile& file) {
@@ -44,10 +42,10 @@ double forEachPiece(QFile& file, Task task) {
 template <typename Task>
 double forEachRecord(QFile& device, Task task) {
     double sum = 0.0;
-    AssociationFile file(device);
+    AssociationFile file(device, {});
     Record record;
-    for (bool isOpen = !file.open(); isOpen && file.next(record);)
-        sum += task(record);
+    for (bool isOpen = file.open(); isOpen && file.next(record);)
+        sum += task(file, record);
     return sum;
 }
 
@@ -55,18 +53,19 @@ double sizeOf(std::string_view text) {
     return static_cast<double>(text.size());
 }
 
-double numbersIn(const Record& record) {
+double numbersIn(AssociationFile& file, const Record& record) {
     Marker marker;
-    return readMarker(record, marker) == MarkerResult::Kept ? marker.pValue + marker.position : 0.0;
+    return file.readMarker(record, marker) ? marker.pValue + marker.position : 0.0;
 }
 
-void timeLogarithms(QFile& device) {
+void timeLogarithms(const QString& fileName) {
+    QFile device(fileName);
     std::vector<double> pValues;
-    forEachRecord(device, [&](const Record& record) {
+    forEachRecord(device, [&](AssociationFile&, const Record& record) {
         pValues.push_back(toReal(record.pValue).value_or(1.0));
         return 0.0;
     });
-    tellTimed("logarithm", [&] {
+    timeTask("logarithm", [&] {
         return std::accumulate(pValues.begin(), pValues.end(), 0.0,
                                [](double sum, double p) { return sum - std::log10(p); });
     });
@@ -82,21 +81,22 @@ void timeReadingSteps(const QString& fileName) {
         };
     };
     LineFields fields;
-    tellTimed("read", withFile(readAlone));
-    tellTimed("blocks", withFile([](QFile& file) { return forEachPiece(file, sizeOf); }));
-    tellTimed("fields", withFile([&](QFile& file) {
-                  return forEachPiece(file, [&](std::string_view piece) {
-                      fields.find(piece, '\t');
-                      return sizeOf(piece);
-                  });
-              }));
-    tellTimed("lines", withFile([](QFile& file) {
-                  return forEachRecord(file, [](const Record& r) { return sizeOf(r.pValue); });
-              }));
-    tellTimed("numbers", withFile([](QFile& file) { return forEachRecord(file, numbersIn); }));
+    timeTask("read", withFile(readAlone));
+    timeTask("blocks", withFile([](QFile& file) { return forEachPiece(file, sizeOf); }));
+    timeTask("fields", withFile([&](QFile& file) {
+                 return forEachPiece(file, [&](std::string_view piece) {
+                     fields.find(piece, '\t');
+                     return sizeOf(piece);
+                 });
+             }));
+    timeTask("lines", withFile([](QFile& file) {
+                 return forEachRecord(
+                     file, [](AssociationFile&, const Record& r) { return sizeOf(r.pValue); });
+             }));
+    timeTask("numbers", withFile([](QFile& file) { return forEachRecord(file, numbersIn); }));
+    timeLogarithms(fileName);
     QFile file(fileName);
-    timeLogarithms(file);
-    const GenomeScan scan = timed("scan", [&] { return valueOf(quickScan(fileName)); });
+    const auto scan = std::get<GenomeScan>(timed("scan", [&] { return scanGenome(file); }));
     timed("geometry", [&] { return geometryOf(scan.points); });
-    timed("genome", [&] { return quickGenome(scan); });
+    timed("genome", [&] { return genomeImage(paintGenome, scan); });
 }

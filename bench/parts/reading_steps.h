@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Tells how long opening a file takes up to each of its steps, so that the differences are what the
-// steps cost: read, blocks, fields, lines, numbers, logarithm, scan, geometry, genome. The file is
-// tab-separated, and at fault nowhere.
+// Prints the time of each step of opening a file: read, blocks, fields, lines, numbers, logarithm,
+// scan, geometry, genome. From blocks to numbers each time includes the step before it, and scan
+// includes numbers and logarithm. The file has to be tab-separated and without faults.
 void timeReadingSteps(const QString& fileName);

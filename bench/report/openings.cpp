@@ -3,138 +3,83 @@
 #include "report/sections.h"
 #include "report/table.h"
 
-#include <algorithm>
-
 namespace {
 
-constexpr qint64 million = 1'000'000;
-constexpr qint64 barsFrom = 10 * million;     // lines: the size that the bars were set for
-constexpr qint64 plainWayUpTo = 10 * million; // lines: it takes so long and so much memory
+constexpr qint64 plainWayUpTo = 10'000'000; // lines: more would take minutes and gigabytes
 
 struct Opening {
     qint64 lines = 0;
-    Samples open, pick, countLines, plain;
-    double memory = 0.0, memoryBefore = 0.0; // bytes
+    Series window, wc, plain;
 };
 
 Opening measure(qint64 lines, int rounds) {
     const ScanFile file(plainLayout(), lines);
-    Opening opening;
-    opening.lines = lines;
-    for (int round = 0; round < rounds; ++round) {
-        const Told window = runWindow({file.path(), "pick-last"});
-        opening.open.add(window["open"]);
-        opening.pick.add(window["pick-last"]);
-        opening.memory = std::max(opening.memory, window["memory"]);
-        opening.memoryBefore = std::max(opening.memoryBefore, window["memory-before"]);
-        opening.countLines.add(secondsOf({"wc", "-l", file.path()}));
-        if (lines <= plainWayUpTo)
-            opening.plain.add(runParts({"plain-open", file.path()})["plain"]);
-    }
-    return opening;
+    QList<Run> runs{window({file.path(), "pick-last"}), command({"wc", "-l", file.path()})};
+    if (lines <= plainWayUpTo)
+        runs << parts({"plain-open", file.path()});
+    const QList<Series> measured = inTurns(rounds, runs);
+    return {lines, measured[0], measured[1], measured.value(2)};
 }
 
-QString toldLines(qint64 lines) {
-    return lines % million == 0 ? QStringLiteral("%1 million lines").arg(lines / million)
-                                : QStringLiteral("%1 lines").arg(lines);
+QList<Verdict> addOpening(const Bars& bars, const Opening& opening) {
+    const QString open = "open " + linesText(opening.lines);
+    const Timed wc{"`wc -l`", opening.wc["seconds"]};
+    QList<Verdict> verdicts;
+    if (!opening.plain.isEmpty())
+        verdicts << addRatio(bars["open-vs-plain"], open, opening.lines, opening.window["open"],
+                             {"plain reference", opening.plain["plain"]});
+    return verdicts << addRatio(bars["open-vs-wc"], open, opening.lines, opening.window["open"], wc)
+                    << addRatio(bars["pick-vs-wc"], open + ", pick the last chromosome",
+                                opening.lines, opening.window["pick-last"], wc)
+                    << addMemory(bars["open-memory"], open, opening.lines,
+                                 opening.window["memory"]);
 }
 
-QString verdictAt(qint64 lines, bool isMet) {
-    return lines < barsFrom ? QStringLiteral("(for 10 million)") : verdict(isMet);
+// In nanoseconds, without the seconds that the smallest file takes.
+double perLine(const Opening& opening, double smallest) {
+    return 1e9 * (opening.window["open"].median() - smallest) / static_cast<double>(opening.lines);
 }
 
-void addQuotient(const Opening& opening, const QString& what, const Samples& samples, double bar) {
-    const double quotient = samples.median() / opening.countLines.median();
-    Table::addRow({toldLines(opening.lines), what, told(samples),
-                   "`wc -l` " + told(opening.countLines), times(quotient),
-                   QStringLiteral("at most %1 x").arg(bar),
-                   verdictAt(opening.lines, quotient <= bar)});
-}
-
-void addOpening(const Opening& opening) {
-    constexpr double timesFaster = 25.0;
-    if (!opening.plain.isEmpty()) {
-        const double quotient = opening.plain.median() / opening.open.median();
-        Table::addRow({toldLines(opening.lines), "open", told(opening.open),
-                       "plain way " + told(opening.plain), times(quotient), "at least 25 x",
-                       verdictAt(opening.lines, quotient >= timesFaster)});
-    }
-    addQuotient(opening, "open", opening.open, 9.0);
-    addQuotient(opening, "pick of the last chromosome", opening.pick, 4.0);
-}
-
-void addMemory(const Opening& opening) {
-    const double bar = 28.0 * static_cast<double>(opening.lines) + 60e6;
-    Table::addRow({toldLines(opening.lines), toldBytes(opening.memory),
-                   toldBytes(opening.memoryBefore), toldBytes(bar),
-                   verdict(opening.memory <= bar)});
-}
-
-// Per line, in nanoseconds, less what any file takes.
-double perLine(const Opening& opening, double anyFile) {
-    return 1e9 * (opening.open.median() - anyFile) / static_cast<double>(opening.lines);
-}
-
-void addGrowth(const QString& what, const QList<Opening>& openings, double anyFile) {
+Verdict addGrowth(const Bar& bar, const QString& what, const QList<Opening>& openings,
+                  double smallest) {
     QStringList cells{what};
-    QList<double> all;
+    Samples all;
     for (const Opening& opening : openings) {
-        all.append(perLine(opening, anyFile));
-        cells.append(QString::number(all.last(), 'f', 1) + " ns");
+        all.add(perLine(opening, smallest));
+        cells << threeDigits(perLine(opening, smallest)) + " ns";
     }
-    const auto [least, most] = std::minmax_element(all.cbegin(), all.cend());
-    const double difference = *most / *least - 1.0;
-    const bool isJudged = openings.size() > 1 && openings.constFirst().lines >= million;
-    cells << QStringLiteral("%1 %").arg(100.0 * difference, 0, 'f', 0) << "at most 20 %"
-          << (isJudged ? verdict(difference <= 0.2) : QStringLiteral("(from 1 million)"));
-    Table::addRow(cells);
+    const bool isComparable = openings.size() > 1;
+    const Verdict verdict = bar.judge(what, all.maximum() / all.minimum() - 1.0,
+                                      isComparable ? openings.constFirst().lines : 0);
+    addRow(cells + verdict.cells());
+    return verdict;
 }
 
-// What every opening takes, however small the file; the dialog is closed before it starts.
-struct AnyFile {
-    Samples open, dialog;
-};
-
-AnyFile measureAnyFile(int rounds) {
+QList<Verdict> reportGrowth(const Bar& bar, const QList<Opening>& openings, int rounds) {
     const ScanFile file(plainLayout(), 46);
-    AnyFile any;
-    for (int round = 0; round < rounds; ++round) {
-        const Told window = runWindow({file.path()});
-        any.open.add(window["open"]);
-        any.dialog.add(window["dialog"]);
-    }
-    return any;
-}
-
-void reportGrowth(const QList<Opening>& openings, const AnyFile& anyFile) {
+    const Series smallest = inTurns(rounds, {window({file.path()})}).constFirst();
     QStringList titles{"open, time per line"};
     for (const Opening& opening : openings)
-        titles << toldLines(opening.lines);
-    const Table table(titles << "difference"
-                             << "bar"
-                             << "");
-    addGrowth("whole", openings, 0.0);
-    addGrowth("less a file of 46 lines: " + told(anyFile.open), openings, anyFile.open.median());
-    Table::addRow({"not counted: the file dialog closes, in " + told(anyFile.dialog)});
+        titles << linesText(opening.lines);
+    startTable(titles << verdictTitles.mid(3));
+    const QList<Verdict> verdicts{
+        addGrowth(bar, "whole", openings, 0.0),
+        addGrowth(bar, "less a file of 46 lines: " + secondsText(smallest["open"]), openings,
+                  smallest["open"].median())};
+    addRow({"closing the file dialog, not included above: " + secondsText(smallest["dialog"])});
+    addRow({"memory before opening: " + bytesText(smallest["memory-before"].maximum())});
+    return verdicts;
 }
 
 } // namespace
 
-void reportOpenings(const Extent& extent) {
-    const AnyFile anyFile = measureAnyFile(extent.rounds);
+QList<Verdict> reportOpenings(const Plan& plan) {
     QList<Opening> openings;
-    {
-        const Table table({"file", "what", "Pelmark", "compared with", "ratio", "bar", ""});
-        for (const qint64 lines : extent.sizes) {
-            openings.append(measure(lines, extent.rounds));
-            addOpening(openings.constLast());
-        }
+    QList<Verdict> verdicts;
+    startTable(verdictTitles);
+    for (const qint64 lines : plan.sizes) {
+        openings << measure(lines, plan.rounds);
+        verdicts << addOpening(plan.bars, openings.constLast());
     }
-    {
-        const Table table({"file", "peak memory after opening", "before opening",
-                           "bar: 28 bytes per point and 60 MB", ""});
-        for (const Opening& opening : openings)
-            addMemory(opening);
-    }
-    reportGrowth(openings, anyFile);
+    return verdicts << reportGrowth(plan.bars["open-growth"], openings, plan.rounds);
 }

@@ -3,75 +3,59 @@
 #include "report/sections.h"
 #include "report/table.h"
 
-#include <algorithm>
-
 namespace {
 
 struct Redraw {
-    const char* step;
+    const char* step; // of the window's driver
     const char* what;
-    const char* plainPlot; // the plot that the plain way is timed with
-    Samples samples = {};
+    const char* plainPlot = "dots"; // the reference's plot of the same kind
 };
 
-// In an order in which each step has nearly all points before or after it.
-QList<Redraw> redraws() {
-    return {{"zoom-wide", "zoom to nearly all points", "dots"},
-            {"unzoom", "unzoom", "dots"},
-            {"join", "check box 1: join", "joined"},
-            {"part", "check box 1: part", "dots"},
-            {"lines-off", "check box 2: no lines", "dots"},
-            {"lines-on", "check box 2: lines", "dots"},
-            {"zoom-narrow", "zoom to a few points", "dots"},
-            {"remove", "remove the few", "dots"}};
-}
+// In this order each step has nearly all points before or after it.
+constexpr Redraw redraws[] = {
+    {"zoom-wide", "zoom to nearly all points"}, {"unzoom", "unzoom"},
+    {"join", "check box 1: join", "joined"},    {"part", "check box 1: part"},
+    {"lines-off", "check box 2: no lines"},     {"lines-on", "check box 2: lines"},
+    {"zoom-narrow", "zoom to a few points"},    {"remove", "remove the few"}};
 
-QStringList windowArguments(const QString& path, const QList<Redraw>& all) {
+QStringList windowArguments(const QString& path) {
     QStringList arguments{path};
-    for (const Redraw& redraw : all)
-        arguments << QString::fromLatin1(redraw.step);
+    for (const Redraw& redraw : redraws)
+        arguments << redraw.step;
     return arguments;
 }
 
-void addRedraw(const Redraw& redraw, const Samples& plain) {
-    const double bar = std::max(0.016, plain.median() / 20.0);
-    Table::addRow({QString::fromLatin1(redraw.what), told(redraw.samples), told(plain),
-                   times(plain.median() / redraw.samples.median()), "at most " + toldSeconds(bar),
-                   verdict(redraw.samples.median() <= bar)});
-}
-
-void addSaving(const Samples& save, const Samples& stream) {
-    constexpr double timesFaster = 3.0;
-    const double quotient = stream.median() / save.median();
-    Table::addRow({"save a table of them", told(save), "text stream " + told(stream),
-                   times(quotient), "at least 3 x", verdict(quotient >= timesFaster)});
+// Either bar will do: the ratio, or a time below which no one notices the difference.
+Verdict addRedraw(const Bars& bars, const Redraw& redraw, const Samples& seconds,
+                  const Samples& plain, qint64 points) {
+    const Bar bar = bars["redraw-vs-plain"];
+    const Verdict ratio = bar.judge(redraw.what, bar.ratio(seconds, plain), points);
+    const Verdict verdict = ratio.met == false
+                                ? bars["redraw-time"].judge(redraw.what, seconds.median(), points)
+                                : ratio;
+    addRow(QStringList{redraw.what, secondsText(seconds), secondsText(plain)} + verdict.cells());
+    return verdict;
 }
 
 } // namespace
 
-void reportRedraws(const Extent& extent) {
-    const qint64 points = std::min<qint64>(extent.sizes.constLast(), 1'000'000);
+QList<Verdict> reportRedraws(const Plan& plan) {
+    const qint64 points = plan.upTo(1'000'000);
     ScanLayout layout = plainLayout();
     layout.name = "one_chromosome";
     layout.chromosomes = 1;
     const ScanFile file(layout, points);
-    QList<Redraw> all = redraws();
-    QMap<QString, Samples> plain;
-    Samples save, stream;
-    for (int round = 0; round < extent.rounds; ++round) {
-        const Told window = runWindow(windowArguments(file.path(), all));
-        for (Redraw& redraw : all)
-            redraw.samples.add(window[redraw.step]);
-        const Told parts = runParts({"plain-redraw", file.path(), "1"});
-        for (const char* plot : {"dots", "joined"})
-            plain[plot].add(parts[plot]);
-        const Told saved = runParts({"save", file.path(), "1", inWorkFolder(QString())});
-        save.add(saved["save"]);
-        stream.add(saved["stream"]);
-    }
-    const Table table({QStringLiteral("a chromosome of %1 points").arg(points), "Pelmark",
-                       "one painter call per point", "ratio", "bar", ""});
-    for (const Redraw& redraw : all)
-        addRedraw(redraw, plain[redraw.plainPlot]);
-    addSaving(save, stream);
+    const QList<Series> measured =
+        inTurns(plan.rounds,
+                {window(windowArguments(file.path())), parts({"plain-redraw", file.path(), "1"}),
+                 parts({"save", file.path(), "1", inWorkFolder("")})});
+    startTable(QStringList{QStringLiteral("a chromosome of %1 points").arg(points), "Pelmark",
+                           "one painter call per point"} +
+               verdictTitles.mid(3));
+    QList<Verdict> verdicts;
+    for (const Redraw& redraw : redraws)
+        verdicts << addRedraw(plan.bars, redraw, measured[0][redraw.step],
+                              measured[1][redraw.plainPlot], points);
+    return verdicts << addRatio(plan.bars["save-vs-stream"], "save a table of them", points,
+                                measured[2]["save"], {"text stream", measured[2]["stream"]});
 }

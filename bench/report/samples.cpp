@@ -1,49 +1,42 @@
 #include "report/samples.h"
 
+#include "report/programs.h"
+
+#include <QtMath>
 #include <algorithm>
 
-namespace {
+void Samples::add(double sample) {
+    m_sorted.insert(std::upper_bound(m_sorted.begin(), m_sorted.end(), sample), sample);
+}
 
-// Three digits that count, without an exponent.
+double Samples::quantile(double share) const {
+    if (m_sorted.isEmpty())
+        fail("nothing was measured");
+    const double place = share * static_cast<double>(m_sorted.size() - 1);
+    return (m_sorted[qFloor(place)] + m_sorted[qCeil(place)]) / 2;
+}
+
 QString threeDigits(double number) {
     return QString::number(number, 'f', number < 10 ? 2 : number < 100 ? 1 : 0);
 }
 
-} // namespace
-
-double Samples::minimum() const {
-    return *std::min_element(m_samples.begin(), m_samples.end());
-}
-
-double Samples::median() const {
-    QList<double> sorted = m_samples;
-    std::sort(sorted.begin(), sorted.end());
-    const qsizetype middle = sorted.size() / 2;
-    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
-}
-
-double Samples::spread() const {
-    const double largest = *std::max_element(m_samples.begin(), m_samples.end());
-    return (largest - minimum()) / median();
-}
-
-Samples Samples::each(double divisor) const {
-    Samples divided;
-    for (const double sample : m_samples)
-        divided.add(sample / divisor);
-    return divided;
-}
-
-QString toldSeconds(double seconds) {
+QString secondsText(double seconds) {
     return seconds < 1.0 ? threeDigits(seconds * 1e3) + " ms" : threeDigits(seconds) + " s";
 }
 
-QString told(const Samples& seconds) {
+QString secondsText(const Samples& seconds) {
+    const double spread = (seconds.maximum() - seconds.minimum()) / seconds.median();
     return QStringLiteral("%1 (%2, %3 %)")
-        .arg(toldSeconds(seconds.median()), toldSeconds(seconds.minimum()))
-        .arg(100.0 * seconds.spread(), 0, 'f', 0);
+        .arg(secondsText(seconds.median()), secondsText(seconds.minimum()))
+        .arg(100.0 * spread, 0, 'f', 0);
 }
 
-QString toldBytes(double bytes) {
+QString bytesText(double bytes) {
     return threeDigits(bytes * 1e-6) + " MB";
+}
+
+QString linesText(qint64 lines) {
+    constexpr qint64 million = 1'000'000;
+    return lines % million == 0 ? QStringLiteral("%1 million lines").arg(lines / million)
+                                : QStringLiteral("%1 lines").arg(lines);
 }

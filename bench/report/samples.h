@@ -3,24 +3,26 @@
 #include <QList>
 #include <QString>
 
-// What one thing took, measured several times.
+// Repeated measurements of one thing. The statistics throw where there are none.
 class Samples {
 public:
-    void add(double sample) { m_samples.append(sample); }
-    bool isEmpty() const { return m_samples.isEmpty(); }
+    void add(double sample);
 
-    double minimum() const;
-    double median() const;
-    double spread() const; // of the largest from the smallest, as a share of the median
-
-    Samples each(double divisor) const; // divided by it
+    double minimum() const { return quantile(0.0); }
+    double median() const { return quantile(0.5); }
+    double maximum() const { return quantile(1.0); }
 
 private:
-    QList<double> m_samples;
+    double quantile(double share) const;
+
+    QList<double> m_sorted;
 };
 
-// "545 ms (538, 3 %)": the median, the minimum and the spread.
-QString told(const Samples& seconds);
+// "545 ms (538 ms, 3 %)": the median, the minimum, and the spread from the minimum to the maximum
+// as a share of the median.
+QString secondsText(const Samples& seconds);
 
-QString toldSeconds(double seconds);
-QString toldBytes(double bytes);
+QString secondsText(double seconds);
+QString bytesText(double bytes);
+QString linesText(qint64 lines);    // "2 million lines"
+QString threeDigits(double number); // three significant digits, without an exponent

@@ -3,7 +3,6 @@
 #include "report/programs.h"
 
 #include <QFile>
-#include <cstdlib>
 #include <unistd.h>
 
 ScanFile::ScanFile(const ScanLayout& layout, qint64 markers)
@@ -12,10 +11,8 @@ ScanFile::ScanFile(const ScanLayout& layout, qint64 markers)
     constexpr quint64 seed = 1;
     QFile file(m_path);
     if (!file.open(QIODevice::WriteOnly) || !writeScan(file, layout, markers, seed) ||
-        !file.flush() || fsync(file.handle()) != 0) {
-        qCritical("cannot write %s", qPrintable(m_path));
-        std::exit(2);
-    }
+        !file.flush() || fsync(file.handle()) != 0)
+        fail("cannot write " + m_path);
     m_bytes = static_cast<double>(file.size());
 }
 

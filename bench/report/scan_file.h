@@ -4,11 +4,11 @@
 
 #include <QString>
 
-// A generated file in the work folder, there for as long as this lives. It is on the disk and in
-// the system's cache, so that nobody is timed who has to wait for the disk.
+// A generated file in the work folder, removed by the destructor. It has been flushed to the disk
+// and is still in the page cache, so that no measurement waits for the disk.
 class ScanFile {
 public:
-    ScanFile(const ScanLayout& layout, qint64 markers);
+    ScanFile(const ScanLayout& layout, qint64 markers); // throws where it cannot write
     ~ScanFile();
     Q_DISABLE_COPY_MOVE(ScanFile)
 

@@ -1,20 +1,25 @@
 #pragma once
 
+#include "report/bars.h"
+
 #include <QList>
-#include <QtGlobal>
+#include <algorithm>
 
-// The parts of the report. Each measures its programs in turns, so many rounds, and prints a table.
-
-struct Extent {
-    QList<qint64> sizes; // lines of the files to open, in ascending order
+struct Plan {
+    Bars bars;
+    QList<qint64> sizes; // lines of the files to open, ascending
     int rounds = 5;
+
+    qint64 upTo(qint64 lines) const { return std::min(sizes.constLast(), lines); }
 };
 
-void reportOpenings(const Extent& extent);
-void reportRedraws(const Extent& extent);
-void reportOddFiles(const Extent& extent);
-void reportSteps(const Extent& extent);
-void reportOthers(const Extent& extent);
+// The sections of the report. Each measures, prints its tables and returns its verdicts.
+QList<Verdict> reportOpenings(const Plan& plan);
+QList<Verdict> reportRedraws(const Plan& plan);
+QList<Verdict> reportOddFiles(const Plan& plan);
+QList<Verdict> reportSteps(const Plan& plan);
+QList<Verdict> reportOthers(const Plan& plan);
 
-// Whether the quick and the plain way give the same in all layouts.
-bool reportSameness(const Extent& extent);
+// Times nothing: reads, plots and saves every layout with the program's code and with the plain
+// reference, and ends the process with status 1 where the results differ.
+QList<Verdict> reportSameness(const Plan& plan);

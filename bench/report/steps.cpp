@@ -3,13 +3,11 @@
 #include "report/sections.h"
 #include "report/table.h"
 
-#include <algorithm>
-
 namespace {
 
 struct Step {
     const char* name;
-    const char* before; // the steps whose time this one's holds, parted by blanks
+    const char* included; // the steps whose time its own time includes, separated by spaces
     const char* what;
 };
 
@@ -17,7 +15,7 @@ constexpr Step steps[] = {
     {"read", "", "reading the bytes"},
     {"blocks", "read", "blocks of whole lines: encoding, carriage returns, the last line end"},
     {"fields", "blocks", "finding delimiters and line ends"},
-    {"lines", "fields", "going through lines, taking three fields"},
+    {"lines", "fields", "walking the lines, taking three fields"},
     {"numbers", "lines", "position and p-value"},
     {"logarithm", "", "logarithm"},
     {"scan", "numbers logarithm", "labels, lists, layout on the genome axis"},
@@ -26,40 +24,29 @@ constexpr Step steps[] = {
 };
 
 void addStep(const QString& what, double seconds, double whole, qint64 lines) {
-    Table::addRow({what, toldSeconds(seconds),
-                   QString::number(1e9 * seconds / static_cast<double>(lines), 'f', 1) + " ns",
-                   QStringLiteral("%1 %").arg(100.0 * seconds / whole, 0, 'f', 0)});
-}
-
-qint64 mainSize(const QList<qint64>& sizes) {
-    constexpr qint64 usual = 10'000'000;
-    return sizes.contains(usual) ? usual : sizes.constLast();
+    addRow({what, secondsText(seconds),
+            QString::number(1e9 * seconds / static_cast<double>(lines), 'f', 1) + " ns",
+            QStringLiteral("%1 %").arg(100.0 * seconds / whole, 0, 'f', 0)});
 }
 
 } // namespace
 
-void reportSteps(const Extent& extent) {
-    const qint64 lines = mainSize(extent.sizes);
+QList<Verdict> reportSteps(const Plan& plan) {
+    const qint64 lines = plan.upTo(10'000'000);
     const ScanFile file(plainLayout(), lines);
-    QMap<QString, Samples> samples;
-    for (int round = 0; round < extent.rounds; ++round) {
-        samples["open"].add(runWindow({file.path()})["open"]);
-        const Told parts = runParts({"steps", file.path()});
-        for (const Step& step : steps)
-            samples[step.name].add(parts[step.name]);
-    }
-    const double whole = samples["open"].median();
-    const Table table(
-        {QStringLiteral("opening %1 lines").arg(lines), "median", "per line", "share"});
+    const QList<Series> measured =
+        inTurns(plan.rounds, {window({file.path()}), parts({"steps", file.path()})});
+    const double whole = measured[0]["open"].median();
+    startTable({"open " + linesText(lines), "median", "per line", "share"});
     double rest = whole;
     for (const Step& step : steps) {
-        double seconds = samples[step.name].median();
-        for (const QString& before :
-             QString::fromLatin1(step.before).split(u' ', Qt::SkipEmptyParts))
-            seconds -= samples[before].median();
-        addStep(QString::fromLatin1(step.what), seconds, whole, lines);
+        double seconds = measured[1][step.name].median();
+        for (const QString& part : QString(step.included).split(u' ', Qt::SkipEmptyParts))
+            seconds -= measured[1][part].median();
+        addStep(step.what, seconds, whole, lines);
         rest -= seconds;
     }
-    addStep("the rest: window, picture on the window", rest, whole, lines);
+    addStep("the rest: window, showing the picture", rest, whole, lines);
     addStep("open", whole, whole, lines);
+    return {};
 }

@@ -2,32 +2,27 @@
 
 #include <cstdio>
 
-namespace {
-
-int missed = 0;
-
-} // namespace
-
-Table::Table(const QStringList& titles) {
+void startTable(const QStringList& titles) {
     std::puts("");
     addRow(titles);
-    addRow(QStringList(titles.size(), QStringLiteral("---")));
+    addRow(QStringList(titles.size(), "---"));
 }
 
-void Table::addRow(const QStringList& cells) {
-    std::printf("| %s |\n", qUtf8Printable(cells.join(QStringLiteral(" | "))));
+void addRow(const QStringList& cells) {
+    std::printf("| %s |\n", qUtf8Printable(cells.join(" | ")));
     std::fflush(stdout);
 }
 
-QString verdict(bool isMet) {
-    missed += isMet ? 0 : 1;
-    return isMet ? QStringLiteral("met") : QStringLiteral("**not met**");
+Verdict addRatio(const Bar& bar, const QString& what, qint64 lines, const Samples& seconds,
+                 const Timed& other) {
+    const Verdict verdict = bar.judge(what, bar.ratio(seconds, other.seconds), lines);
+    addRow(QStringList{what, secondsText(seconds), other.name + ' ' + secondsText(other.seconds)} +
+           verdict.cells());
+    return verdict;
 }
 
-int barsMissed() {
-    return missed;
-}
-
-QString times(double ratio) {
-    return QString::number(ratio, 'f', ratio < 20 ? 1 : 0) + " x";
+Verdict addMemory(const Bar& bar, const QString& what, qint64 lines, const Samples& bytes) {
+    const Verdict verdict = bar.judge(what + ": peak memory", bytes.maximum(), lines);
+    addRow(QStringList{verdict.what, bytesText(bytes.maximum()), ""} + verdict.cells());
+    return verdict;
 }

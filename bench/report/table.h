@@ -1,18 +1,21 @@
 #pragma once
 
-#include "report/samples.h"
+#include "report/bars.h"
 
 #include <QStringList>
 
-// A table in Markdown on standard output, row by row as they come.
-class Table {
-public:
-    explicit Table(const QStringList& titles);
-    static void addRow(const QStringList& cells);
+// Prints tables in Markdown to standard output, each row as soon as it is measured.
+void startTable(const QStringList& titles);
+void addRow(const QStringList& cells);
+
+// Rows of a table with these columns. Each adds one row and returns its verdict.
+const QStringList verdictTitles{"what", "Pelmark", "compared with", "measured", "bar", ""};
+
+struct Timed {
+    QString name;
+    Samples seconds;
 };
 
-// The cell for a bar that is met or not. What is not met is counted.
-QString verdict(bool isMet);
-int barsMissed();
-
-QString times(double ratio); // "7.1 x"
+Verdict addRatio(const Bar& bar, const QString& what, qint64 lines, const Samples& seconds,
+                 const Timed& other);
+Verdict addMemory(const Bar& bar, const QString& what, qint64 lines, const Samples& bytes);

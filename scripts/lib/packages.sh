@@ -1,6 +1,6 @@
-# Installs what is missing of the package groups in scripts/lib/packages. To be sourced.
+# Installs missing packages of the groups in scripts/lib/packages. To be sourced.
 
-# Names the packages of the given groups.
+# Prints the packages of the given groups.
 packagesOf() {
     local list group
     list="$(dirname "${BASH_SOURCE[0]}")/packages"
@@ -28,7 +28,7 @@ aptInstall() {
 installPackages() {
     local package missing=()
     if ! command -v dpkg-query >/dev/null; then
-        echo "This is no Debian: please see yourself that these or their like are installed:" \
+        echo "This is not Debian: please install these packages or their equivalents yourself:" \
             $(packagesOf "$@") >&2
         return
     fi
@@ -41,6 +41,6 @@ installPackages() {
         return 1
     fi
     echo "Installing: ${missing[*]}"
-    # A machine that knows these packages already need not ask for the lists again.
+    # Update the package lists only if the installation fails without it.
     aptInstall "${missing[@]}" || { asRoot apt-get update --quiet && aptInstall "${missing[@]}"; }
 }

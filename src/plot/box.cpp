@@ -5,8 +5,7 @@
 
 namespace {
 
-// In place, where nobody shares the points. Whether one passes can't be foreseen: each is moved to
-// the end of those that did, and the next one over it if it did not.
+// Branch-free: copies every point, and advances only past those kept.
 template <typename Test>
 Points pointsThat(Test pass, Points points) {
     int* const positions = points.positions.data();
@@ -57,12 +56,11 @@ Points pointsOutside(Points points, const DataBox& box) {
                       std::move(points));
 }
 
-std::optional<int> chromosomeAt(int position, const QVector<int>& startValue,
-                                const QVector<int>& endValue) {
-    if (startValue.isEmpty())
+std::optional<int> chromosomeAt(int position, const QList<Chromosome>& chromosomes) {
+    if (chromosomes.isEmpty())
         return std::nullopt;
-    for (int i = 0; i < startValue.size(); ++i)
-        if (startValue[i] <= position && position <= endValue[i])
-            return i;
-    return 0;
+    const auto found = std::find_if(chromosomes.begin(), chromosomes.end(), [&](const auto& each) {
+        return each.startValue <= position && position <= each.endValue;
+    });
+    return found == chromosomes.end() ? 0 : static_cast<int>(found - chromosomes.begin());
 }

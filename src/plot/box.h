@@ -1,14 +1,15 @@
 #pragma once
 
+#include "chromosome.h"
 #include "plot_geometry.h"
 #include "points.h"
 
+#include <QList>
 #include <QPoint>
 #include <QSize>
-#include <QVector>
 #include <optional>
 
-// The box that a user draws over a plot, and the points it means.
+// The box that a user draws over a plot, and the points that it selects.
 
 // Two corners of a box in pixels; after within(), the top left and the bottom right one.
 struct PixelBox {
@@ -21,7 +22,7 @@ struct PixelBox {
     bool hasArea() const { return start.x() != end.x() && start.y() != end.y(); }
 };
 
-// A rectangle of the data; all its edges belong to it. No value that is not a number lies in it.
+// A rectangle of the data; all its edges belong to it. It holds no value that is not a number.
 struct DataBox {
     int minX = 0; // position
     int maxX = 0;
@@ -35,12 +36,11 @@ struct DataBox {
 
 DataBox dataBox(const PixelBox& box, const PlotGeometry& geometry);
 
-// The points inside the box, or those outside of it, in their order. Points handed over, which
-// nobody shares, are picked out in place.
+// The points inside the box, or those outside it, in their order. Points that are moved in and not
+// shared are filtered in place.
 Points pointsInside(Points points, const DataBox& box);
 Points pointsOutside(Points points, const DataBox& box);
 
-// The first chromosome whose range holds the genome coordinate, both ends included; index-aligned
-// lists. The first of all where none does; nothing where there are no chromosomes.
-std::optional<int> chromosomeAt(int position, const QVector<int>& startValue,
-                                const QVector<int>& endValue);
+// The place in the list of the first chromosome whose range holds the genome coordinate, both ends
+// included. The first of all where none does; nothing where there are no chromosomes.
+std::optional<int> chromosomeAt(int position, const QList<Chromosome>& chromosomes);

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int titleHeight = 20;
+constexpr int linePenWidth = 2;
 
 struct ReferenceLevel {
     double level; // -log10 p
@@ -18,7 +19,15 @@ constexpr ReferenceLevel referenceLevels[] = {
     {3.0, "3", QColor(230, 230, 230)},
 };
 
-// Most levels lie outside of the view, some unimaginably far: their line and label show nothing.
+// As the painter's own pen, but for its width.
+QPen dotPen(int width) {
+    QPen pen;
+    pen.setWidth(width);
+    return pen;
+}
+
+// Most levels lie outside the view, some at the limits of an int: their line and label show
+// nothing.
 bool isNearImage(int y, const PlotGeometry& geometry) {
     constexpr int highestLabel = 200; // pixels
     return y >= 0 && y <= geometry.height + highestLabel;
@@ -36,18 +45,21 @@ QFont plotFont(int pointSize) {
     return QFont(QStringLiteral("Calibri"), pointSize, QFont::Normal, false);
 }
 
-Canvas::Canvas(QImage& image, int penWidth) : m_painter(&image), m_pen(m_painter.pen()) {
-    setPenWidth(penWidth);
-}
-
-void Canvas::setPenWidth(int width) {
-    m_pen.setWidth(width);
+Canvas::Canvas(QImage& image, int dotWidth)
+    : m_dots(image, dotPen(dotWidth)), m_painter(&image), m_pen(m_painter.pen()),
+      m_line(m_painter, dotWidth) {
+    m_pen.setWidth(linePenWidth);
     m_painter.setPen(m_pen);
 }
 
 void Canvas::setColor(const QColor& color) {
     m_pen.setColor(color);
-    m_painter.setPen(m_pen);
+    painter().setPen(m_pen);
+}
+
+void Canvas::settle() {
+    m_dots.flush();
+    m_line.finish();
 }
 
 void paintReferenceLines(Canvas& canvas, const PlotGeometry& geometry) {

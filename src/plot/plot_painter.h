@@ -1,16 +1,15 @@
 #pragma once
 
+#include "chromosome.h"
 #include "plot_geometry.h"
 #include "plot_texts.h"
 
 #include <QImage>
-#include <QStringList>
-#include <QVector>
+#include <QList>
 #include <span>
 
-// Both plots are painted with the painter's default hints, so without antialiasing, on white; an
-// image without size is null. A point whose value is not a number is left out. The geometry is that
-// of the points painted.
+// Both plots are painted on white and without antialiasing. An image without size is null. A point
+// whose value is not a number is left out. The geometry is that of the points painted.
 
 // The points to paint; both spans have the same length.
 struct PlotPoints {
@@ -20,11 +19,7 @@ struct PlotPoints {
 
 struct GenomePlot {
     QString title;
-    // Index-aligned: the chromosomes' labels, where each starts on the genome axis, and the red
-    // component of its colour. At least one.
-    QStringList tags;
-    QVector<int> startValue;
-    QVector<int> colorValue;
+    QList<Chromosome> chromosomes; // at least one
     bool referenceLines = false;
 };
 

@@ -55,7 +55,7 @@ void DotStamp::put(std::span<const int> x, std::span<const int> y, QRgb color) {
             putAtEdge(x[i], y[i]);
             continue;
         }
-        // Whether a place is taken can't be foreseen: it is better calculated with than asked.
+        // Branch-free: writes every dot, and advances only past those in a new place.
         bool& isTaken = m_isTaken[placeOf(x[i], y[i])];
         m_collected[count] = {x[i], y[i]};
         count += isTaken ? 0 : 1;
@@ -92,6 +92,11 @@ void SegmentPath::lift() {
     m_isDown = false;
 }
 
+void SegmentPath::finish() {
+    lift();
+    m_penColor.reset();
+}
+
 void SegmentPath::start(QPoint to, QRgb color) {
     drawColumn();
     const QPoint from = std::exchange(m_at, to);
@@ -112,6 +117,7 @@ void SegmentPath::drawColumn() {
 void SegmentPath::draw(QPoint from, QPoint to, QRgb color) {
     if (m_penColor != color) {
         QPen pen = m_painter.pen();
+        pen.setWidth(m_penWidth);
         pen.setColor(QColor::fromRgb(color));
         m_painter.setPen(pen);
         m_penColor = color;

@@ -14,12 +14,12 @@
 
 class QPainter;
 
-// The quick way to put very many equal dots on an image. The painter draws one dot, and where its
-// pixels are is then true of every dot of that pen: so the image is, pixel by pixel, the one that
-// the painter's drawPoint() would have made.
+// Puts very many equal dots on an image. The painter draws one sample dot, and its pixels are then
+// copied for every other dot of that pen, so the image equals what the painter's drawPoint() makes,
+// pixel by pixel.
 //
-// Dots of one colour may be drawn in any order, and two in one place as one. So they are collected
-// until there are enough, or one of another colour comes.
+// Dots of one colour are collected, and drawn in any order with two in one place drawn once: when
+// there are enough, when one of another colour comes, and at flush().
 class DotStamp {
 public:
     // For an image in RGB32 that is not shared, and outlives this; a painter may be active on it.
@@ -27,12 +27,11 @@ public:
     DotStamp(QImage& image, const QPen& pen);
 
     // Puts a dot at each x and y; the spans have the same length, at most mostAtOnce. Any
-    // coordinates: what falls outside of the image is not drawn.
+    // coordinates: what falls outside the image is not drawn.
     void put(std::span<const int> x, std::span<const int> y, QRgb color);
     static constexpr size_t mostAtOnce = 256;
 
-    // Draws what was collected. To be called before anything else is drawn on the image, and at the
-    // end.
+    // Draws what was collected.
     void flush();
 
 private:
@@ -69,13 +68,12 @@ private:
     int m_reach = 0; // no pixel of the dot is farther from its coordinates, to either side
 };
 
-// Draws segments of a path in order. Those that follow each other up and down one column of pixels,
-// in one colour, are drawn as the one segment that covers them: of a path of a million points
-// across a thousand columns nearly all are such. The pixels are the same.
+// Draws segments of a path in order. Consecutive segments up and down one column of pixels in one
+// colour are drawn as the one segment that covers them, with the same pixels: of a path of a
+// million points across a thousand columns nearly all are such.
 class SegmentPath {
 public:
-    // The painter is to be drawn with by nothing else until the path is finished.
-    explicit SegmentPath(QPainter& painter) : m_painter(painter) {}
+    SegmentPath(QPainter& painter, int penWidth) : m_painter(painter), m_penWidth(penWidth) {}
 
     // Draws a segment from where the path is, if it is anywhere.
     void goTo(QPoint to, QRgb color) {
@@ -88,9 +86,11 @@ public:
         }
     }
 
-    // The path is nowhere, until it goes on.
+    // The path is nowhere until it goes on.
     void lift();
-    void finish() { lift(); }
+
+    // Lifts the path. The painter may be used by others until the path goes on.
+    void finish();
 
 private:
     // Far enough outside of any screen to draw nothing, near enough for the painter's own
@@ -104,7 +104,8 @@ private:
     void draw(QPoint from, QPoint to, QRgb color);
 
     QPainter& m_painter;
-    std::optional<QRgb> m_penColor;
+    int m_penWidth;
+    std::optional<QRgb> m_penColor; // of the painter's pen, where the path has set it
     bool m_isDown = false;
     QPoint m_at;             // where the path is, if it is down
     bool m_isColumn = false; // segments in one column were seen, but not drawn yet:

@@ -1,57 +1,73 @@
 #pragma once
 
 #include "fault.h"
+#include "layout.h"
 #include "line_fields.h"
 #include "text_blocks.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
 class QIODevice;
 
-// The texts of one data line's three used columns, in UTF-8; valid until the next line is read.
+// The texts of one data line's three columns, in UTF-8; valid until the next line is read.
 struct Record {
     std::string_view chromosome;
     std::string_view position;
     std::string_view pValue;
 };
 
+// What a line whose p-value counts says of its marker.
+struct Marker {
+    int position = 0; // base pairs, as in the file
+    double pValue = 0.0;
+};
+
+// How an association file is read.
+struct ReadOptions {
+    LayoutRule layout = windowLayout;
+    qsizetype blockSize = TextBlocks::defaultBlockSize; // bytes
+    std::function<void()> atData = [] {}; // called once, before the first data line is read
+};
+
 // A delimited text file of association results, read once from its start.
 //
-// The first line decides all: a tab in it, else a blank, else a comma is the delimiter; a field in
-// it that is no number makes it a header, in which the columns are found by their titles. Without a
-// header the columns are chromosome, position, p-value. Fields are neither trimmed nor unquoted,
-// and empty lines do not count. Text is in the system's encoding unless a byte-order mark says
-// otherwise. A file that stops being readable half-way is at fault: it never passes for a shorter
-// one.
+// Fields are neither trimmed nor unquoted, and empty lines do not count. Text is in the system's
+// encoding unless a byte-order mark says otherwise. A read error partway is a fault, so that no
+// file passes for a shorter one.
 class AssociationFile {
 public:
-    // The device is opened by open(), as a binary file, and has to outlive this.
-    explicit AssociationFile(QIODevice& device, qsizetype blockSize = TextBlocks::defaultBlockSize);
+    // The device must be closed, and must outlive this.
+    AssociationFile(QIODevice& device, const ReadOptions& options);
 
-    // Opens the file and reads as far as the first data line. Called once, before all else.
-    std::optional<Fault> open();
+    // Opens the file and finds its layout. False at a fault. Called once, before all else.
+    bool open();
 
-    // Reads the next line that is not empty. False at the end and at a fault, which fault() tells.
+    // Reads the next line that is not empty. False at the end, and after a fault.
     bool next(Record& record) {
-        while (nextLine()) {
+        while (!m_fault && nextLine()) {
             if (m_lines.isEmptyLine())
                 continue;
             if (m_lines.fieldCount() < m_columnsNeeded) {
-                m_fault = Fault::IncorrectColumns;
+                reportShortLine();
                 return false;
             }
-            record = {m_lines.field(m_chromosomeColumn), m_lines.field(m_positionColumn),
-                      m_lines.field(m_pValueColumn)};
+            record = {m_lines.field(m_layout.chromosome.index),
+                      m_lines.field(m_layout.position.index), m_lines.field(m_layout.pValue.index)};
             return true;
         }
         return false;
     }
-    std::optional<Fault> fault() const { return m_fault; }
+
+    // Reads the marker of the line that next() read. False where the line is skipped, since its
+    // p-value is "NA" or exactly 0, and at a fault. The p-value is read before the position. Qt's
+    // own conversion decides what a number is.
+    bool readMarker(const Record& record, Marker& marker);
+
+    const std::optional<Fault>& fault() const { return m_fault; }
 
 private:
-    std::optional<Fault> readFirstLine();
-    std::optional<Fault> findColumns();
     bool nextPiece();
     bool nextLine() {
         while (!m_lines.nextLine())
@@ -59,14 +75,16 @@ private:
                 return false;
         return true;
     }
+    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
+    void report(FaultCode code, const QString& column = {}, std::string_view text = {});
+    void reportShortLine();
 
     QIODevice& m_device;
+    LayoutRule m_rule;
     TextBlocks m_blocks;
     LineFields m_lines;
-    char m_delimiter = '\0';
-    size_t m_chromosomeColumn = 0;
-    size_t m_positionColumn = 1;
-    size_t m_pValueColumn = 2;
-    size_t m_columnsNeeded = 3;
+    qint64 m_linesBefore = 0; // in the pieces before this one
+    Layout m_layout;
+    size_t m_columnsNeeded = 0;
     std::optional<Fault> m_fault;
 };

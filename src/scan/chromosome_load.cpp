@@ -1,11 +1,13 @@
 #include "chromosome_load.h"
 
-#include "association_file.h"
-#include "marker.h"
 #include "point_collector.h"
 #include "utf8.h"
 
-Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
+Result<Points> loadChromosome(QIODevice& device, const QString& label, const ReadOptions& options) {
+    AssociationFile file(device, options);
+    if (!file.open())
+        return *file.fault();
+    options.atData();
     QByteArray labelBytes;
     appendUtf8(label, labelBytes);
     const std::string_view wanted(labelBytes.constData(), static_cast<size_t>(labelBytes.size()));
@@ -21,16 +23,12 @@ Result<Points> loadChromosome(AssociationFile& file, const QString& label) {
             continue;
         }
         inRun = true;
-        const MarkerResult result = readMarker(record, marker);
-        if (const std::optional<Fault> fault = faultOf(result))
-            return *fault;
-        if (result == MarkerResult::Skipped)
-            continue;
-        points.append(marker.position, marker.pValue);
+        if (file.readMarker(record, marker))
+            points.append(marker.position, marker.pValue);
     }
     if (file.fault())
         return *file.fault();
     if (points.size() < 2)
-        return Fault::TooFewChromosomePoints;
+        return Fault{FaultCode::TooFewChromosomePoints, 0, {}, label};
     return points.take();
 }

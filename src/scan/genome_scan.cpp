@@ -1,10 +1,8 @@
 #include "genome_scan.h"
 
-#include "association_file.h"
-#include "marker.h"
+#include "int_arithmetic.h"
 #include "point_collector.h"
 #include "utf8.h"
-#include "int_arithmetic.h"
 
 #include <algorithm>
 #include <string>
@@ -13,69 +11,56 @@ namespace {
 
 constexpr int basePairsPerUnit = 100;
 
-// The chromosomes met, index-aligned.
-struct Chromosomes {
-    QStringList tags;
-    QList<qsizetype> firstPoints; // places in the point list
-};
-
-// Reads all points and lays their chromosomes end to end on the genome axis: every point keeps its
-// distance from the first point of its chromosome, which lies one unit behind the last point of the
-// chromosome before.
-std::optional<Fault> readPoints(AssociationFile& file, PointCollector& points,
-                                Chromosomes& chromosomes) {
+// Reads all points. Every point keeps its distance from the first point of its chromosome, which
+// lies one unit after the last point of the chromosome before.
+void readPoints(AssociationFile& file, PointCollector& points, QList<Chromosome>& chromosomes) {
     Record record;
     Marker marker;
     std::string label; // UTF-8
     int coordinate = 0, shift = 0;
     while (file.next(record)) {
-        if (const MarkerResult result = readMarker(record, marker); result != MarkerResult::Kept) {
-            if (const std::optional<Fault> fault = faultOf(result))
-                return fault;
+        if (!file.readMarker(record, marker))
             continue;
-        }
         const int position = marker.position / basePairsPerUnit;
         if (points.size() == 0 || label != record.chromosome) {
             label = record.chromosome;
-            chromosomes.tags.append(fromUtf8(label));
-            chromosomes.firstPoints.append(points.size());
+            chromosomes.append({.label = fromUtf8(label), .firstPoint = points.size()});
             shift = wrappedSum(wrappedDifference(coordinate, position), 1);
         }
         coordinate = wrappedSum(position, shift);
         points.append(coordinate, marker.pValue);
     }
-    return file.fault();
 }
 
-ChromosomeIndex indexOf(const Chromosomes& chromosomes, const QList<int>& positions) {
-    const QList<qsizetype>& firstPoints = chromosomes.firstPoints;
-    ChromosomeIndex index;
-    index.tags = chromosomes.tags;
-    for (qsizetype c = 0; c < firstPoints.size(); ++c) {
-        const bool isFirst = c == 0, isLast = c + 1 == firstPoints.size();
-        const qsizetype start = isFirst ? 0 : firstPoints[c] + 1;
-        const qsizetype end = isLast ? positions.size() - 1 : firstPoints[c + 1];
-        index.startIndex.append(static_cast<int>(start));
-        index.endIndex.append(static_cast<int>(end));
+void setBounds(QList<Chromosome>& chromosomes, const QList<int>& coordinates) {
+    const qsizetype lastPoint = coordinates.size() - 1, last = chromosomes.size() - 1;
+    for (qsizetype c = 0; c <= last; ++c) {
+        Chromosome& chromosome = chromosomes[c];
+        const qsizetype start = c == 0 ? 0 : chromosome.firstPoint + 1;
+        const qsizetype end = c == last ? lastPoint : chromosomes[c + 1].firstPoint;
+        chromosome.startIndex = static_cast<int>(start);
+        chromosome.endIndex = static_cast<int>(end);
         // A last chromosome of one point has no second point to start at: it starts at that one.
-        index.startValue.append(positions[std::min(start, positions.size() - 1)]);
-        index.endValue.append(positions[end]);
-        index.colorValue.append(c % 2 == 0 ? 255 : 50);
+        chromosome.startValue = coordinates[std::min(start, lastPoint)];
+        chromosome.endValue = coordinates[end];
     }
-    return index;
 }
 
 } // namespace
 
-Result<GenomeScan> scanGenome(AssociationFile& file) {
+Result<GenomeScan> scanGenome(QIODevice& device, const ReadOptions& options) {
+    AssociationFile file(device, options);
+    if (!file.open())
+        return *file.fault();
+    options.atData();
     PointCollector points;
-    Chromosomes chromosomes;
-    if (const std::optional<Fault> fault = readPoints(file, points, chromosomes))
-        return *fault;
-    if (points.size() < 2)
-        return Fault::TooFewGenomePoints;
     GenomeScan scan;
+    readPoints(file, points, scan.chromosomes);
+    if (file.fault())
+        return *file.fault();
+    if (points.size() < 2)
+        return Fault{FaultCode::TooFewGenomePoints};
     scan.points = points.take();
-    scan.chromosomes = indexOf(chromosomes, scan.points.positions);
+    setBounds(scan.chromosomes, scan.points.positions);
     return scan;
 }

@@ -1,4 +1,4 @@
-// This file is compiled once for each kind of vectors that a machine may have.
+// Highway compiles this file once for each vector instruction set and picks the best at run time.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "field_ends.cpp"
 #include <hwy/foreach_target.h>
@@ -15,7 +15,7 @@ namespace HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// A bit for each byte of a block, the first byte's bit the lowest.
+// One bit per byte of a block; the lowest stands for the first byte.
 struct Marks {
     uint64_t fieldEnds = 0; // the byte is the delimiter or a line feed
     uint64_t lineEnds = 0;  // the byte is a line feed
@@ -43,8 +43,8 @@ HWY_INLINE Marks marksOf(const uint8_t* block, uint8_t delimiter) {
     return marks;
 }
 
-// Most blocks hold one line end or none, but several field ends. Writing four at a time, the last
-// of them perhaps for nothing, spares the processor most of its wrong guesses at where to stop.
+// Writes field ends four at a time, past the last one if need be: that mispredicts the end of the
+// loop far less often than one at a time.
 HWY_INLINE void listMarks(const Marks& marks, size_t block, FieldEnds& ends) {
     for (uint64_t rest = marks.lineEnds; rest != 0; rest &= rest - 1) {
         const uint64_t upToLineEnd = rest ^ (rest - 1);

@@ -2,18 +2,18 @@
 
 #include <cstddef>
 
-// Where the fields and the lines of a stretch of text end.
+// Where the fields and the lines of a text end.
 struct FieldEnds {
-    size_t* fields; // receives the offset of each delimiter and line feed
-    size_t* lines;  // receives, for each line feed, the number of fields up to it
+    size_t* fields; // offset of each delimiter and line feed
+    size_t* lines;  // for each line feed, the number of fields up to it
     size_t fieldCount = 0;
     size_t lineCount = 0;
 };
 
-// What findFieldEnds() looks at in one go, and how far beyond what it counts it may write.
+// Bytes that findFieldEnds() handles at a time.
 constexpr size_t fieldBlockSize = 64;
 
-// Appends the ends in text[from, to) to `ends`. `from` is a multiple of fieldBlockSize; the last
-// block is read whole, whatever it holds behind `to`. Each array needs room for to - from more
-// entries and another fieldBlockSize. Uses the machine's widest vectors.
+// Appends the ends in text[from, to) to `ends`. `from` must be a multiple of fieldBlockSize. The
+// last block is read in full, past `to`. Each array must have room for to - from + fieldBlockSize
+// more entries; those past the new count are overwritten.
 void findFieldEnds(const char* text, size_t from, size_t to, char delimiter, FieldEnds& ends);

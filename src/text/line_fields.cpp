@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-// The lists grow with the fields found, not with the bytes looked at: a line may have gigabytes.
+// Works in stretches so that the lists grow with the fields found, not with the bytes searched: a
+// line may have gigabytes.
 void LineFields::find(std::string_view text, char delimiter) {
     constexpr auto beforeText = static_cast<size_t>(-1);
     constexpr size_t stretch = 64 * fieldBlockSize;

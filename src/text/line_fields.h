@@ -4,15 +4,15 @@
 #include <cstddef>
 #include <string_view>
 
-// Finds where the fields of all lines of a text end, in one pass over its bytes.
+// Splits a piece of text into lines and fields, then steps through its lines.
 class LineFields {
 public:
-    // The text holds whole lines, each ended by a line feed but perhaps the last, and is followed
-    // by TextBlocks::padding bytes that may be read. It has to stay where it is until the last
-    // field is taken.
+    // Splits a new piece and goes before its first line. Each line ends with a line feed, except
+    // perhaps the last. TextBlocks::padding bytes after the text must be readable. Only pointers
+    // into the text are kept: it must outlive the fields.
     void find(std::string_view text, char delimiter);
 
-    // Goes on to the next line. False behind the last one.
+    // Goes to the next line. False after the last one.
     bool nextLine() {
         if (m_line == m_lineCount)
             return false;
@@ -21,10 +21,14 @@ public:
         return true;
     }
 
-    // Goes back to before the first line.
+    // Goes back before the first line.
     void rewind() { m_line = m_lineStart = m_lineEnd = 0; }
 
-    // Of the line that nextLine() came to: an empty one has one field, which is empty.
+    // The lines in the piece, and the current line's number from 1; 0 before the first line.
+    size_t lineCount() const { return m_lineCount; }
+    size_t lineInPiece() const { return m_line; }
+
+    // The current line's fields. An empty line has one field, which is empty.
     size_t fieldCount() const { return m_lineEnd - m_lineStart; }
     bool isEmptyLine() const { return fieldCount() == 1 && field(0).empty(); }
 
@@ -34,16 +38,21 @@ public:
         return {m_text + start, *end - start};
     }
 
+    // The whole line, without its line feed.
+    std::string_view text() const {
+        const size_t start = m_fieldEnds.constData()[m_lineStart] + 1;
+        return {m_text + start, m_fieldEnds.constData()[m_lineEnd] - start};
+    }
+
 private:
     static size_t* roomFor(size_t count, QList<size_t>& list);
 
     const char* m_text = nullptr;
-    // Offset of the delimiter or line feed behind each field, as if there were one before the text
-    // too: all the others stand one place late.
-    QList<size_t> m_fieldEnds;
-    QList<size_t> m_lineEnds; // for each line, the number of fields up to its end
-    size_t m_lineCount = 0;   // both lists are longer than what counts in them
-    size_t m_line = 0;        // the next line
-    size_t m_lineStart = 0;   // the number of fields before this line, and up to its end
-    size_t m_lineEnd = 0;
+    // Both lists keep the size of the largest piece so far; only their first entries are in use.
+    QList<size_t> m_fieldEnds; // [0] is -1, then the offset of the byte that ends each field
+    QList<size_t> m_lineEnds;  // for each line, the number of fields up to its end
+    size_t m_lineCount = 0;
+    size_t m_line = 0;      // lines passed, including the current one
+    size_t m_lineStart = 0; // the number of fields before the current line
+    size_t m_lineEnd = 0;   // and up to its end
 };

@@ -1,7 +1,5 @@
 #include "number_text.h"
 
-#include "powers_of_ten.h"
-
 #include <QByteArray>
 #include <algorithm>
 #include <charconv>
@@ -10,6 +8,10 @@
 
 namespace {
 
+// Every power of ten that a double holds exactly.
+constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int lowestSixDigits = 100'000;
 constexpr int highestSixDigits = 999'999;
 
@@ -17,14 +19,15 @@ constexpr int highestSixDigits = 999'999;
 struct SixDigits {
     bool isPlain = false;
     int digits = 0;   // six of them
-    int exponent = 0; // of ten, that the first digit is to be multiplied by
+    int exponent = 0; // power of ten of the first digit
 };
 
-// Multiplied by a power of ten, a number gets six digits before the point and an error of less than
-// 10^-9. So it is plain which way to round, unless the rest behind the point is about a half.
-// Numbers from 10^-17 to a million are plain: nearly all that are written.
+// Scales the number by a power of ten until six digits stand before the point. The product is off
+// by less than 10^-9, so it rounds as the exact value would unless its fraction is close to a half;
+// then the number is not plain. Nearly all numbers written are plain: they lie between 10^-17 and a
+// million.
 SixDigits sixDigits(double number) {
-    constexpr double about = 1e-9;
+    constexpr double largestError = 1e-9;
     int power = 0;
     double scaled = number;
     while (scaled < lowestSixDigits && power + 1 < std::ssize(powersOfTen))
@@ -33,7 +36,7 @@ SixDigits sixDigits(double number) {
         return {};
     const int digits = static_cast<int>(scaled);
     const double rest = scaled - digits;
-    return {std::abs(rest - 0.5) > about, digits + (rest > 0.5 ? 1 : 0), 5 - power};
+    return {std::abs(rest - 0.5) > largestError, digits + (rest > 0.5 ? 1 : 0), 5 - power};
 }
 
 char* writeFixed(const char* digits, const char* end, int exponent, char* at) {

@@ -8,7 +8,8 @@
 
 namespace {
 
-// The text stream reads and decodes this many bytes at a time.
+// QTextStream decodes this many bytes at a time. Invalid bytes can decode differently in other
+// steps.
 constexpr qsizetype decodingStep = 16 * 1024;
 constexpr qsizetype longestByteOrderMark = 4;
 
@@ -16,7 +17,7 @@ bool isWide(QStringConverter::Encoding encoding) {
     return encoding != QStringConverter::Utf8 && encoding != QStringConverter::System;
 }
 
-// Asked of every byte of a file: a loop that compilers turn into vector code.
+// Every byte of a file passes through this loop; compilers vectorize it.
 bool isAscii(QByteArrayView bytes) {
     unsigned char all = 0;
     for (const char byte : bytes)
@@ -39,8 +40,8 @@ TextBlocks::TextBlocks(QIODevice& device, qsizetype blockSize)
     : m_device(device), m_blockSize(blockSize) {}
 
 bool TextBlocks::next() {
-    // The start of the line that the last piece stopped before moves to the front. Where that line
-    // goes on and on, the blocks grow with it, so that no byte is moved more than a few times.
+    // The unfinished line moves to the front. Blocks grow with it, so that a long line is read in
+    // linear time.
     m_textSize -= m_pieceSize;
     std::memmove(m_text.data(), m_text.constData() + m_pieceSize, static_cast<size_t>(m_textSize));
     m_pieceSize = 0;
@@ -51,7 +52,7 @@ bool TextBlocks::next() {
     return m_pieceSize > 0;
 }
 
-// Reads a block and looks for the last line end in it. False at the end.
+// Reads a block and ends the piece after its last line feed, if it has one. False at the end.
 bool TextBlocks::readBlock(qsizetype size) {
     m_text.resize(m_textSize);
     const bool isFirst = m_bytesRead == 0;
@@ -71,7 +72,7 @@ bool TextBlocks::readBlock(qsizetype size) {
     return true;
 }
 
-// Appends up to `size` bytes as they are, fewer only at the end. False when there was not one.
+// Appends `size` raw bytes, fewer only at the end. False if there were none.
 bool TextBlocks::readBytes(qsizetype size) {
     const qsizetype start = m_text.size();
     m_text.resize(start + size);
@@ -108,15 +109,15 @@ void TextBlocks::dropCarriageReturns() {
     m_text.resize(to - m_text.data());
 }
 
-// Decodes the block, which is first read on to the end of a decoding step, and so the step whose
-// start may have passed as plain text before it.
+// Decodes the block, first extended to the end of a decoding step. ASCII from the start of its
+// first step may already have been taken as it is.
 void TextBlocks::decodeBlock() {
     readBytes(toNextStep(m_bytesRead));
     const QByteArray block = m_text.sliced(m_textSize);
     m_text.resize(m_textSize);
     const qint64 start = m_bytesRead - block.size();
-    // The decoder did not see the plain text before. Left to think that this is the file's start,
-    // it would take a byte-order mark away from here.
+    // The decoder has not seen the ASCII before this block. Feed it one character, so that it does
+    // not drop a byte-order mark here as if at the start of the file.
     if (start > 0 && m_decodedToEnd && !m_isWide)
         static_cast<void>(QString(m_decoder->decode("x")));
     for (qsizetype from = 0, step = 0; from < block.size(); from += step) {

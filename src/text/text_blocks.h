@@ -7,35 +7,33 @@
 
 class QIODevice;
 
-// Reads a text file in blocks and hands it out in pieces of whole lines, in UTF-8, with no carriage
-// returns in them.
+// Reads a text file block by block and returns it as pieces of whole lines, in UTF-8 and without
+// carriage returns.
 //
-// Plain ASCII, which association files are but for a rare label, passes as it stands. All other
-// text goes through the toolkit's decoder for the system's encoding, or for the one that a
-// byte-order mark tells, in the same steps in which the toolkit's text stream would take it: so
-// even bytes that are no text come out as they would there. A lone surrogate keeps a code of its
-// own (see utf8.h).
+// The encoding is the one named by a byte-order mark, or else the system's. The text is the same as
+// QTextStream would read, invalid bytes included; a lone surrogate is encoded as utf8.h says.
 //
-// Holds one block and the line that it ends in; a line of any length is read in linear time.
+// Memory holds one block and the line at its end. Lines of any length are read in linear time.
 class TextBlocks {
 public:
     static constexpr qsizetype defaultBlockSize = 128 * 1024;
 
-    // The device has to be open for reading, at its start.
+    // The device must be open for reading, at its start, and must outlive this object.
     TextBlocks(QIODevice& device, qsizetype blockSize);
 
-    // Goes on to the next piece. False behind the last one, and where the device could not be read.
+    // Goes to the next piece. False after the last one, or if reading failed.
     bool next();
     bool failed() const { return m_failed; }
 
-    // One or more lines, each with its line feed; the file's last line may be without. Behind it
-    // `padding` more bytes may be read, whatever they hold. Valid until next() is called.
+    // One or more lines, each with its line feed; the file's last line may lack one. `padding` more
+    // bytes after the piece are readable, with unspecified contents. Valid until the next call of
+    // next().
     std::string_view piece() const {
         return {m_text.constData(), static_cast<size_t>(m_pieceSize)};
     }
     static constexpr qsizetype padding = 64;
 
-    // True when the device held no byte at all, known once next() was called.
+    // True if the device held no bytes. Valid once next() was called.
     bool isEmpty() const { return m_bytesRead == 0; }
 
 private:
@@ -51,13 +49,12 @@ private:
     bool m_atEnd = false;
     bool m_failed = false;
 
-    // The piece, behind it the start of the next line, and behind that padding or the bytes of a
-    // block that are not text yet.
+    // The piece, then the start of the next line, then the padding or the undecoded block.
     QByteArray m_text;
     qsizetype m_textSize = 0;
     qsizetype m_pieceSize = 0;
 
     std::optional<QStringDecoder> m_decoder;
-    bool m_isWide = false;      // no byte of such an encoding may pass as it stands
-    bool m_decodedToEnd = true; // no character is cut by the end of the last block
+    bool m_isWide = false;      // even ASCII characters must be decoded
+    bool m_decodedToEnd = true; // the last block did not end inside a character
 };

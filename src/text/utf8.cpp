@@ -14,19 +14,19 @@ bool isPairAt(QStringView text, qsizetype i) {
     return text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
 }
 
-// The place of the next lone surrogate at or behind `from`; the text's end where there is none.
+// The index of the first lone surrogate at or after `from`, or the text's size.
 qsizetype loneSurrogate(QStringView text, qsizetype from) {
     while (from < text.size() && (!text[from].isSurrogate() || isPairAt(text, from)))
         from += isPairAt(text, from) ? 2 : 1;
     return std::min(from, text.size());
 }
 
-// A lone surrogate's code starts with these bits: 0xED and a second byte from 0xA0 on.
+// In strict UTF-8, the byte after 0xED is below 0xA0.
 bool isSurrogateCode(std::string_view bytes) {
     return bytes.size() >= 3 && bytes[0] == '\xED' && static_cast<unsigned char>(bytes[1]) >= 0xA0;
 }
 
-// The place of the next such code at or behind `from`; the end where there is none.
+// The index of the first surrogate code at or after `from`, or the number of bytes.
 size_t surrogateCode(std::string_view bytes, size_t from) {
     size_t at = bytes.find('\xED', from);
     while (at < bytes.size() && !isSurrogateCode(bytes.substr(at)))
@@ -34,7 +34,7 @@ size_t surrogateCode(std::string_view bytes, size_t from) {
     return std::min(at, bytes.size());
 }
 
-// A byte-order mark at the front is text like any other here, but the toolkit takes it away.
+// Keeps a leading byte-order mark, which QString::fromUtf8() drops.
 QString plainText(std::string_view bytes) {
     const QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
     return bytes.starts_with("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
@@ -44,7 +44,8 @@ QChar surrogateOf(std::string_view code) {
     return QChar((code[0] & 0x0F) << 12 | (code[1] & 0x3F) << 6 | (code[2] & 0x3F));
 }
 
-// Where a pair was parted between two calls, its first half stands at the end of `bytes`.
+// Joins the high surrogate that `bytes` ends with to the low one that `text` starts with, if there
+// are both. Returns the number of characters of `text` used.
 qsizetype joinPartedPair(QStringView text, QByteArray& bytes) {
     if (text.isEmpty() || !text[0].isLowSurrogate() || bytes.size() < 3)
         return 0;

@@ -5,8 +5,9 @@
 #include <QStringView>
 #include <string_view>
 
-// UTF-8 in which a lone surrogate, which text in UTF-16 may hold and strict UTF-8 can't, keeps a
-// three-byte code of its own: so no two different texts become the same bytes.
+// Converts between UTF-16 and UTF-8 without loss. A lone surrogate, which strict UTF-8 cannot
+// represent, becomes a three-byte code, so that different texts never become the same bytes.
 
+// Joins a surrogate pair that was split between two calls.
 void appendUtf8(QStringView text, QByteArray& bytes);
 QString fromUtf8(std::string_view bytes);

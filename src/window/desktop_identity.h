@@ -1,5 +1,5 @@
 #pragma once
 
-// Tells the desktop which of its applications this is, so that windows get the program's icon and
-// stand under its menu entry. Called once, before the first window.
+// Identifies the program to the desktop, so that its windows show its icon and are grouped under
+// its menu entry. Call once, before the first window.
 void setDesktopIdentity();

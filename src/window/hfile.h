@@ -14,6 +14,7 @@
 #include <QWidget>
 
 class QCheckBox;
+class QFrame;
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -21,12 +22,12 @@ class QPushButton;
 class QRubberBand;
 class QVBoxLayout;
 
-// The program's one window. Its slots are the commands; they hand each other the data through the
-// session variables below and each runs to its end before the next event is handled.
+// The program's one window. Its slots are the commands. They share data through the session
+// variables below, and each runs to its end before the next event is handled.
 //
-// The genome view shows all chromosomes and picks one with a box; the chromosome view shows one,
-// zooms into a box and takes points out. The constructor asks for the first file, so that the
-// window is first shown with a plot; a cancel there, and every fault of a file, ends the process
+// The genome view shows all chromosomes, and a box picks one. The chromosome view shows one
+// chromosome, zooms to a box and removes points. The constructor asks for the first file, so that
+// the window first appears with a plot. A cancel there, and every fault of a file, ends the process
 // with status 1 and a line in the log.
 class MyWidget : public QWidget {
     Q_OBJECT
@@ -66,14 +67,16 @@ public:
     void copyAndPaste();
 
 private:
+    void createLayouts();
     void createLabels();
     void createOptions();
     void createButtons();
     void connectCommands();
-    void arrangeLayouts();
+    void nestLayouts();
+    void addWidgets(QFrame* firstSeparator, QFrame* secondSeparator);
     void describeWidgets();
     QList<QWidget*> chromosomeViewWidgets() const;
-    void rememberDataFile();
+    void scaleLastPlot() const;
     void listDataFiles();
 
     QVBoxLayout* mainLayout;
@@ -111,8 +114,8 @@ private:
     QPixmap genomePixmap; // the last genome plot, kept to be shown again as it was
 };
 
-// The session: what the commands share. All of it lives as long as the process, and nothing is
-// reset between files unless a command does so.
+// The session: what the commands share. It lives as long as the process, and nothing is reset
+// between files unless a command does so.
 
 extern double realMaxY;
 extern int minX; // -1 until a view was computed, and while there are no points to show
@@ -124,10 +127,10 @@ extern int globaldisplay;       // 1 in the genome view, 0 in the chromosome vie
 extern int globaltimes;         // view computations since the process started
 extern int selected_chromosome; // index into Tag
 extern int save_counter;
-extern char
-    defaultname[100]; // proposed name for a table; local 8-bit encoding, at most 50 bytes used
+// The proposed name for a table, in the local 8-bit encoding; at most 50 bytes are used.
+extern char defaultname[100];
 
-extern char filename[200]; // path of the data file; may fill its 200 bytes with no zero behind
+extern char filename[200]; // path of the data file; may fill its 200 bytes without a final zero
 extern char shortname[50]; // its name without directory, at most 30 bytes
 extern int file_index;
 extern int click_times;
@@ -139,7 +142,7 @@ extern int xmargin2;
 extern int ymargin;
 extern double pixPerX;
 extern double pixPerY;
-// The scale of the first genome view of the process; every chromosome pick goes by it.
+// The scale of the first genome view of the process, which every chromosome pick uses.
 extern double GLOBAL_pixPerX;
 extern double GLOBAL_pixPerY;
 extern int GLOBAL_minX;
@@ -148,13 +151,13 @@ extern double minY; // -log10 p
 extern double maxY;
 extern int maxX;
 
-// The shown set, which is drawn, zoomed and saved, and the working set, which is the loaded data
-// less what was removed. Positions are genome coordinates after a scan, base pairs after a load.
+// The shown set is drawn, zoomed and saved. The working set is the loaded data less what was
+// removed. Positions are genome coordinates after a scan, base pairs after a load.
 extern QList<double> Value_list;
 extern QList<int> Pos_list;
 extern QList<double> Value_list2;
 extern QList<int> Pos_list2;
-// The log. The stream is defined after its file, so that it is destroyed, and flushed, before it.
+// The log. The stream is defined after its file, so it is flushed and destroyed before it.
 extern QFile errorfile;
 extern QTextStream error_stream;
 // The chromosome index, index-aligned.

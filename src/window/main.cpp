@@ -1,16 +1,16 @@
 #include "hfile.h"
 
-#include "association_file.h"
-#include "chromosome_load.h"
-#include "genome_scan.h"
-#include "int_arithmetic.h"
-#include "plot_image.h"
-#include "point_table.h"
-#include "plot_painter.h"
 #include "box.h"
+#include "chromosome_load.h"
 #include "desktop_identity.h"
+#include "genome_scan.h"
 #include "help_texts.h"
+#include "log.h"
+#include "plot_image.h"
+#include "plot_painter.h"
+#include "point_table.h"
 #include "readable_text.h"
+#include "session.h"
 #include "wait_cursor.h"
 
 #include <QApplication>
@@ -27,8 +27,6 @@
 #include <QRubberBand>
 #include <QScreen>
 #include <algorithm>
-#include <cstdlib>
-#include <utility>
 
 double realMaxY = 0.0;
 int minX = -1;
@@ -77,140 +75,12 @@ QStringList Tag;
 
 namespace {
 
-constexpr qsizetype shortnameBytes = 30;
-constexpr qsizetype defaultnameBytes = 50;
-
-// Every line is on disk as soon as it is written: a process that is killed leaves its whole log
-// too.
-template <typename... Texts>
-void writeLog(const Texts&... texts) {
-    (error_stream << ... << texts) << Qt::flush;
-}
-
-// The one way in which a fault ends the process.
-[[noreturn]] void endProcess(const QString& lastWords) {
-    writeLog(lastWords);
-    std::exit(1);
-}
-
-[[noreturn]] void endProcess(Fault fault) {
-    endProcess(message(fault) + u'\n');
-}
-
-template <typename T>
-T valueOrEnd(Result<T> result) {
-    if (const Fault* fault = std::get_if<Fault>(&result))
-        endProcess(*fault);
-    return std::get<T>(std::move(result));
-}
-
-// Starts the log anew. Without one there is nobody to tell anything to.
-void restartLog() {
-    errorfile.close();
-    errorfile.setFileName(QStringLiteral("Pelmark_log.txt"));
-    if (!errorfile.open(QIODevice::WriteOnly | QIODevice::Text))
-        std::exit(1);
-    error_stream.setDevice(&errorfile);
-    error_stream.setEncoding(QStringConverter::System);
-    writeLog("Pelmark 0.1 by the Pelmark authors\n\n");
-}
-
-// Copies a text's first `bytes` bytes and fills the rest of them with zeros: a text of that length
-// or more has no zero behind it.
-void copyPadded(char* buffer, qsizetype bytes, const QString& text) {
-    const QByteArray local = text.toLocal8Bit().left(bytes);
-    std::fill(std::copy(local.begin(), local.end(), buffer), buffer + bytes, '\0');
-}
-
-template <std::size_t size>
-QByteArray textIn(const char (&buffer)[size]) {
-    return QByteArray(buffer, static_cast<qsizetype>(qstrnlen(buffer, size)));
-}
-
-QString dataFileName() {
-    return QString::fromLocal8Bit(textIn(filename));
-}
-
-QString shortText() {
-    return QString::fromLocal8Bit(textIn(shortname));
-}
-
-PlotGeometry sessionGeometry() {
-    return {fwidth, fheight, xmargin,  xmargin2, ymargin,  minX,    maxX,
-            minY,   maxY,    realMinX, realMaxX, realMaxY, pixPerX, pixPerY};
-}
-
-void setSessionGeometry(const PlotGeometry& geometry) {
-    fwidth = geometry.width;
-    fheight = geometry.height;
-    xmargin = geometry.xMargin;
-    xmargin2 = geometry.xMargin2;
-    ymargin = geometry.yMargin;
-    minX = geometry.minX;
-    maxX = geometry.maxX;
-    minY = geometry.minY;
-    maxY = geometry.maxY;
-    realMinX = geometry.realMinX;
-    realMaxX = geometry.realMaxX;
-    realMaxY = geometry.realMaxY;
-    pixPerX = geometry.pixPerX;
-    pixPerY = geometry.pixPerY;
-}
-
-Points shownSet() {
-    return {Pos_list, Value_list};
-}
-
-// For whoever changes the points and sets them again: left shared, they would be copied first.
-Points takeShownSet() {
-    return {std::exchange(Pos_list, {}), std::exchange(Value_list, {})};
-}
-
-Points takeWorkingSet() {
-    return {std::exchange(Pos_list2, {}), std::exchange(Value_list2, {})};
-}
-
-void setShownSet(const Points& points) {
-    Pos_list = points.positions;
-    Value_list = points.values;
-}
-
-void setWorkingSet(const Points& points) {
-    Pos_list2 = points.positions;
-    Value_list2 = points.values;
-}
-
-// Nobody needs the last points while others are read: their memory is free for those.
-void forgetPoints() {
-    setShownSet({});
-    setWorkingSet({});
-}
-
-// A list keeps the memory that it has: to write there again costs less than to have the system
-// clear new memory for it.
-template <typename T>
-void copyInto(QList<T>& target, const QList<T>& source) {
-    target.clear();
-    target.append(source);
-}
-
-// A chromosome's points are not shared by the two sets, so that each can be picked out in place.
-void copyShownToWorkingSet() {
-    copyInto(Pos_list2, Pos_list);
-    copyInto(Value_list2, Value_list);
-}
-
-void copyWorkingToShownSet() {
-    copyInto(Pos_list, Pos_list2);
-    copyInto(Value_list, Value_list2);
-}
-
 PlotPoints firstPoints(const QList<int>& positions, const QList<double>& values, int count) {
     const auto size = static_cast<std::size_t>(count);
     return {std::span(positions).first(size), std::span(values).first(size)};
 }
 
-void setGround(QLabel* label, const QColor& color) {
+void setBackground(QLabel* label, const QColor& color) {
     QPalette palette = label->palette();
     palette.setColor(QPalette::Window, color);
     palette.setColor(QPalette::WindowText,
@@ -248,12 +118,16 @@ int main(int argc, char** argv) {
 // ---- Shell: the window, its options, its two views
 
 MyWidget::MyWidget(QWidget* parent) : QWidget(parent), startDir(QString()) {
+    createLayouts();
     createLabels();
     createOptions();
     createButtons();
     rubberBand = new QRubberBand(QRubberBand::Rectangle, imageLabel);
+    QFrame* const firstSeparator = createSeparator();
+    QFrame* const secondSeparator = createSeparator();
     connectCommands();
-    arrangeLayouts();
+    nestLayouts();
+    addWidgets(firstSeparator, secondSeparator);
     describeWidgets();
     screenRect = QGuiApplication::primaryScreen()->geometry();
     startDir = QDir::current();
@@ -263,12 +137,24 @@ MyWidget::MyWidget(QWidget* parent) : QWidget(parent), startDir(QString()) {
 
 MyWidget::~MyWidget() = default;
 
+void MyWidget::createLayouts() {
+    mainLayout = new QVBoxLayout;
+    topLayout = new QHBoxLayout;
+    topSpareLayout = new QHBoxLayout;
+    imageLayout = new QVBoxLayout;
+    middleLayout = new QVBoxLayout;
+    middleSpareLayout = new QHBoxLayout;
+    infoLayout = new QHBoxLayout;
+    bottomLayout = new QHBoxLayout;
+    buttonLayout = new QHBoxLayout;
+}
+
 void MyWidget::createLabels() {
     imageLabel = new QLabel;
-    setGround(imageLabel, QColor(150, 150, 150));
+    setBackground(imageLabel, QColor(150, 150, 150));
     nameLabel = new QLabel;
     nameLabel->setTextFormat(Qt::PlainText); // a file's name is not markup
-    setGround(nameLabel, Qt::gray);
+    setBackground(nameLabel, Qt::gray);
     hintLabel = new QLabel(
         QStringLiteral("HINT: Draw a box anywhere in/around a chromosome to select the chromsome"));
 }
@@ -280,6 +166,9 @@ void MyWidget::createOptions() {
     checkBox2->setChecked(true);
     rangeStartEdit = new QLineEdit;
     rangeEndEdit = new QLineEdit;
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{checkBox1, checkBox2, rangeStartEdit, rangeEndEdit})
+        ensureVisibleFrame(*widget);
 }
 
 void MyWidget::createButtons() {
@@ -309,21 +198,11 @@ void MyWidget::connectCommands() {
     connect(exitButton, &QPushButton::clicked, qApp, &QCoreApplication::quit);
     connect(checkBox1, &QCheckBox::stateChanged, this, &MyWidget::checkBox1Action);
     connect(checkBox2, &QCheckBox::stateChanged, this, &MyWidget::checkBox2Action);
-    // There is no such slot, and the toolkit says so at every start: a known warning, kept.
+    // There is no such slot. Qt warns of that at every start, which is known and kept.
     connect(this, SIGNAL(getSize()), this, SLOT(reSize()));
 }
 
-void MyWidget::arrangeLayouts() {
-    mainLayout = new QVBoxLayout;
-    topLayout = new QHBoxLayout;
-    topSpareLayout = new QHBoxLayout;
-    imageLayout = new QVBoxLayout;
-    middleLayout = new QVBoxLayout;
-    middleSpareLayout = new QHBoxLayout;
-    infoLayout = new QHBoxLayout;
-    bottomLayout = new QHBoxLayout;
-    buttonLayout = new QHBoxLayout;
-
+void MyWidget::nestLayouts() {
     mainLayout->addLayout(topLayout);
     topLayout->addLayout(topSpareLayout);
     topLayout->addLayout(imageLayout);
@@ -332,11 +211,13 @@ void MyWidget::arrangeLayouts() {
     middleLayout->addLayout(infoLayout);
     mainLayout->addLayout(bottomLayout);
     bottomLayout->addLayout(buttonLayout);
+}
 
+void MyWidget::addWidgets(QFrame* firstSeparator, QFrame* secondSeparator) {
     imageLayout->addWidget(imageLabel);
-    for (QWidget* widget : std::initializer_list<QWidget*>{nameLabel, createSeparator(), checkBox1,
-                                                           hintLabel, checkBox2, createSeparator(),
-                                                           rangeStartEdit, rangeEndEdit})
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{nameLabel, firstSeparator, checkBox1, hintLabel, checkBox2,
+                                         secondSeparator, rangeStartEdit, rangeEndEdit})
         infoLayout->addWidget(widget);
     for (QPushButton* button : {newFileButton, globalButton, unzoomButton, removeButton, saveButton,
                                 saveRemoveButton, exitButton})
@@ -345,20 +226,20 @@ void MyWidget::arrangeLayouts() {
 }
 
 void MyWidget::describeWidgets() {
-    describe({{imageLabel, "imageLabel"},
-              {nameLabel, "nameLabel"},
-              {hintLabel, "hintLabel"},
-              {checkBox1, "checkBox1"},
-              {checkBox2, "checkBox2"},
-              {rangeStartEdit, "rangeStartEdit"},
-              {rangeEndEdit, "rangeEndEdit"},
-              {newFileButton, "newFileButton"},
-              {globalButton, "globalButton"},
-              {unzoomButton, "unzoomButton"},
-              {removeButton, "removeButton"},
-              {saveButton, "saveButton"},
-              {saveRemoveButton, "saveRemoveButton"},
-              {exitButton, "exitButton"}});
+    describe({{imageLabel, helpTexts::imageLabel},
+              {nameLabel, helpTexts::nameLabel},
+              {hintLabel, helpTexts::hintLabel},
+              {checkBox1, helpTexts::checkBox1},
+              {checkBox2, helpTexts::checkBox2},
+              {rangeStartEdit, helpTexts::rangeStartEdit},
+              {rangeEndEdit, helpTexts::rangeEndEdit},
+              {newFileButton, helpTexts::newFileButton},
+              {globalButton, helpTexts::globalButton},
+              {unzoomButton, helpTexts::unzoomButton},
+              {removeButton, helpTexts::removeButton},
+              {saveButton, helpTexts::saveButton},
+              {saveRemoveButton, helpTexts::saveRemoveButton},
+              {exitButton, helpTexts::exitButton}});
 }
 
 // The widgets that make sense for one chromosome only.
@@ -385,17 +266,25 @@ void MyWidget::displayGlobal() {
         QStringLiteral("HINT: Draw a box in or around a chromosome to select an entire chromsome"));
 }
 
+// The scaled copy is dropped: a step with no effect, kept as it stands. Qt warns of a null pixmap.
+void MyWidget::scaleLastPlot() const {
+    if (!plotPixmap.isNull())
+        static_cast<void>(plotPixmap.scaled(fwidth, fheight));
+}
+
 void MyWidget::reloadPhoto() {
     displayLocal();
+    scaleLastPlot();
     plotPixmap = plot(Pos_list, Value_list, static_cast<int>(Pos_list.size()));
     plotImage = plotPixmap.toImage();
     imageLabel->setPixmap(plotPixmap);
-    nameLabel->setText(shortText());
+    nameLabel->setText(dataFileShortName());
 }
 
 void MyWidget::reloadPhoto0() {
+    scaleLastPlot();
     genomePixmap = plot0(Pos_list, Value_list, static_cast<int>(Pos_list.size()));
-    nameLabel->setText(shortText());
+    nameLabel->setText(dataFileShortName());
     displayGlobal();
 }
 
@@ -428,15 +317,14 @@ void MyWidget::getFilename() {
         return;
     }
     startDir = QFileInfo(chosenPath).absoluteDir();
-    rememberDataFile();
+    fileList.clear();
+    setDataFile(chosenPath);
     if (filename[0] == '\0')
         return;
     listDataFiles();
     click_times = 0;
 
-    Tag.clear();
-    for (QVector<int>* list : {&Start_index, &End_index, &Start_value, &End_value, &Color_value})
-        list->clear();
+    setSessionChromosomes({});
     getManhattan0();
     if (Tag.size() == 1) {
         selected_chromosome = 0;
@@ -451,19 +339,12 @@ void MyWidget::getFilename() {
     }
 }
 
-void MyWidget::rememberDataFile() {
-    fileList.clear();
-    copyPadded(filename, sizeof filename, chosenPath);
-    if (filename[0] != '\0')
-        copyPadded(shortname, shortnameBytes, QFileInfo(chosenPath).fileName());
-}
-
 void MyWidget::listDataFiles() {
     const QDir folder = QFileInfo(chosenPath).absoluteDir();
     for (const QString& name : folder.entryList({QStringLiteral("*.txt"), QStringLiteral("*.csv")},
                                                 QDir::Files, QDir::Name))
         fileList.append(folder.absoluteFilePath(name));
-    const QByteArray chosen = textIn(filename);
+    const QByteArray chosen(filename, static_cast<qsizetype>(qstrnlen(filename, sizeof filename)));
     const auto found = std::find_if(fileList.cbegin(), fileList.cend(), [&](const QString& path) {
         return path.toLocal8Bit() == chosen;
     });
@@ -473,35 +354,27 @@ void MyWidget::listDataFiles() {
 }
 
 void MyWidget::getManhattan0() {
-    QFile dataFile(dataFileName());
+    QFile dataFile(dataFilePath());
     const WaitCursor waitCursor(dataFile.size());
-    AssociationFile file(dataFile);
-    if (const std::optional<Fault> fault = file.open())
-        endProcess(*fault);
     forgetPoints();
-    const GenomeScan scan = valueOrEnd(scanGenome(file));
-    Tag = scan.chromosomes.tags;
-    Start_index = scan.chromosomes.startIndex;
-    End_index = scan.chromosomes.endIndex;
-    Start_value = scan.chromosomes.startValue;
-    End_value = scan.chromosomes.endValue;
-    Color_value = scan.chromosomes.colorValue;
+    const GenomeScan scan = valueOrEnd(scanGenome(dataFile));
+    setSessionChromosomes(scan.chromosomes);
     setShownSet(scan.points);
     setWorkingSet(scan.points);
 }
 
 void MyWidget::getManhattan() {
-    QFile dataFile(dataFileName());
+    QFile dataFile(dataFilePath());
     const WaitCursor waitCursor(dataFile.size());
-    AssociationFile file(dataFile);
-    if (const std::optional<Fault> fault = file.open())
-        endProcess(*fault);
     forgetPoints();
-    if (selected_chromosome < 0 || selected_chromosome >= Tag.size())
-        endProcess(Fault::TooFewChromosomePoints);
-    const QString label = Tag[selected_chromosome];
-    writeLog("selected chromosome by getManhattan ", label, '\n');
-    setShownSet(valueOrEnd(loadChromosome(file, label)));
+    const QString label = Tag.value(selected_chromosome);
+    ReadOptions options;
+    options.atData = [&] {
+        if (selected_chromosome < 0 || selected_chromosome >= Tag.size())
+            endProcess(Fault{FaultCode::TooFewChromosomePoints});
+        writeLog("selected chromosome by getManhattan ", label, '\n');
+    };
+    setShownSet(valueOrEnd(loadChromosome(dataFile, label, options)));
     copyShownToWorkingSet();
 }
 
@@ -513,10 +386,7 @@ void MyWidget::getParameters() {
     if (globaldisplay != 1 || globaltimes != 1 || Pos_list.isEmpty())
         return;
     writeLog("Get GLOBAL\n");
-    GLOBAL_minX = minX;
-    GLOBAL_maxX = maxX;
-    GLOBAL_pixPerX = pixPerX;
-    GLOBAL_pixPerY = pixPerY;
+    keepGenomeScale();
 }
 
 QPixmap MyWidget::plot(QList<int> positions, QList<double> values, int count) {
@@ -527,7 +397,7 @@ QPixmap MyWidget::plot(QList<int> positions, QList<double> values, int count) {
 }
 
 QPixmap MyWidget::plot0(QList<int> positions, QList<double> values, int count) {
-    const GenomePlot genome{shortText(), Tag, Start_value, Color_value, stripes != 0};
+    const GenomePlot genome{dataFileShortName(), sessionChromosomes(), stripes != 0};
     const QImage image =
         paintGenome(sessionGeometry(), firstPoints(positions, values, count), genome);
     globaldisplay = 1;
@@ -566,13 +436,10 @@ void MyWidget::selectChromosome() {
         rubberBand->hide();
         return;
     }
-    pixPerX = GLOBAL_pixPerX;
-    pixPerY = GLOBAL_pixPerY;
-    minX = GLOBAL_minX;
-    maxX = GLOBAL_maxX;
+    restoreGenomeScale();
     const int point = (boxStart.x() + boxEnd.x()) / 2;
     const int position = sessionGeometry().positionAt(point);
-    const int i = chromosomeAt(position, Start_value, End_value).value_or(0);
+    const int i = chromosomeAt(position, sessionChromosomes()).value_or(0);
     selected_chromosome = i;
     writeLog("select chrom ", Tag[i], " ", i, " point ", point, " position ", position, " start ",
              Start_value[i], " end ", End_value[i], " pixPerX ", pixPerX, " minX ", minX, "\n\n");
@@ -589,8 +456,8 @@ void MyWidget::copyAndPaste() {
     rubberBand->hide();
 }
 
-// Takes out what lies in the view's range, so also points beside the box that only its margin
-// holds. A view that starts below 0 is left alone.
+// Removes what lies in the view's range, and so also points outside the box that only its margin
+// holds. Does nothing to a view that starts below 0.
 void MyWidget::removeSelection() {
     if (minX < 0)
         return;
@@ -609,7 +476,7 @@ void MyWidget::showRemaining() {
 
 void MyWidget::Save() {
     if (globaldisplay == 1)
-        savePlotImage(genomePixmap, shortText() + QLatin1String(".png"));
+        savePlotImage(genomePixmap, dataFileShortName() + QLatin1String(".png"));
     else
         makeFile();
 }
@@ -630,10 +497,10 @@ bool MyWidget::makeFile() {
     bool ok = false;
     chosenPath = QInputDialog::getText(this, QStringLiteral("Enter new filename"),
                                        QStringLiteral("File name * or *.txt"), QLineEdit::Normal,
-                                       QString::fromLocal8Bit(textIn(defaultname)), &ok);
+                                       proposedName(), &ok);
     if (!ok || chosenPath.isEmpty())
         return ok;
-    copyPadded(defaultname, defaultnameBytes, chosenPath);
+    setProposedName(chosenPath);
     const QString table = tableName(chosenPath);
     if (!savePointTable(table, shownSet(), Tag[0]))
         endProcess(QStringLiteral("Could not generate outpout file!"));

@@ -1,11 +1,14 @@
 #include "readable_text.h"
 
+#include <QPalette>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr double leastReadable = 4.5;
+constexpr double leastVisible = 1.1;
 
 double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -25,8 +28,22 @@ double contrast(const QColor& one, const QColor& other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor readableText(const QColor& themed, const QColor& ground) {
-    if (contrast(themed, ground) >= leastReadable)
+QColor readableText(const QColor& themed, const QColor& background) {
+    if (contrast(themed, background) >= leastReadable)
         return themed;
-    return contrast(Qt::black, ground) >= contrast(Qt::white, ground) ? Qt::black : Qt::white;
+    return contrast(Qt::black, background) >= contrast(Qt::white, background) ? Qt::black
+                                                                              : Qt::white;
+}
+
+// Styles draw frames in shades of the background, and black has no darker shade.
+void ensureVisibleFrame(QWidget& widget) {
+    QPalette palette = widget.palette();
+    const QColor background = palette.color(QPalette::Window);
+    if (contrast(palette.color(QPalette::Base), background) >= leastVisible ||
+        contrast(background.darker(), background) >= leastVisible)
+        return;
+    for (const QPalette::ColorRole shade : {QPalette::Window, QPalette::Light, QPalette::Midlight,
+                                            QPalette::Mid, QPalette::Dark, QPalette::Shadow})
+        palette.setColor(shade, palette.color(QPalette::WindowText));
+    widget.setPalette(palette);
 }

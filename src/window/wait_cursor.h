@@ -2,9 +2,8 @@
 
 #include <QtGlobal>
 
-// Shows the wait cursor for as long as it lives, where a file of the given size may take longer
-// than a blink to read: from a quick disk that is far larger a file than from a slow network, so
-// the limit is a low one.
+// Shows the wait cursor as long as it lives, unless a file of the given size is read in no time
+// even over a slow network.
 class WaitCursor {
 public:
     explicit WaitCursor(qint64 fileSize); // bytes

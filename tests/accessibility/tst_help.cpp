@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
-// What the window tells those who cannot see it, who have no mouse, or who ask.
+// Help for users with a screen reader, with only a keyboard, or with a question.
 class HelpTest : public QObject {
     Q_OBJECT
 
@@ -91,7 +91,7 @@ void HelpTest::everyCommandHasItsKey() {
                 .contains(key));
 }
 
-// As an assistive program presses and ticks; of the commands one that can be seen to have acted.
+// Works the controls as an assistive program does; of the buttons, one whose effect can be checked.
 void HelpTest::everyCommandActsThroughTheInterface() {
     for (const QString& name : buttons)
         QVERIFY(interfaceOf(name)->actionInterface()->actionNames().contains(
@@ -131,7 +131,7 @@ void HelpTest::tabGoesFromLeftToRight() {
     QCOMPARE(QApplication::focusWidget()->objectName(), order.first());
 }
 
-// All that stands in the window has help, but for the two separators.
+// Every widget has help except the two separators.
 void HelpTest::nothingIsLeftOut() {
     int separators = 0;
     for (const QWidget* child :

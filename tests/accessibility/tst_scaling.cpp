@@ -51,7 +51,7 @@ void ScalingTest::bandFollowsTheMouse() {
     pointer::release(parts::imageLabel(), {30, 20});
 }
 
-// A box around one point alone, placed where the point was drawn.
+// Draws a box around the place where a single point was drawn.
 void ScalingTest::boxTakesThePointsInIt() {
     parts::window()->showRemaining();
     const qsizetype top =

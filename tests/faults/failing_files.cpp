@@ -1,12 +1,16 @@
-// Loaded into a program before its libraries, it stands between them and the machine, and lets the
-// machine fail on demand for all files whose path contains PELMARK_FAULT_FILE:
+// Preloaded into a program, it makes calls fail on all files whose path contains
+// PELMARK_FAULT_FILE:
 //
-// PELMARK_FAULT_READ    reading fails once so many bytes were read;
-// PELMARK_FAULT_BYTE    the process is killed when so many bytes were written in all, a block that
-//                       goes beyond that being written in part;
-// PELMARK_FAULT_CALL    the process is killed before the so manieth call that opens such a file for
-//                       writing, writes to it, or gives it its name, counted from 0.
+// PELMARK_FAULT_READ       reading fails after so many bytes;
+// PELMARK_FAULT_BYTE       the process is killed after writing so many bytes in all, within a block
+//                          if need be;
+// PELMARK_FAULT_CALL       the process is killed before this call, counted from 0, of those that
+//                          open such a file for writing, write to it, or give it its name;
+// PELMARK_FAULT_TEMPORARY  no temporary file can be created: the value is the errno;
+// PELMARK_FAULT_REPLACE    no file can be renamed onto another: the value is the errno. With EPERM,
+//                          as in a sticky folder, O_CREAT is refused on existing files too.
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -37,7 +41,7 @@ bool isMeant(const char* path) {
     return isMeant(folder + ('/' + std::string(path)));
 }
 
-// By the name under which the file was opened, or has come to have since.
+// By the file's current name.
 bool isMeant(int file) {
     char path[PATH_MAX + 1] = {};
     const std::string link = "/proc/self/fd/" + std::to_string(file);
@@ -64,6 +68,20 @@ bool isWritable(int flags) {
     return (flags & O_ACCMODE) != O_RDONLY;
 }
 
+// The errno with which opening a file for writing fails; 0 if it does not.
+int openingFault(const char* path, int flags) {
+    static const auto temporary = static_cast<int>(limitOf("PELMARK_FAULT_TEMPORARY"));
+    static const long long replace = limitOf("PELMARK_FAULT_REPLACE");
+    if ((flags & O_EXCL) != 0 || (flags & O_TMPFILE) == O_TMPFILE)
+        return std::max(temporary, 0);
+    return replace == EPERM && (flags & O_CREAT) != 0 && access(path, F_OK) == 0 ? EACCES : 0;
+}
+
+int failure(int error) {
+    errno = error;
+    return -1;
+}
+
 } // namespace
 
 extern "C" {
@@ -73,8 +91,11 @@ int open64(const char* path, int flags, ...) {
     va_start(arguments, flags);
     const mode_t mode = va_arg(arguments, mode_t);
     va_end(arguments);
-    if (isWritable(flags) && isMeant(path))
+    if (isWritable(flags) && isMeant(path)) {
         countCall();
+        if (const int error = openingFault(path, flags); error != 0)
+            return failure(error);
+    }
     return next<int(const char*, int, ...)>("open64")(path, flags, mode);
 }
 
@@ -84,10 +105,8 @@ ssize_t read(int file, void* bytes, size_t size) {
     if (limit < 0 || !isMeant(file))
         return really(file, bytes, size);
     const long long place = lseek(file, 0, SEEK_CUR);
-    if (place >= limit) {
-        errno = EIO;
-        return -1;
-    }
+    if (place >= limit)
+        return failure(EIO);
     const auto left = static_cast<size_t>(limit - place);
     return really(file, bytes, size < left ? size : left);
 }
@@ -115,8 +134,12 @@ int linkat(int fromFolder, const char* from, int toFolder, const char* to, int f
 }
 
 int rename(const char* from, const char* to) {
-    if (isMeant(to))
+    static const auto error = static_cast<int>(limitOf("PELMARK_FAULT_REPLACE"));
+    if (isMeant(to)) {
         countCall();
+        if (error > 0)
+            return failure(error);
+    }
     return next<int(const char*, const char*)>("rename")(from, to);
 }
 

@@ -23,7 +23,7 @@ void writeTo(const char* file, const QByteArray& text) {
              "map users");
 }
 
-// Not root: a name space of users, in which this user is root, may have mounts all the same.
+// In a user namespace of its own, an ordinary user may mount too.
 void becomeRootOfOwn() {
     const QByteArray user = QByteArray::number(getuid()), group = QByteArray::number(getgid());
     mustWork(unshare(CLONE_NEWUSER) == 0, "have users of its own");
@@ -36,7 +36,7 @@ void becomeRootOfOwn() {
 
 namespace machine {
 
-// What root may do beyond permissions, programs can be started without.
+// Drops the capabilities with which root ignores permissions.
 void obeyPermissions() {
     for (const int capability : {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH, CAP_FOWNER})
         if (geteuid() == 0)
@@ -67,7 +67,7 @@ Mounted::~Mounted() {
     umount2(m_place.constData(), MNT_DETACH);
 }
 
-// The address sanitizer wants to be a program's first library, but can do without.
+// The address sanitizer must not insist on being the first library.
 FailingFiles::FailingFiles(const QString& file, const char* limit, qint64 value)
     : m_limit(limit), m_sanitizerOptions(qgetenv("ASAN_OPTIONS")) {
     qputenv("ASAN_OPTIONS", m_sanitizerOptions + ":verify_asan_link_order=0");

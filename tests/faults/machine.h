@@ -3,21 +3,20 @@
 #include <QByteArray>
 #include <QString>
 
-// What these tests do to the machine, all of it undone when the test process ends at the latest. A
-// machine that does not allow it makes the test fail, which then says so.
+// Faults that these tests cause, undone at the latest when the test process ends. Where the machine
+// does not allow one, the test fails and says so.
 namespace machine {
 
-// Programs that are started from here on are held to the permissions of files, even where this
-// process is root's.
+// Programs started from here on obey file permissions, even if this process is root.
 void obeyPermissions();
 
-// From here on this process and what it starts have mounts of their own.
+// From here on this process and its children have a mount namespace of their own.
 void havePrivateMounts();
 
-// A file system on a folder, for as long as this lives.
+// A mount that lasts as long as the object.
 class Mounted {
 public:
-    Mounted(const QString& what, const QString& where); // a file or folder that is there, again
+    Mounted(const QString& what, const QString& where); // an existing file or folder, bound
     Mounted(const QString& folder, qint64 bytes);       // a new disk of that size
     ~Mounted();
     Q_DISABLE_COPY_MOVE(Mounted)
@@ -26,8 +25,8 @@ private:
     QByteArray m_place;
 };
 
-// Programs that are started while this lives have their files fail, those whose path contains
-// `file`. For the limits see failing_files.cpp.
+// Preloads failing_files.cpp, which lists the limits, into programs started while this lives. Calls
+// fail on files whose path contains `file`.
 class FailingFiles {
 public:
     FailingFiles(const QString& file, const char* limit, qint64 value);

@@ -4,8 +4,8 @@
 
 #include <QTest>
 
-// The program is killed at moments all through saving: under each name there is then the older file
-// as it was or the new one, whole.
+// The program is killed at many points during a save. Each name must then hold either the older
+// file or the complete new one.
 class KilledWhileSaving : public QObject {
     Q_OBJECT
 
@@ -42,8 +42,8 @@ void KilledWhileSaving::initTestCase() {
     QVERIFY2(m_image.size() > 1'000, qPrintable(QString::number(m_image.size())));
 }
 
-// Runs until that moment, or to the end, and looks at what there is. Tells how many files are new;
-// -1 when the program was not killed any more.
+// Runs the program until it is killed at that moment and returns the number of new files; -1 if it
+// was not killed, -2 if a file and -3 if the log is damaged.
 int KilledWhileSaving::killed(const char* variable, qint64 moment) {
     DrivenRun run;
     addFiles(run);
@@ -66,7 +66,7 @@ void KilledWhileSaving::whileWriting_data() {
         QTest::addRow("part %d", part) << part;
 }
 
-// Ten moments in each tenth of the bytes that are written in all.
+// Ten moments in each tenth of the bytes written.
 void KilledWhileSaving::whileWriting() {
     QFETCH(int, part);
     constexpr int moments = 100;

@@ -6,9 +6,9 @@
 #include <QFile>
 #include <QTest>
 
-// Data files that cannot be read, or only in part, or that change while the program goes on: the
-// program ends with its message and a complete log, or shows what there is. Half a file never
-// passes for a whole one.
+// Data files that cannot be read, can only be read in part, or change while the program runs. The
+// program ends with its message and a complete log, or shows the points that are left. It never
+// takes half a file for a whole one.
 class ReadingFaults : public QObject {
     Q_OBJECT
 
@@ -77,7 +77,8 @@ void ReadingFaults::failsWhileScanned_data() {
         QTest::addRow("after %lld bytes", bytes) << bytes;
 }
 
-// A file of 280,000 bytes: several blocks, and whole lines enough for a plot before each fault.
+// The file's 280,000 bytes are several blocks, with enough whole lines for a plot before each
+// fault.
 void ReadingFaults::failsWhileScanned() {
     QFETCH(qint64, goodBytes);
     DrivenRun run;
@@ -87,7 +88,7 @@ void ReadingFaults::failsWhileScanned() {
     QCOMPARE(run.log(), logHeader + cannotOpen);
 }
 
-// The file opened well, and fails when it is read again.
+// The file is read once without a fault and fails when it is read again.
 void ReadingFaults::failsAtThePick() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
@@ -109,7 +110,7 @@ void ReadingFaults::failsWhileReadBySecondFile() {
     QCOMPARE(run.log(), logHeader + cannotOpen);
 }
 
-// Shortened between the scan and the pick, at any byte: a message, or the points that are left.
+// The file is cut between the scan and the pick: a message, or the points that are left.
 void ReadingFaults::everyCutAtThePick() {
     const QByteArray whole = samples::genomeTable();
     for (qsizetype bytes = 0; bytes <= whole.size(); bytes += 7) {

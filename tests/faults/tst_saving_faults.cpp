@@ -5,11 +5,12 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <cerrno>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
-// Tables, images and logs that cannot be written, or only in part. What was saved before is whole;
-// the program ends with its message, or goes on where only an image or the log suffered.
+// Tables, images and logs that cannot be written, or only in part. Older files stay whole. A table
+// that fails ends the program with a message; an image or log that fails does not.
 class SavingFaults : public QObject {
     Q_OBJECT
 
@@ -25,7 +26,11 @@ private slots:
     void tableOnFullDevice_data();
     void tableOnFullDevice();
     void imageOnFullDevice();
+    void fileThatCannotBeReplaced_data();
+    void fileThatCannotBeReplaced();
+    void mountedFiles();
     void tableOnFullDisk();
+    void newTableInPlaceOnFullDisk();
     void imageOnFullDisk();
     void genomeImageOnFullDisk();
     void logOnFullDisk();
@@ -51,8 +56,7 @@ bool isFullDevice(const QString& path) {
            status.st_rdev == makedev(1, 7);
 }
 
-// The device that is always full, in the working folder: there it is a mount, which no other file
-// can take the place of, whatever the program may try.
+// The device that is always full, mounted in the working folder, where nothing can replace it.
 class FullDevice {
 public:
     FullDevice(const DrivenRun& run, const QString& name)
@@ -64,7 +68,7 @@ private:
     machine::Mounted m_mounted;
 };
 
-// Fills the disk, but for so many bytes.
+// Fills the disk except for `left` bytes.
 void fillDisk(const DrivenRun& run, const QString& folder, qint64 left) {
     run.addFile(folder + "/reserve", QByteArray(left, 'r'));
     QFile filler(run.path(folder + "/filler"));
@@ -100,7 +104,7 @@ void SavingFaults::logCannotBeWrittenTo() {
     QCOMPARE(run.log(), "old\n");
 }
 
-// There is nobody to tell; the program works all the same.
+// The fault can't be reported anywhere; the program works all the same.
 void SavingFaults::logOnFullDevice() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
@@ -124,7 +128,7 @@ void SavingFaults::folderTakesNoFile() {
     QVERIFY(!run.exists("saved.txt") && !run.exists("saved.png"));
 }
 
-// Files that are there can be written to in place: nothing else is possible.
+// Files that exist can still be written in place.
 void SavingFaults::folderTakesNoNewFile() {
     DrivenRun run;
     run.addFile("data.txt", samples::chromosomeTable());
@@ -162,7 +166,7 @@ void SavingFaults::tableOnFullDevice_data() {
     QTest::newRow("link to the device") << true;
 }
 
-// The device is not replaced by a table, and the user is told.
+// The device is not replaced by a table, and the fault is reported.
 void SavingFaults::tableOnFullDevice() {
     QFETCH(bool, byLink);
     DrivenRun run;
@@ -175,7 +179,7 @@ void SavingFaults::tableOnFullDevice() {
     QVERIFY(device.isUntouched());
 }
 
-// The table is there, and the plot stays on screen.
+// The table is saved, and the plot stays on screen.
 void SavingFaults::imageOnFullDevice() {
     DrivenRun run;
     run.addFile("data.txt", samples::chromosomeTable());
@@ -184,6 +188,57 @@ void SavingFaults::imageOnFullDevice() {
         0, {"open data.txt", "click saveButton", "name saved", "dump a", "click exitButton"}));
     QCOMPARE(run.content("saved.txt").count('\n'), samples::chromosome().size() + 1);
     QVERIFY(device.isUntouched());
+}
+
+void SavingFaults::fileThatCannotBeReplaced_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<bool>("isSaved");
+    QTest::newRow("temporary name too long")
+        << QByteArray("PELMARK_FAULT_TEMPORARY") << ENAMETOOLONG << true;
+    QTest::newRow("no temporary file") << QByteArray("PELMARK_FAULT_TEMPORARY") << EPERM << true;
+    QTest::newRow("sticky folder") << QByteArray("PELMARK_FAULT_REPLACE") << EPERM << true;
+    for (const int error : {ENOSPC, EDQUOT}) {
+        QTest::addRow("no room for a temporary file: %d", error)
+            << QByteArray("PELMARK_FAULT_TEMPORARY") << error << false;
+        QTest::addRow("no room to replace: %d", error)
+            << QByteArray("PELMARK_FAULT_REPLACE") << error << false;
+    }
+}
+
+// Whatever can be opened is saved, in place if need be; but never at the risk of a full disk.
+void SavingFaults::fileThatCannotBeReplaced() {
+    QFETCH(QByteArray, fault);
+    QFETCH(int, error);
+    QFETCH(bool, isSaved);
+    DrivenRun run;
+    run.addFile("data.txt", samples::chromosomeTable());
+    QVERIFY(QDir(run.path("")).mkdir("folder"));
+    run.addFile("folder/saved.txt", "older\n");
+    run.addFile("folder/saved.png", "older\n");
+    {
+        const machine::FailingFiles fails(run.path("folder"), fault.constData(), error);
+        QVERIFY(run.playTo(isSaved ? 0 : 1, {"open data.txt", "click saveButton",
+                                             "name folder/saved", "click exitButton"}));
+    }
+    QCOMPARE(run.content("folder/saved.txt") == "older\n", !isSaved);
+    QCOMPARE(run.content("folder/saved.txt").count('\n'),
+             isSaved ? samples::chromosome().size() + 1 : 1);
+    QCOMPARE(run.image("folder/saved.png").isNull(), !isSaved);
+    QCOMPARE(QDir(run.path("folder")).entryList(QDir::Files | QDir::Hidden),
+             QStringList({"saved.png", "saved.txt"}));
+}
+
+void SavingFaults::mountedFiles() {
+    DrivenRun run;
+    for (const char* name : {"saved.txt", "saved.png", "under.txt", "under.png"})
+        run.addFile(name, "older\n");
+    run.addFile("data.txt", samples::chromosomeTable());
+    const machine::Mounted table(run.path("under.txt"), run.path("saved.txt"));
+    const machine::Mounted image(run.path("under.png"), run.path("saved.png"));
+    QVERIFY(run.playTo(0, {"open data.txt", "click saveButton", "name saved", "click exitButton"}));
+    QCOMPARE(run.content("under.txt").count('\n'), samples::chromosome().size() + 1);
+    QCOMPARE(run.image("under.png").size(), QSize(640, 600));
 }
 
 void SavingFaults::tableOnFullDisk() {
@@ -202,7 +257,19 @@ void SavingFaults::tableOnFullDisk() {
     }
 }
 
-// A failed image is not told, but the older one is still there.
+// Part of a table would pass for a whole one.
+void SavingFaults::newTableInPlaceOnFullDisk() {
+    DrivenRun run;
+    run.addFile("data.txt", manyPoints());
+    QVERIFY(QDir(run.path("")).mkdir("disk"));
+    const machine::Mounted disk(run.path("disk"), 64 * 1024);
+    fillDisk(run, "disk", 8192);
+    const machine::FailingFiles fails(run.path("disk"), "PELMARK_FAULT_TEMPORARY", ENAMETOOLONG);
+    QVERIFY(run.playTo(1, {"open data.txt", "click saveButton", "name disk/saved"}));
+    QVERIFY(!run.exists("disk/saved.txt"));
+}
+
+// An image that fails is not reported, but leaves the older one whole.
 void SavingFaults::imageOnFullDisk() {
     DrivenRun run;
     run.addFile("data.txt", samples::chromosomeTable());
@@ -227,7 +294,7 @@ void SavingFaults::genomeImageOnFullDisk() {
     QCOMPARE(run.content("data.txt.png"), "older\n");
 }
 
-// Nothing of the log may fit; the points are on screen and the plot can be worked.
+// Not one byte of the log fits; the plot works all the same.
 void SavingFaults::logOnFullDisk() {
     DrivenRun run;
     const machine::Mounted disk(run.path(""), 64 * 1024);

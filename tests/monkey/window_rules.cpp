@@ -1,6 +1,7 @@
 #include "window_rules.h"
 
-#include "int_arithmetic.h"
+#include "plain_geometry.h"
+#include "plain_numbers.h"
 #include "window_parts.h"
 
 #include <QFile>
@@ -19,7 +20,7 @@ bool listsAreAligned() {
     return Pos_list.size() == Value_list.size() && Pos_list2.size() == Value_list2.size();
 }
 
-// In its order.
+// Also in its order.
 bool shownSetIsOfWorkingSet() {
     qsizetype next = 0;
     for (qsizetype i = 0; i < Pos_list2.size() && next < Pos_list.size(); ++i)
@@ -34,7 +35,7 @@ bool indexIsAligned() {
            Start_value.size() == count && End_value.size() == count && Color_value.size() == count;
 }
 
-// Each block's start lies right behind the place where the one before ends, by design.
+// By design, each chromosome starts one place after the end of the one before.
 bool indicesAreInRange() {
     if (Start_index.first() != 0 || selected_chromosome < -1)
         return false;
@@ -49,9 +50,7 @@ bool indicesAreInRange() {
 }
 
 bool pictureHasItsSize() {
-    const QSize screen = parts::screenRect().size();
-    const QSize size(static_cast<int>(0.8 * screen.width()),
-                     static_cast<int>(0.75 * screen.height()));
+    const QSize size = plain::imageSize(parts::screenRect().size());
     return QSize(fwidth, fheight) == size && parts::imageLabel()->pixmap().size() == size;
 }
 
@@ -61,7 +60,7 @@ bool pictureIsThatOfTheView() {
 }
 
 bool scaleIsThatOfTheRange() {
-    const double expected = static_cast<double>(fwidth) / wrappedDifference(maxX, minX);
+    const double expected = static_cast<double>(fwidth) / plain::difference(maxX, minX);
     return isSame(pixPerX, expected) && isSame(pixPerY, fheight / (maxY - minY)) && xmargin == 0 &&
            xmargin2 == 0 && ymargin == 0;
 }
@@ -79,7 +78,7 @@ bool widgetsAreThoseOfTheView() {
     return parts::hintLabel()->text().isEmpty() == isChromosomeView;
 }
 
-// Each line is on disk as soon as it is written, and the pick's own line is never the last.
+// Each line is on disk as soon as it is written, and "select chrom" is never the last line.
 bool logEndsWell() {
     QFile log(QStringLiteral("Pelmark_log.txt"));
     if (!log.open(QIODevice::ReadOnly))

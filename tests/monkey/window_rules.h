@@ -2,6 +2,6 @@
 
 #include <QStringList>
 
-// What must hold whenever the program is idle, whatever was done to it. Returns the rules that do
-// not; the window has to be there.
+// What must hold whenever the program is idle, whatever was done to it. Returns the broken rules;
+// the window must exist.
 QStringList brokenRules();

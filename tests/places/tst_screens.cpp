@@ -99,7 +99,7 @@ void Screens::screen() {
     }
 
     const ExpectedView view(samples::positions(samples::chromosome()),
-                            samples::values(samples::chromosome()), plot);
+                            samples::values(samples::chromosome()), screen);
     const int marker = 3;
     const QPoint pixel(view.x(view.positions[marker]), view.y(view.values[marker]));
     QVERIFY(run.playTo(0, {"open data.txt", boxAround(pixel), "dump zoomed", "click exitButton"}));

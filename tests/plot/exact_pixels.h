@@ -5,9 +5,12 @@
 
 #include <QImage>
 #include <QRegion>
+#include <QTest>
+#include <initializer_list>
+#include <utility>
 
-// What the tests of exact pixels look at, and with. They hold both painters to the same: the random
-// comparison rests on the plain one's being right.
+// Helpers for tests of exact pixels. These tests check both painters: comparisons on random data
+// are only worth as much as the reference is right.
 
 inline constexpr QRgb red = 0xffff3232, blue = 0xff3232ff, grey = 0xff323232, white = 0xffffffff;
 
@@ -19,7 +22,7 @@ struct Painter {
 inline constexpr Painter painters[] = {{paintGenome, paintChromosome},
                                        {plain::paintGenome, plain::paintChromosome}};
 
-// One pixel per unit, so that position p lies in column p and value v at 100 - v.
+// One pixel per unit: position p lies in column p and value v in row 100 - v.
 inline PlotGeometry unitGeometry() {
     PlotGeometry geometry;
     geometry.width = 200;
@@ -32,13 +35,15 @@ inline PlotGeometry unitGeometry() {
     return geometry;
 }
 
-inline GenomePlot genomeOf(const QVector<int>& startValue) {
+inline Chromosome chromosomeFrom(int start, const QString& label) {
+    return {.label = label, .startValue = start};
+}
+
+// Chromosomes that start there; without labels of their own, ones that differ and are invisible.
+inline GenomePlot genomeOf(const QList<int>& starts, const QStringList& labels = {}) {
     GenomePlot plot;
-    plot.startValue = startValue;
-    for (int k = 0; k < startValue.size(); ++k) {
-        plot.tags << QString(k, u' '); // blanks: labels that differ and show nothing
-        plot.colorValue << (k % 2 == 0 ? 255 : 50);
-    }
+    for (int k = 0; k < starts.size(); ++k)
+        plot.chromosomes << chromosomeFrom(starts[k], labels.value(k, QString(k, u' ')));
     return plot;
 }
 
@@ -46,7 +51,7 @@ inline PlotPoints pointsOf(const Points& points) {
     return {points.positions, points.values};
 }
 
-// The pixels of a colour between the title's band and the labels at the bottom.
+// The pixels of a colour, by default between the title and the texts at the bottom.
 inline QRegion pixels(const QImage& image, QRgb color, int top = 20, int bottom = 80) {
     QRegion region;
     for (int y = top; y < bottom; ++y)
@@ -56,32 +61,42 @@ inline QRegion pixels(const QImage& image, QRgb color, int top = 20, int bottom 
     return region;
 }
 
-// Where the two regions differ; an empty region where nowhere.
+// Where the two regions differ. Compared with an empty region, it shows the place of a failure.
 inline QRegion differing(const QRegion& region, const QRegion& expected) {
     return region.xored(expected);
 }
 
-// What text leaves on white: its edges have any shade.
-inline QRegion ink(const QImage& image, const QRect& area) {
-    QRegion region = area;
-    return region - pixels(image, white, area.top(), area.bottom() + 1);
+// Between the title and the texts at the bottom, the image has these colours, and is white
+// elsewhere.
+inline void checkColors(const QImage& image,
+                        std::initializer_list<std::pair<QRgb, QRegion>> expected) {
+    QRegion rest(0, 20, image.width(), 60);
+    for (const auto& [color, region] : expected) {
+        QCOMPARE(differing(pixels(image, color), region & rest), QRegion());
+        rest -= region;
+    }
+    QCOMPARE(differing(pixels(image, white), rest), QRegion());
 }
 
-inline bool isReddish(const QImage& image, const QRegion& region) {
-    int redness = 0;
-    for (const QRect& rect : region)
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            for (int x = rect.left(); x <= rect.right(); ++x)
-                redness += qRed(image.pixel(x, y)) - qGreen(image.pixel(x, y));
-    return redness > 50;
+// All but the white pixels, since the edges of text have any shade.
+inline QRegion ink(const QImage& image, const QRect& area) {
+    return QRegion(area) - pixels(image, white, area.top(), area.bottom() + 1);
 }
 
 inline QRegion rectangle(int left, int top, int right, int bottom) {
     return QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
-// Of two equally wide pens, how far a dot reaches: 2 pixels left and up of its place, or 1.
+// A dot has the width of its pen, and reaches one pixel further left and up than right and down.
 inline QRegion dot(int x, int y, int penWidth) {
     const int half = penWidth / 2;
     return rectangle(x - half, y - half, x + half - 1, y + half - 1);
+}
+
+// Of several points in row 50.
+inline QRegion dots(std::initializer_list<int> columns, int penWidth) {
+    QRegion region;
+    for (const int x : columns)
+        region += dot(x, 50, penWidth);
+    return region;
 }

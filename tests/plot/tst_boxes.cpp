@@ -29,7 +29,7 @@ constexpr int highest = std::numeric_limits<int>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// To compare an empty list the toolkit may hand memcmp a null address, which sanitizers refuse.
+// Qt may compare empty lists by memcmp with a null pointer, which sanitizers reject.
 bool isEmpty(const Points& points) {
     return points.positions.isEmpty() && points.values.isEmpty();
 }
@@ -55,7 +55,7 @@ void Boxes::within_data() {
     row("begun right of and below it", {801, 601}, {30, 40}, {30, 40}, {800, 600});
     row("the last pixels", {30, 40}, {799, 599}, {30, 40}, {799, 599});
     row("one past the last pixels", {30, 40}, {800, 600}, {30, 40}, {800, 600});
-    row("width is no height", {700, 500}, {700, 700}, {700, 500}, {700, 600});
+    row("each edge has its own limit", {700, 500}, {700, 700}, {700, 500}, {700, 600});
     row("all around it", {-100, 5000}, {5000, -100}, {0, 0}, {800, 600});
     row("beside it", {-100, 10}, {-50, 20}, {0, 10}, {0, 20});
     row("a click", {10, 20}, {10, 20}, {10, 20}, {10, 20});
@@ -94,13 +94,14 @@ void Boxes::dataOfABox_data() {
     QTest::addColumn<double>("maxY");
     // Of the box from (10, 20) to (33, 60) on 800 x 600 pixels, from position 1000 and value 2.
     QTest::newRow("a pixel a unit") << 1.0 << 1.0 << 1010 << 1033 << 542.0 << 582.0;
-    QTest::newRow("positions are cut") << 3.0 << 100.0 << 1003 << 1011 << 2.0 + 5.4 << 2.0 + 5.8;
+    QTest::newRow("positions are truncated")
+        << 3.0 << 100.0 << 1003 << 1011 << 2.0 + 5.4 << 2.0 + 5.8;
     QTest::newRow("many units a pixel")
         << 0.01 << 1000.0 << 2000 << 4300 << 2.0 + 0.54 << 2.0 + 0.58;
     QTest::newRow("backwards") << -1.0 << 1.0 << 1000 - 33 << 990 << 542.0 << 582.0;
     QTest::newRow("one position and one value")
         << infinity << infinity << 1000 << 1000 << 2.0 << 2.0;
-    // Both corners lie beyond all ints.
+    // The positions of both corners are beyond int.
     QTest::newRow("no scale") << 0.0 << 1.0 << lowest + 1000 << lowest + 1000 << 542.0 << 582.0;
 }
 
@@ -186,14 +187,16 @@ void Boxes::chromosome_data() {
 
 void Boxes::chromosome() {
     QFETCH(int, position);
-    const std::optional<int> found =
-        chromosomeAt(position, {10, 30, 40, 60, 80}, {20, 40, 50, 60, 70});
+    QList<Chromosome> chromosomes;
+    for (const auto& [start, end] : {std::pair(10, 20), {30, 40}, {40, 50}, {60, 60}, {80, 70}})
+        chromosomes.append({.startValue = start, .endValue = end});
+    const std::optional<int> found = chromosomeAt(position, chromosomes);
     QVERIFY(found.has_value());
     QTEST(*found, "index");
 }
 
 void Boxes::noChromosomes() {
-    QVERIFY(!chromosomeAt(5, {}, {}).has_value());
+    QVERIFY(!chromosomeAt(5, {}).has_value());
 }
 
 QTEST_GUILESS_MAIN(Boxes)

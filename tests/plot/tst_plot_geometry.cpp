@@ -1,3 +1,4 @@
+#include "plain_geometry.h"
 #include "plot_geometry.h"
 
 #include <QTest>
@@ -80,7 +81,7 @@ void PlotGeometryTest::positions_data() {
     row("below zero", {-1000, 1000}, -1100, 1100, 800.0 / 2200);
     row("a margin that reaches below zero", {1000, 1000000}, -48950, 1049950, 800.0 / 1098900);
     row("a chromosome", {662622, 248000000}, -11704246, 260366868, 800.0 / 272071114);
-    // Sums that no int holds wrap around: the span is -1 here, and then 1 too few.
+    // Sums beyond int wrap around: the span is -1 here, and 1 in the next row.
     row("the int limits", {lowest, highest}, lowest, highest, -800.0);
     row("the int limits backwards", {highest, lowest}, highest, lowest, 800.0);
     row("the margin wraps around", {0, highest}, -107374182, highest - 4294967296 + 107374182,
@@ -91,12 +92,14 @@ void PlotGeometryTest::positions() {
     QFETCH(QList<int>, positions);
     QFETCH(double, pixPerX);
     const QList<double> values(positions.size(), 1.0);
-    const PlotGeometry geometry = plotGeometry({positions, values}, screen);
-    QTEST(geometry.minX, "minX");
-    QTEST(geometry.maxX, "maxX");
-    QTEST(geometry.realMinX, "realMinX");
-    QTEST(geometry.realMaxX, "realMaxX");
-    QVERIFY(geometry.pixPerX == pixPerX);
+    for (const auto& geometryOf : {plotGeometry, plain::plotGeometry}) {
+        const PlotGeometry geometry = geometryOf({positions, values}, screen);
+        QTEST(geometry.minX, "minX");
+        QTEST(geometry.maxX, "maxX");
+        QTEST(geometry.realMinX, "realMinX");
+        QTEST(geometry.realMaxX, "realMaxX");
+        QVERIFY(geometry.pixPerX == pixPerX);
+    }
 }
 
 void PlotGeometryTest::values_data() {
@@ -115,12 +118,12 @@ void PlotGeometryTest::values_data() {
     row("the largest first", {3.0, 1.0, 2.0}, 1.0, 3.0);
     row("equal", {2.0, 2.0, 2.0}, 2.0, 2.0);
     row("below zero", {-2.0, -1.0, -3.0}, -3.0, -1.0);
-    row("one that is no number", {notANumber, 1.0, 3.0}, 1.0, 3.0);
-    row("none that is a number", {notANumber, notANumber, notANumber}, 9999999.9, -9999999.9);
+    row("one NaN", {notANumber, 1.0, 3.0}, 1.0, 3.0);
+    row("only NaN", {notANumber, notANumber, notANumber}, 9999999.9, -9999999.9);
     row("infinite", {1.0, 2.0, infinity}, 1.0, infinity);
     row("more values than points", {1.0, 2.0, 3.0, 99.0, -99.0}, 1.0, 3.0);
-    row("larger than what the search starts with", {1e7, 2e7, 3e7}, 9999999.9, 3e7);
-    row("smaller than what the search starts with", {-1e7, -2e7, -3e7}, -3e7, -9999999.9);
+    row("larger than the search's first minimum", {1e7, 2e7, 3e7}, 9999999.9, 3e7);
+    row("smaller than the search's first maximum", {-1e7, -2e7, -3e7}, -3e7, -9999999.9);
 }
 
 void PlotGeometryTest::values() {
@@ -129,15 +132,18 @@ void PlotGeometryTest::values() {
     QFETCH(double, maxY);
     QFETCH(double, realMaxY);
     QFETCH(double, pixPerY);
-    const PlotGeometry geometry = plotGeometry({{100, 200, 300}, values}, screen);
-    const auto same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
-    QVERIFY2(same(geometry.minY, minY), qPrintable(QString::number(geometry.minY, 'g', 17)));
-    QVERIFY2(same(geometry.maxY, maxY), qPrintable(QString::number(geometry.maxY, 'g', 17)));
-    QVERIFY2(same(geometry.pixPerY, pixPerY), qPrintable(QString::number(geometry.pixPerY)));
-    QVERIFY(geometry.realMaxY == realMaxY);
+    for (const auto& geometryOf : {plotGeometry, plain::plotGeometry}) {
+        PlotGeometry geometry = geometryOf({{100, 200, 300}, values}, screen);
+        const QString got = plain::toText(geometry);
+        geometry.minY = minY;
+        geometry.maxY = maxY;
+        geometry.realMaxY = realMaxY;
+        geometry.pixPerY = pixPerY;
+        QCOMPARE(got, plain::toText(geometry));
+    }
 }
 
-// Of two values that are equal, the first counts.
+// Of equal values, the first counts.
 void PlotGeometryTest::zeros() {
     const PlotGeometry plain = plotGeometry({{1, 2}, {0.0, -0.0}}, screen);
     QVERIFY(!std::signbit(plain.minY) && !std::signbit(plain.realMaxY));
@@ -151,7 +157,7 @@ void PlotGeometryTest::imageSize_data() {
     QTest::newRow("1000 x 800") << QSize(1000, 800) << QSize(800, 600);
     QTest::newRow("1920 x 1080") << QSize(1920, 1080) << QSize(1536, 810);
     QTest::newRow("1366 x 768") << QSize(1366, 768) << QSize(1092, 576);
-    QTest::newRow("cut, not rounded") << QSize(1001, 801) << QSize(800, 600);
+    QTest::newRow("truncated") << QSize(1001, 801) << QSize(800, 600);
     QTest::newRow("almost one more") << QSize(1004, 803) << QSize(803, 602);
     QTest::newRow("one pixel") << QSize(1, 1) << QSize(0, 0);
     QTest::newRow("none") << QSize(0, 0) << QSize(0, 0);
@@ -178,7 +184,7 @@ void PlotGeometryTest::noPoints() {
     QVERIFY(geometry.realMaxY == 0.0);
 }
 
-// The everyday case of a zoom on one point: it is seen in the middle, and can be boxed there.
+// The everyday case of a zoom to one point: it is in the middle, and a box there selects it.
 void PlotGeometryTest::onePoint() {
     const PlotGeometry geometry = plotGeometry({{500}, {4.0}}, screen);
     QCOMPARE(geometry.minX, 500);
@@ -190,7 +196,7 @@ void PlotGeometryTest::onePoint() {
         QCOMPARE(geometry.positionAt(pixel), 500);
         QVERIFY(geometry.valueAt(pixel) == 4.0);
     }
-    // Level lines have no middle to go to.
+    // Reference lines are not moved to the middle.
     for (const double level : {7.3, 6.0, 5.0, 4.0, 3.0}) {
         const int y = geometry.yOfLevel(level);
         QVERIFY2(y < 0 || y > 600, qPrintable(QString::number(y)));
@@ -203,12 +209,12 @@ void PlotGeometryTest::pixels_data() {
     QTest::addColumn<int>("position");
     QTest::addColumn<int>("x");
     QTest::newRow("left edge") << 0.5 << 100 << 100 << 0;
-    QTest::newRow("cut, not rounded") << 0.5 << 100 << 103 << 1;
+    QTest::newRow("truncated") << 0.5 << 100 << 103 << 1;
     QTest::newRow("left of the image") << 0.5 << 100 << 97 << -1;
     QTest::newRow("just left of the image") << 0.5 << 100 << 99 << 0;
     QTest::newRow("a negative scale") << -0.5 << 100 << 103 << -1;
     QTest::newRow("far right") << 1e6 << 0 << 2147 << 2147000000;
-    QTest::newRow("further than an int") << 1e6 << 0 << 2148 << lowest;
+    QTest::newRow("beyond int") << 1e6 << 0 << 2148 << lowest;
     QTest::newRow("a difference that wraps around") << 1.0 << -2 << highest << lowest + 1;
     QTest::newRow("not a number") << notANumber << 0 << 5 << lowest;
     QTest::newRow("no scale") << 0.0 << 0 << 5 << 0;
@@ -226,7 +232,7 @@ void PlotGeometryTest::pixels() {
     geometry.minX = minX;
     geometry.pixPerX = pixPerX;
     QTEST(geometry.xOf(position), "x");
-    // The same numbers upwards, from the bottom edge.
+    // The same numbers on the other axis, which counts upward from the bottom edge.
     geometry.minY = minX;
     geometry.pixPerY = pixPerX;
     QFETCH(int, x);
@@ -253,8 +259,8 @@ void PlotGeometryTest::thereAndBack_data() {
     QTest::newRow("below zero") << -5000 << -100 << -3.0 << -1.0;
 }
 
-// A pixel's position and value lie on that pixel again, or right beside it where the scale's last
-// bit decides; at both edges and between.
+// A pixel's position and value lie on the same pixel, or on the next one if rounding decides; at
+// both edges and between.
 void PlotGeometryTest::thereAndBack() {
     QFETCH(int, first);
     QFETCH(int, last);

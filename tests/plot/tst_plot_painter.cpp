@@ -1,7 +1,6 @@
 #include "exact_pixels.h"
 
 #include <QTest>
-#include <cmath>
 #include <limits>
 
 // Where exactly the plots put the points, and in which colour.
@@ -9,105 +8,122 @@ class PlotPainter : public QObject {
     Q_OBJECT
 
 private slots:
-    void dotSize();
-    void genomeColors();
-    void genomeColorLeftOfAll();
-    void laterDotsLieOnTop();
+    void genomeDots_data();
+    void genomeDots();
+    void chromosomeMarks_data();
+    void chromosomeMarks();
     void dotsLieOnEarlierLabels();
-    void highlightColors();
-    void segments();
-    void oneAndNoSegment();
-    void valuesThatAreNoNumbers();
     void infiniteScales();
     void noSize();
 };
 
-void PlotPainter::dotSize() {
-    const Points points{{50}, {40.0}};
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+Points inRow50(const QList<int>& positions) {
+    return {positions, QList<double>(positions.size(), 50.0)};
+}
+
+} // namespace
+
+void PlotPainter::genomeDots_data() {
+    QTest::addColumn<Points>("points");
+    QTest::addColumn<QList<int>>("starts");
+    QTest::addColumn<QRegion>("reds");
+    QTest::addColumn<QRegion>("greys");
+    const auto row = [](const char* name, const Points& points, const QList<int>& starts,
+                        const QRegion& reds, const QRegion& greys) {
+        QTest::newRow(name) << points << starts << reds << greys;
+    };
+    row("one dot", {{50}, {40.0}}, {0}, rectangle(49, 59, 50, 60), {});
+    row("a chromosome begins with its start", inRow50({10, 49, 50, 60, 119, 120, 130}),
+        {1, 50, 120}, dots({10, 49, 120, 130}, 2) - dot(50, 50, 2),
+        dots({50, 60, 119}, 2) - dot(120, 50, 2));
+    row("the first chromosome has the colour of the point before", inRow50({10, 60, 20, 130, 30}),
+        {1, 50, 120}, dots({10, 130, 30}, 2), dots({60, 20}, 2));
+    row("of unordered starts, the last one reached counts", inRow50({60, 130}), {1, 120, 50, 200},
+        dots({60, 130}, 2), {});
+    row("of unordered starts, the very last reached counts", inRow50({60, 130}), {1, 50, 120, 50},
+        {}, dots({60, 130}, 2));
+    row("later dots on top", inRow50({50, 51, 49}), {0, 51}, {}, dots({51, 49}, 2));
+    row("no dot without a number",
+        {{20, 40, 60, 80, 100}, {50.0, notANumber, 50.0, 50.0, notANumber}}, {0},
+        dots({20, 60, 80}, 2), {});
+}
+
+void PlotPainter::genomeDots() {
+    QFETCH(Points, points);
+    QFETCH(QList<int>, starts);
+    QFETCH(QRegion, reds);
+    QFETCH(QRegion, greys);
     for (const Painter& painter : painters) {
-        const QImage genome = painter.genome(unitGeometry(), pointsOf(points), genomeOf({0}));
-        QCOMPARE(genome.size(), QSize(200, 100));
-        QCOMPARE(differing(pixels(genome, red), rectangle(49, 59, 50, 60)), QRegion());
-        QCOMPARE(
-            differing(pixels(genome, white), QRegion(0, 20, 200, 60) - rectangle(49, 59, 50, 60)),
-            QRegion());
-        const QImage chromosome = painter.chromosome(unitGeometry(), pointsOf(points), {});
-        QCOMPARE(differing(pixels(chromosome, blue), rectangle(48, 58, 51, 61)), QRegion());
-        QCOMPARE(differing(pixels(chromosome, white),
-                           QRegion(0, 20, 200, 60) - rectangle(48, 58, 51, 61)),
-                 QRegion());
+        const QImage image = painter.genome(unitGeometry(), pointsOf(points), genomeOf(starts));
+        QCOMPARE(image.size(), QSize(200, 100));
+        checkColors(image, {{red, reds}, {grey, greys}});
     }
 }
 
-void PlotPainter::genomeColors() {
-    const Points points{{10, 49, 50, 60, 119, 120, 130}, QList<double>(7, 50.0)};
+void PlotPainter::chromosomeMarks_data() {
+    QTest::addColumn<Points>("points");
+    QTest::addColumn<QPoint>("highlight");
+    QTest::addColumn<bool>("joined");
+    QTest::addColumn<QRegion>("blues");
+    QTest::addColumn<QRegion>("reds");
+    const auto row = [](const char* name, const Points& points, QPoint highlight, bool joined,
+                        const QRegion& blues, const QRegion& reds) {
+        QTest::newRow(name) << points << highlight << joined << blues << reds;
+    };
+    const Points five = inRow50({0, 20, 30, 40, 50});
+    row("one dot", {{50}, {40.0}}, {0, 0}, false, rectangle(48, 58, 51, 61), {});
+    row("later dots on top", inRow50({50, 51, 49}), {51, 51}, false, dot(49, 50, 4),
+        dot(51, 50, 4) - dot(49, 50, 4));
+    row("both ends are highlighted", five, {20, 40}, false, dots({0, 50}, 4),
+        dots({20, 30, 40}, 4));
+    row("the usual highlight is position 0", five, {0, 0}, false, dots({20, 30, 40, 50}, 4),
+        dot(0, 50, 4));
+    row("an inverted highlight is empty", five, {40, 20}, false, dots({0, 20, 30, 40, 50}, 4), {});
+    const Points gaps{{20, 40, 60, 80, 100}, {50.0, notANumber, 50.0, 50.0, notANumber}};
+    row("no dot without a number", gaps, {0, 0}, false, dots({20, 60, 80}, 4), {});
+    row("no segment without a number", gaps, {0, 0}, true, rectangle(58, 48, 81, 51), {});
+    const QRegion across = rectangle(18, 48, 61, 51), down = rectangle(58, 48, 61, 71),
+                  further = rectangle(58, 68, 101, 71);
+    row("a segment has the colour of its end", {{20, 60, 60, 100}, {50.0, 50.0, 30.0, 30.0}},
+        {60, 60}, true, further, across + down - further);
+    row("a segment in one place", inRow50({50, 50}), {0, 0}, true, dot(50, 50, 4), {});
+}
+
+void PlotPainter::chromosomeMarks() {
+    QFETCH(Points, points);
+    QFETCH(QPoint, highlight);
+    QFETCH(bool, joined);
+    QFETCH(QRegion, blues);
+    QFETCH(QRegion, reds);
+    const ChromosomePlot plot{{highlight.x(), highlight.y()}, joined, false};
     for (const Painter& painter : painters) {
-        const QImage image =
-            painter.genome(unitGeometry(), pointsOf(points), genomeOf({1, 50, 120}));
-        QCOMPARE(image.pixel(10, 50), red);
-        QCOMPARE(image.pixel(48, 50), red);
-        QCOMPARE(image.pixel(50, 50), grey); // a chromosome begins with its start
-        QCOMPARE(image.pixel(60, 50), grey);
-        QCOMPARE(image.pixel(118, 50), grey);
-        QCOMPARE(image.pixel(120, 50), red);
-        QCOMPARE(image.pixel(130, 50), red);
+        const QImage image = painter.chromosome(unitGeometry(), pointsOf(points), plot);
+        QCOMPARE(image.size(), QSize(200, 100));
+        checkColors(image, {{blue, blues}, {red, reds}});
     }
 }
 
-// A point that belongs to the first chromosome has the colour of the point before it.
-void PlotPainter::genomeColorLeftOfAll() {
-    const Points points{{10, 60, 20, 130, 30}, QList<double>(5, 50.0)};
-    for (const Painter& painter : painters) {
-        const QImage image =
-            painter.genome(unitGeometry(), pointsOf(points), genomeOf({1, 50, 120}));
-        QCOMPARE(image.pixel(10, 50), red);
-        QCOMPARE(image.pixel(20, 50), grey);
-        QCOMPARE(image.pixel(30, 50), red);
-    }
-    // Starts in no order: the last that lies at or below the position counts.
-    for (const Painter& painter : painters) {
-        const QImage image = painter.genome(unitGeometry(), pointsOf({{60, 130}, {50.0, 50.0}}),
-                                            genomeOf({1, 120, 50, 200}));
-        QCOMPARE(image.pixel(60, 50), red);
-        QCOMPARE(image.pixel(130, 50), red);
-        const QImage other = painter.genome(unitGeometry(), pointsOf({{60, 130}, {50.0, 50.0}}),
-                                            genomeOf({1, 50, 120, 50}));
-        QCOMPARE(other.pixel(60, 50), grey);
-        QCOMPARE(other.pixel(130, 50), grey);
-    }
-}
-
-void PlotPainter::laterDotsLieOnTop() {
-    const Points points{{50, 51, 49}, {50.0, 50.0, 50.0}};
-    for (const Painter& painter : painters) {
-        const QImage genome = painter.genome(unitGeometry(), pointsOf(points), genomeOf({0, 51}));
-        // The third point is the first chromosome's, and takes the second's colour.
-        QCOMPARE(differing(pixels(genome, grey), dot(51, 50, 2) + dot(49, 50, 2)), QRegion());
-        QVERIFY(pixels(genome, red).isEmpty());
-        ChromosomePlot plot;
-        plot.highlight = {51, 51};
-        const QImage chromosome = painter.chromosome(unitGeometry(), pointsOf(points), plot);
-        QCOMPARE(differing(pixels(chromosome, blue), dot(49, 50, 4)), QRegion());
-        QCOMPARE(differing(pixels(chromosome, red), dot(51, 50, 4) - dot(49, 50, 4)), QRegion());
-    }
-}
-
-// A label in between, in a colour that no dot ever had since its points are no numbers, is painted
-// over by a dot that comes again.
+// A chromosome without any numbers has a label but no dots. When the chromosome before it comes
+// again, its dots cover that label.
 void PlotPainter::dotsLieOnEarlierLabels() {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     PlotGeometry geometry = unitGeometry();
     geometry.pixPerX = 0.01;
-    GenomePlot plot = genomeOf({0, 5000, 7550});
-    plot.tags = QStringList{"", "HHHHHHHHHH", " "};
-    Points dots;
-    for (int value = 3; value < 20; ++value) {
-        dots.positions << 7560;
-        dots.values << value;
-    }
-    Points points = dots;
-    points.positions << QList<int>{6500, 7549} << dots.positions;
-    points.values << QList<double>{nan, nan} << dots.values;
+    const GenomePlot plot = genomeOf({0, 5000, 7550}, {"", "HHHHHHHHHH", " "});
+    Points points;
+    const auto addDots = [&] {
+        for (int value = 3; value < 20; ++value) {
+            points.positions << 7560;
+            points.values << value;
+        }
+    };
+    addDots();
+    points.positions << 6500 << 7549;
+    points.values << notANumber << notANumber;
+    addDots();
     for (const Painter& painter : painters) {
         const QImage image = painter.genome(geometry, pointsOf(points), plot);
         QVERIFY(!ink(image, QRect(65, 80, 8, 20)).isEmpty());
@@ -115,86 +131,17 @@ void PlotPainter::dotsLieOnEarlierLabels() {
     }
 }
 
-void PlotPainter::highlightColors() {
-    const Points points{{0, 20, 30, 40, 50}, QList<double>(5, 50.0)};
-    for (const Painter& painter : painters) {
-        ChromosomePlot plot;
-        plot.highlight = {20, 40};
-        const QImage image = painter.chromosome(unitGeometry(), pointsOf(points), plot);
-        QCOMPARE(differing(pixels(image, red), dot(20, 50, 4) + dot(30, 50, 4) + dot(40, 50, 4)),
-                 QRegion());
-        QCOMPARE(differing(pixels(image, blue), (dot(0, 50, 4) & image.rect()) + dot(50, 50, 4)),
-                 QRegion());
-        const QImage usual = painter.chromosome(unitGeometry(), pointsOf(points), {});
-        QCOMPARE(differing(pixels(usual, red), dot(0, 50, 4) & image.rect()), QRegion());
-        plot.highlight = {40, 20};
-        const QImage backwards = painter.chromosome(unitGeometry(), pointsOf(points), plot);
-        QVERIFY(pixels(backwards, red).isEmpty());
-    }
-}
-
-void PlotPainter::segments() {
-    const Points points{{20, 60, 60, 100}, {50.0, 50.0, 30.0, 30.0}};
-    ChromosomePlot plot;
-    plot.joined = true;
-    plot.highlight = {60, 60};
-    for (const Painter& painter : painters) {
-        const QImage image = painter.chromosome(unitGeometry(), pointsOf(points), plot);
-        const QRegion across = rectangle(18, 48, 61, 51), down = rectangle(58, 48, 61, 71),
-                      further = rectangle(58, 68, 101, 71);
-        QCOMPARE(differing(pixels(image, blue), further), QRegion());
-        QCOMPARE(differing(pixels(image, red), across + down - further), QRegion());
-    }
-}
-
-void PlotPainter::oneAndNoSegment() {
-    ChromosomePlot plot;
-    plot.joined = true;
-    for (const Painter& painter : painters) {
-        const QImage one = painter.chromosome(unitGeometry(), pointsOf({{50}, {50.0}}), plot);
-        QVERIFY(pixels(one, blue, 0, 100).isEmpty());
-        QVERIFY(!ink(one, QRect(0, 80, 200, 20)).isEmpty());
-        const QImage twoInOne =
-            painter.chromosome(unitGeometry(), pointsOf({{50, 50}, {50.0, 50.0}}), plot);
-        QCOMPARE(differing(pixels(twoInOne, blue), dot(50, 50, 4)), QRegion());
-    }
-}
-
-void PlotPainter::valuesThatAreNoNumbers() {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const Points points{{20, 40, 60, 80, 100}, {50.0, nan, 50.0, 50.0, nan}};
-    ChromosomePlot joined;
-    joined.joined = true;
-    for (const Painter& painter : painters) {
-        QCOMPARE(
-            differing(pixels(painter.genome(unitGeometry(), pointsOf(points), genomeOf({0})), red),
-                      dot(20, 50, 2) + dot(60, 50, 2) + dot(80, 50, 2)),
-            QRegion());
-        QCOMPARE(differing(pixels(painter.chromosome(unitGeometry(), pointsOf(points), {}), blue),
-                           dot(20, 50, 4) + dot(60, 50, 4) + dot(80, 50, 4)),
-                 QRegion());
-        QCOMPARE(
-            differing(pixels(painter.chromosome(unitGeometry(), pointsOf(points), joined), blue),
-                      rectangle(58, 48, 81, 51)),
-            QRegion());
-    }
-}
-
 void PlotPainter::infiniteScales() {
-    const double infinity = std::numeric_limits<double>::infinity();
     PlotGeometry geometry = unitGeometry();
     geometry.minX = 7;
     geometry.minY = 5.0;
-    geometry.pixPerX = geometry.pixPerY = infinity;
-    ChromosomePlot plot;
-    plot.referenceLines = true;
+    geometry.pixPerX = geometry.pixPerY = std::numeric_limits<double>::infinity();
+    const Points point{{7}, {5.0}};
     for (const Painter& painter : painters) {
-        const QImage image = painter.chromosome(geometry, pointsOf({{7}, {5.0}}), plot);
-        QCOMPARE(differing(pixels(image, blue, 0, 100), dot(100, 50, 4)), QRegion());
-        QCOMPARE(differing(pixels(image, white), QRegion(0, 20, 200, 60) - dot(100, 50, 4)),
-                 QRegion());
-        const QImage genome = painter.genome(geometry, pointsOf({{7}, {5.0}}), genomeOf({0}));
-        QCOMPARE(differing(pixels(genome, red, 0, 100), dot(100, 50, 2)), QRegion());
+        checkColors(painter.chromosome(geometry, pointsOf(point), {{}, false, true}),
+                    {{blue, dot(100, 50, 4)}});
+        checkColors(painter.genome(geometry, pointsOf(point), genomeOf({0})),
+                    {{red, dot(100, 50, 2)}});
     }
 }
 

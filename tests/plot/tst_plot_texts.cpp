@@ -1,3 +1,4 @@
+#include "plain_texts.h"
 #include "plot_texts.h"
 
 #include <QTest>
@@ -53,7 +54,7 @@ void PlotTexts::highlight_data() {
     row("the first part no number", "x-2000", "", 0, 0);
     row("the second part no number", "1000-x", "", 0, 0);
     row("from high to low", "2000-1000", "", 2000, 1000);
-    row("blanks around", " 1000 - 2000 ", "", 1000, 2000);
+    row("spaces around", " 1000 - 2000 ", "", 1000, 2000);
     row("a plus", "+1000", "+2000", 1000, 2000);
     row("no fractions", "1000.0", "2000", 0, 0);
     row("no exponents", "1e3", "2000", 0, 0);
@@ -67,9 +68,11 @@ void PlotTexts::highlight_data() {
 void PlotTexts::highlight() {
     QFETCH(QString, first);
     QFETCH(QString, second);
-    const PositionRange range = highlightRange(first, second);
-    QTEST(range.low, "low");
-    QTEST(range.high, "high");
+    for (const PositionRange range :
+         {highlightRange(first, second), plain::highlightRange(first, second)}) {
+        QTEST(range.low, "low");
+        QTEST(range.high, "high");
+    }
 }
 
 void PlotTexts::highlightContains() {
@@ -113,6 +116,7 @@ void PlotTexts::grouping_data() {
 void PlotTexts::grouping() {
     QFETCH(int, number);
     QTEST(groupedInThrees(number), "text");
+    QTEST(plain::groupedInThrees(number), "text");
 }
 
 void PlotTexts::span_data() {
@@ -122,7 +126,7 @@ void PlotTexts::span_data() {
     QTest::newRow("a span") << 1000 << 151000 << "|<-- 150,000 -->|";
     QTest::newRow("none") << 5 << 5 << "|<-- 0 -->|";
     QTest::newRow("backwards") << 500 << 300 << "|<-- -,200 -->|";
-    QTest::newRow("more than an int") << lowest << highest << "|<-- -1 -->|";
+    QTest::newRow("beyond int") << lowest << highest << "|<-- -1 -->|";
 }
 
 void PlotTexts::span() {

@@ -1,3 +1,4 @@
+#include "plain_geometry.h"
 #include "plain_painter.h"
 #include "plot_painter.h"
 #include "support/random.h"
@@ -5,7 +6,7 @@
 #include <QTest>
 #include <limits>
 
-// The program's painter against the plain one, pixel by pixel, on random data in both views.
+// The painter and the geometry against the reference, pixel by pixel, on random data in both views.
 class RandomPlots : public QObject {
     Q_OBJECT
 
@@ -15,6 +16,7 @@ private slots:
     void genome();
     void chromosome_data() { addGroups(); }
     void chromosome();
+    void geometry();
     void dotsAroundEveryEdge();
     void crowdedImages();
     void segmentsInOneColumn();
@@ -32,25 +34,20 @@ constexpr int groups = 10;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-QString whereTheyDiffer(const QImage& image, const QImage& expected) {
-    if (image.size() != expected.size())
-        return QStringLiteral("sizes %1 x %2, %3 x %4")
-            .arg(image.width())
-            .arg(image.height())
-            .arg(expected.width())
-            .arg(expected.height());
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (image.pixel(x, y) != expected.pixel(x, y))
-                return QStringLiteral("at %1, %2: %3, expected %4")
-                    .arg(x)
-                    .arg(y)
-                    .arg(image.pixel(x, y), 8, 16)
-                    .arg(expected.pixel(x, y), 8, 16);
-    return {};
+// Between the painter and the reference.
+QString difference(const PlotGeometry& geometry, const Points& points, const GenomePlot& plot) {
+    const PlotPoints shown{points.positions, points.values};
+    return plain::pixelDifference(paintGenome(geometry, shown, plot),
+                                  plain::paintGenome(geometry, shown, plot));
 }
 
-// How the positions of one plot come about, and its values.
+QString difference(const PlotGeometry& geometry, const Points& points, const ChromosomePlot& plot) {
+    const PlotPoints shown{points.positions, points.values};
+    return plain::pixelDifference(paintChromosome(geometry, shown, plot),
+                                  plain::paintChromosome(geometry, shown, plot));
+}
+
+// How one plot's positions follow each other.
 enum class Walk { Sorted, Anywhere, Column, Zigzag, Extreme };
 
 int nextPosition(Random& random, Walk walk, int position) {
@@ -100,7 +97,7 @@ QSize randomScreen(Random& random) {
     return {random.between(50, 400), random.between(50, 300)};
 }
 
-// The points' own view; or part of it, so that points lie around and far outside of the image.
+// The points' own view, or part of it, so that points lie around the image and far outside.
 PlotGeometry randomGeometry(Random& random, const Points& points) {
     PlotGeometry geometry = plotGeometry(points, randomScreen(random));
     if (random.oneIn(3))
@@ -127,13 +124,15 @@ GenomePlot randomGenome(Random& random, const Points& points) {
     plot.referenceLines = random.oneIn(2);
     const bool isSorted = random.oneIn(2);
     for (int count = random.oneOf({1, 2, 3, 10, 40}); count > 0; --count) {
-        plot.tags << random.oneOf({QStringLiteral("1"), QStringLiteral("chr2"), QString(),
-                                   QStringLiteral("X"), QString::number(count)});
-        plot.startValue << (points.positions.isEmpty() ? 0 : random.oneOf(points.positions));
-        plot.colorValue << random.oneOf({255, 50});
+        const int start = points.positions.isEmpty() ? 0 : random.oneOf(points.positions);
+        plot.chromosomes << chromosomeFrom(start,
+                                           random.oneOf({QStringLiteral("1"), QStringLiteral("chr2"),
+                                                         QString(), QStringLiteral("X"),
+                                                         QString::number(count)}));
     }
     if (isSorted)
-        std::sort(plot.startValue.begin(), plot.startValue.end());
+        std::sort(plot.chromosomes.begin(), plot.chromosomes.end(),
+                  [](const auto& a, const auto& b) { return a.startValue < b.startValue; });
     return plot;
 }
 
@@ -149,6 +148,19 @@ ChromosomePlot randomChromosome(Random& random, const Points& points) {
     return plot;
 }
 
+// Compares one group's share of random plots, which `randomPlot` makes for their points.
+template <typename MakePlot>
+void compare(std::uint64_t firstSeed, MakePlot randomPlot) {
+    QFETCH(int, group);
+    Random random(firstSeed + static_cast<std::uint64_t>(group));
+    for (int i = 0; i < randomCases(6000) / groups; ++i) {
+        const Points points = randomPoints(random, 400);
+        const PlotGeometry geometry = randomGeometry(random, points);
+        const QString found = difference(geometry, points, randomPlot(random, points));
+        QVERIFY2(found.isEmpty(), qPrintable(QStringLiteral("case %1, ").arg(i) + found));
+    }
+}
+
 } // namespace
 
 void RandomPlots::addGroups() {
@@ -158,30 +170,21 @@ void RandomPlots::addGroups() {
 }
 
 void RandomPlots::genome() {
-    QFETCH(int, group);
-    Random random(m_seed + static_cast<std::uint64_t>(group));
-    for (int i = 0; i < randomCases(6000) / groups; ++i) {
-        const Points points = randomPoints(random, 400);
-        const PlotGeometry geometry = randomGeometry(random, points);
-        const GenomePlot plot = randomGenome(random, points);
-        const PlotPoints shown{points.positions, points.values};
-        const QString difference = whereTheyDiffer(paintGenome(geometry, shown, plot),
-                                                   plain::paintGenome(geometry, shown, plot));
-        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("case %1, ").arg(i) + difference));
-    }
+    compare(m_seed, randomGenome);
 }
 
 void RandomPlots::chromosome() {
-    QFETCH(int, group);
-    Random random(m_seed + 1000 + static_cast<std::uint64_t>(group));
-    for (int i = 0; i < randomCases(6000) / groups; ++i) {
+    compare(m_seed + 1000, randomChromosome);
+}
+
+void RandomPlots::geometry() {
+    Random random(m_seed);
+    for (int i = 0; i < randomCases(6000); ++i) {
         const Points points = randomPoints(random, 400);
-        const PlotGeometry geometry = randomGeometry(random, points);
-        const ChromosomePlot plot = randomChromosome(random, points);
-        const PlotPoints shown{points.positions, points.values};
-        const QString difference = whereTheyDiffer(paintChromosome(geometry, shown, plot),
-                                                   plain::paintChromosome(geometry, shown, plot));
-        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("case %1, ").arg(i) + difference));
+        const QSize screen = randomScreen(random);
+        if (!points.positions.isEmpty())
+            QCOMPARE(plain::toText(plotGeometry(points, screen)),
+                     plain::toText(plain::plotGeometry(points, screen)));
     }
 }
 
@@ -191,26 +194,17 @@ void RandomPlots::dotsAroundEveryEdge() {
     geometry.minX = 0;
     geometry.minY = 0.0;
     geometry.pixPerX = geometry.pixPerY = 1.0;
-    GenomePlot plot;
-    plot.tags << QString();
-    plot.startValue << 0;
-    plot.colorValue << 255;
+    const GenomePlot plot = genomeOf({0});
     for (int x = -6; x <= geometry.width + 6; ++x) {
         for (int y = -6; y <= geometry.height + 6; ++y) {
-            const int position = x;
-            const double value = geometry.height - y;
-            const PlotPoints shown{{&position, 1}, {&value, 1}};
-            QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, plot),
-                                     plain::paintGenome(geometry, shown, plot)),
-                     QString());
-            QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, {}),
-                                     plain::paintChromosome(geometry, shown, {})),
-                     QString());
+            const Points points{{x}, {double(geometry.height - y)}};
+            QCOMPARE(difference(geometry, points, plot), QString());
+            QCOMPARE(difference(geometry, points, ChromosomePlot()), QString());
         }
     }
 }
 
-// Dots of both colours, labels and title all on the same few pixels, each drawn over many times.
+// Dots of both colours, labels and title on the same few pixels, each painted over many times.
 void RandomPlots::crowdedImages() {
     Random random(m_seed);
     for (int i = 0; i < randomCases(6000) / 10; ++i) {
@@ -226,24 +220,16 @@ void RandomPlots::crowdedImages() {
             const bool isNumber = !random.oneIn(8);
             points.values.append(isNumber ? random.between(-1, geometry.height + 1) : notANumber);
         }
-        const PlotPoints shown{points.positions, points.values};
         const int middle = 1000 * random.below(geometry.width) + 500;
         ChromosomePlot chromosome;
         chromosome.highlight = {0, middle};
-        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, chromosome),
-                                 plain::paintChromosome(geometry, shown, chromosome)),
-                 QString());
-        GenomePlot genome;
-        genome.tags = QStringList{"HHH", "WWW", "XX"};
-        genome.startValue = {0, middle, middle + 1500};
-        genome.colorValue = {255, random.oneOf({50, 255}), random.oneOf({50, 255})};
-        QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, genome),
-                                 plain::paintGenome(geometry, shown, genome)),
-                 QString());
+        QCOMPARE(difference(geometry, points, chromosome), QString());
+        const GenomePlot genome = genomeOf({0, middle, middle + 1500}, {"HHH", "WWW", "XX"});
+        QCOMPARE(difference(geometry, points, genome), QString());
     }
 }
 
-// Runs up and down one column, within the image and to the ends of all ints.
+// Up and down one column, within the image and to the limits of int.
 void RandomPlots::segmentsInOneColumn() {
     Random random(m_seed);
     for (int i = 0; i < randomCases(6000) / 10; ++i) {
@@ -262,14 +248,11 @@ void RandomPlots::segmentsInOneColumn() {
         ChromosomePlot plot;
         plot.joined = true;
         plot.highlight = {1000, random.oneOf({0, 1050})};
-        const PlotPoints shown{points.positions, points.values};
-        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, plot),
-                                 plain::paintChromosome(geometry, shown, plot)),
-                 QString());
+        QCOMPARE(difference(geometry, points, plot), QString());
     }
 }
 
-// As many points as a real chromosome has, on a real window's plot.
+// A real chromosome's number of points, on a plot of the usual size.
 void RandomPlots::manyPoints() {
     Random random(m_seed);
     Points points;
@@ -278,20 +261,15 @@ void RandomPlots::manyPoints() {
         points.values.append(-std::log10(random.fraction() + 1e-9));
     }
     const PlotGeometry geometry = plotGeometry(points, QSize(1000, 800));
-    const PlotPoints shown{points.positions, points.values};
     for (const bool joined : {false, true}) {
         ChromosomePlot plot;
         plot.joined = joined;
         plot.referenceLines = true;
         plot.highlight = {500'000, 900'000};
-        QCOMPARE(whereTheyDiffer(paintChromosome(geometry, shown, plot),
-                                 plain::paintChromosome(geometry, shown, plot)),
-                 QString());
+        QCOMPARE(difference(geometry, points, plot), QString());
     }
     GenomePlot plot = randomGenome(random, points);
-    QCOMPARE(whereTheyDiffer(paintGenome(geometry, shown, plot),
-                             plain::paintGenome(geometry, shown, plot)),
-             QString());
+    QCOMPARE(difference(geometry, points, plot), QString());
 }
 
 QTEST_MAIN(RandomPlots)

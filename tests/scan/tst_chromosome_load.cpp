@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-// Which lines of a file make one chromosome.
+// Which lines of a file are loaded as one chromosome.
 class ChromosomeLoad : public QObject {
     Q_OBJECT
 
@@ -13,7 +13,7 @@ private slots:
 
 namespace {
 
-const QString tooFew = QStringLiteral("Illegal data range in getManhattan!");
+const QString tooFew = QStringLiteral("few chromosome points");
 
 void row(const char* name, const QByteArray& lines, const char* label, const QString& outcome) {
     QTest::newRow(name) << QByteArray("chr pos p\n" + lines) << QString(label) << outcome;
@@ -26,38 +26,38 @@ void ChromosomeLoad::run_data() {
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("outcome");
     const QByteArray twice = "A 1 .1\nA 2 .01\nB 3 .1\nB 4 .1\nA 5 .1\nA 6 .1\n";
-    row("the first of two runs", twice, "A", "1 2 = 1 2");
-    row("a run in the middle", twice, "B", "3 4 = 1 1");
-    row("the last run", "A 1 .1\nA 2 .1\nB 3 .1\nB 4 .1\n", "B", "3 4 = 1 1");
+    row("the first of two blocks", twice, "A", "1 2 = 1 2");
+    row("a block in the middle", twice, "B", "3 4 = 1 1");
+    row("the last block", "A 1 .1\nA 2 .1\nB 3 .1\nB 4 .1\n", "B", "3 4 = 1 1");
     row("the whole file", "A 9 .1\nA 8 .1\nA 9 .1\n", "A", "9 8 9 = 1 1 1");
     row("positions as they are, in base pairs", "A 123456789 .1\nA -99 .1\n", "A",
         "123456789 -99 = 1 1");
-    row("a missing p-value belongs to the run", "A 1 .1\nA 2 .1\nA 3 NA\nB 4 .1\nA 5 .1\n", "A",
+    row("a missing p-value belongs to the block", "A 1 .1\nA 2 .1\nA 3 NA\nB 4 .1\nA 5 .1\n", "A",
         "1 2 = 1 1");
-    row("a run that starts with a missing p-value ends all the same",
-        "A 1 NA\nB 2 .1\nA 3 .1\nA 4 .1\n", "A", tooFew);
-    row("a p-value of 0 belongs to the run", "A 1 0\nB 2 .1\nA 3 .1\nA 4 .1\n", "A", tooFew);
-    row("a skipped line of another label ends the run", "A 1 .1\nA 2 .1\nB 9 NA\nA 3 .1\nA 4 .1\n",
-        "A", "1 2 = 1 1");
+    row("a block of a missing p-value ends like any other", "A 1 NA\nB 2 .1\nA 3 .1\nA 4 .1\n", "A",
+        tooFew);
+    row("a p-value of 0 belongs to the block", "A 1 0\nB 2 .1\nA 3 .1\nA 4 .1\n", "A", tooFew);
+    row("a skipped line of another label ends the block",
+        "A 1 .1\nA 2 .1\nB 9 NA\nA 3 .1\nA 4 .1\n", "A", "1 2 = 1 1");
     row("so does one whose p-value is 0", "A 1 .1\nA 2 .1\nB 9 0\nA 3 .1\n", "A", "1 2 = 1 1");
     row("so does one that is malformed", "A 1 .1\nA 2 .1\nB y x\nA 3 .1\n", "A", "1 2 = 1 1");
     row("an empty line does not", "A 1 .1\n\nA 2 .1\n\n\nA 3 .1\n", "A", "1 2 3 = 1 1 1");
-    row("malformed lines before the run are not looked at", "B x y\nC 1.5 .1\nA 1 .1\nA 2 .1\n",
-        "A", "1 2 = 1 1");
-    row("nor are those behind it", "A 1 .1\nA 2 .1\nB 1 .1\nA x y\nB x y\n", "A", "1 2 = 1 1");
-    row("a malformed p-value in the run", "B 1 .1\nA 1 .1\nA 2 x\n", "A",
-        "Non-numeric p-value detected!");
-    row("a malformed position in the run", "B 1 .1\nA 1 .1\nA x .1\n", "A",
-        "Non-integer position value detected!");
+    row("malformed lines before the block are not parsed", "B x y\nC 1.5 .1\nA 1 .1\nA 2 .1\n", "A",
+        "1 2 = 1 1");
+    row("nor are those after it", "A 1 .1\nA 2 .1\nB 1 .1\nA x y\nB x y\n", "A", "1 2 = 1 1");
+    row("a malformed p-value in the block", "B 1 .1\nA 1 .1\nA 2 x\n", "A",
+        "bad p-value");
+    row("a malformed position in the block", "B 1 .1\nA 1 .1\nA x .1\n", "A",
+        "bad position");
     row("a malformed position beside a missing p-value", "A 1 .1\nA x NA\nA y 0\nA 2 .1\n", "A",
         "1 2 = 1 1");
-    row("both malformed", "A y x\n", "A", "Non-numeric p-value detected!");
-    row("a short line before the run", "B 1\nA 1 .1\nA 2 .1\n", "A", "Incorrect data columns!");
-    row("a short line right behind the run", "A 1 .1\nA 2 .1\nB 1\n", "A",
-        "Incorrect data columns!");
-    row("a short line further behind", "A 1 .1\nA 2 .1\nB 1 .1\nB 1\n", "A", "1 2 = 1 1");
+    row("both malformed", "A y x\n", "A", "bad p-value");
+    row("a short line before the block", "B 1\nA 1 .1\nA 2 .1\n", "A", "wrong columns");
+    row("a short line right after the block", "A 1 .1\nA 2 .1\nB 1\n", "A",
+        "wrong columns");
+    row("a short line further on", "A 1 .1\nA 2 .1\nB 1 .1\nB 1\n", "A", "1 2 = 1 1");
     row("one point", "A 1 .1\nB 2 .1\nB 3 .1\n", "A", tooFew);
-    row("one point that counts", "A 1 .1\nA 2 NA\nA 3 0\n", "A", tooFew);
+    row("one kept point", "A 1 .1\nA 2 NA\nA 3 0\n", "A", tooFew);
     row("exactly two points", "A 1 .1\nA 2 .1\n", "A", "1 2 = 1 1");
     row("a label that does not occur", "A 1 .1\nA 2 .1\n", "C", tooFew);
     row("a label in another case", "A 1 .1\nA 2 .1\n", "a", tooFew);

@@ -1,12 +1,13 @@
+#include "support/reading.h"
 #include "support/reading_check.h"
 
 #include <QTest>
 
-// The first line, which decides how a file is read, and the lines behind it.
+// The first line, which sets how a file is read, the lines after it, and where faults are.
 //
 // Wherever a file can be read, it holds the same two points: label 7, positions 12345 and 23456,
 // p 0.001 and 0.01. All other columns hold numbers that would do for any of the three, so that a
-// column taken for another shows.
+// swapped column shows.
 class FileFormat : public QObject {
     Q_OBJECT
 
@@ -17,19 +18,21 @@ private slots:
     void titles();
     void dataLines_data();
     void dataLines();
+    void faultPlaces_data();
+    void faultPlaces();
 };
 
 namespace {
 
 const char* const bothPointsScanned = "7: 1 112 = 3 2";
 const char* const bothPointsLoaded = "12345 23456 = 3 2";
-const char* const noPointsScanned = "Illegal data range in getManhattan0!";
-const char* const noPointsLoaded = "Illegal data range in getManhattan!";
-const char* const noColumns = "Incorrect data columns!";
-const char* const noDelimiter = "Unknown data file delimiter!";
-const char* const fewColumns = "Data file contains < 3 columns!";
-const char* const badPValue = "Non-numeric p-value detected!";
-const char* const badPosition = "Non-integer position value detected!";
+const char* const noPointsScanned = "few genome points";
+const char* const noPointsLoaded = "few chromosome points";
+const char* const noColumns = "wrong columns";
+const char* const noDelimiter = "no delimiter";
+const char* const fewColumns = "few columns";
+const char* const badPValue = "bad p-value";
+const char* const badPosition = "bad position";
 
 void addColumns() {
     QTest::addColumn<QByteArray>("file");
@@ -216,6 +219,40 @@ void FileFormat::dataLines_data() {
 
 void FileFormat::dataLines() {
     check();
+}
+
+void FileFormat::faultPlaces_data() {
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("place");
+    const auto row = [](const char* name, const QByteArray& file, const QString& place) {
+        QTest::newRow(name) << file << place;
+    };
+    const QByteArray header = "chr\tpos\tx\tpval\n", good = "7\t1\t0\t0.1\n";
+    row("no delimiter", "chr;pos\n", "line 1, column : chr;pos");
+    row("few columns", "chr pos\n1 2\n", "line 1, column : chr pos");
+    row("a title that is missing", "chr,base,pval\n", "line 1, column : chr,base,pval");
+    row("a p-value", header + good + "7\t2\t0\t<1\n", "line 3, column pval: <1");
+    row("a position", header + "7\t2.5\t0\t0.1\n", "line 2, column pos: 2.5");
+    row("empty lines count", header + "\n\r\n" + good + "\n7\t2\t0\tx\n", "line 6, column pval: x");
+    row("without titles, columns have numbers", "7,1,0.1\n7,x,0.1\n", "line 2, column 2: x");
+    row("a short line", header + good + "7\t2\t0\n", "line 3, column pval: 7\t2\t0");
+    row("the leftmost column that is missing", header + "7\n" + good, "line 2, column pos: 7");
+    row("a last line without an end", header + good + "7\t2\t0\tx", "line 3, column pval: x");
+    row("too few points", header + good, "line 0, column : ");
+    row("a long text is cut", header + "7\t2\t0\t" + QByteArray(150, 'x') + "\n",
+        "line 2, column pval: " + QString(100, u'x'));
+    row("characters are counted, not bytes",
+        header + "7\t2\t0\t" + QString(150, QChar(0x4e2d)).toUtf8() + "\n",
+        "line 2, column pval: " + QString(100, QChar(0x4e2d)));
+    row("after many blocks", header + good.repeated(100'000) + "7\t2\t0\tx\n",
+        "line 100002, column pval: x");
+}
+
+void FileFormat::faultPlaces() {
+    QFETCH(QByteArray, file);
+    QTEST(placeOf(std::get<Fault>(plainScan(file))), "place");
+    for (const qsizetype blockSize : {defaultBlockSize, qsizetype(7), qsizetype(4096)})
+        QTEST(placeOf(std::get<Fault>(scan(file, blockSize))), "place");
 }
 
 QTEST_GUILESS_MAIN(FileFormat)

@@ -39,7 +39,7 @@ bool agree(const Result<T>& result, const Result<T>& expected, const QByteArray&
 // The labels of a file that was read, one by one; `otherwise` where it was not.
 QString someLabel(Random& random, const Result<GenomeScan>& scanned, const QString& otherwise) {
     const auto* scan = std::get_if<GenomeScan>(&scanned);
-    return scan && !random.oneIn(4) ? random.oneOf(scan->chromosomes.tags) : otherwise;
+    return scan && !random.oneIn(4) ? random.oneOf(scan->chromosomes).label : otherwise;
 }
 
 } // namespace

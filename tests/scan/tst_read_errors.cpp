@@ -1,4 +1,3 @@
-#include "association_file.h"
 #include "chromosome_load.h"
 #include "genome_scan.h"
 #include "support/failing_device.h"
@@ -8,8 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// Files that cannot be opened, and files that stop being readable half-way; and the words for it
-// all.
+// Files that cannot be opened, and files that stop being readable partway.
 class ReadErrors : public QObject {
     Q_OBJECT
 
@@ -18,9 +16,8 @@ private slots:
     void cannotOpen();
     void failsWhileReading_data();
     void failsWhileReading();
-    void failsBehindTheChromosome();
-    void messages_data();
-    void messages();
+    void failsAfterTheChromosome();
+    void failurePlace();
 };
 
 namespace {
@@ -28,17 +25,11 @@ namespace {
 const QByteArray content = "chr,pos,pval\n1,100,0.1\n1,200,0.1\n2,300,0.1\n2,400,0.1\n";
 
 QString readAll(QIODevice& device) {
-    AssociationFile file(device);
-    if (const std::optional<Fault> fault = file.open())
-        return told(*fault);
-    return told(scanGenome(file));
+    return told(scanGenome(device));
 }
 
 QString readChromosome(QIODevice& device, const QString& label) {
-    AssociationFile file(device);
-    if (const std::optional<Fault> fault = file.open())
-        return told(*fault);
-    return told(loadChromosome(file, label));
+    return told(loadChromosome(device, label));
 }
 
 } // namespace
@@ -60,7 +51,7 @@ void ReadErrors::cannotOpen() {
     QVERIFY(QFile::link(folder.filePath(QStringLiteral("nowhere")),
                         folder.filePath(QStringLiteral("link.txt"))));
     QFile file(name.isEmpty() ? name : folder.filePath(name));
-    QCOMPARE(readAll(file), QStringLiteral("Cannot open data file!"));
+    QCOMPARE(readAll(file), QStringLiteral("unreadable"));
 }
 
 void ReadErrors::failsWhileReading_data() {
@@ -69,44 +60,36 @@ void ReadErrors::failsWhileReading_data() {
         QTest::addRow("after %lld bytes", goodBytes) << goodBytes;
 }
 
-// A file that fails is none that ends: no points may be taken for all of them.
+// A read error is not the end of the file: the points so far must not pass for all of them.
 void ReadErrors::failsWhileReading() {
     QFETCH(qint64, goodBytes);
-    const QString fault = QStringLiteral("Cannot open data file!");
+    const QString fault = QStringLiteral("unreadable");
     FailingDevice scanned(content, goodBytes);
     QCOMPARE(readAll(scanned), fault);
     FailingDevice loaded(content, goodBytes);
     QCOMPARE(readChromosome(loaded, QStringLiteral("2")), fault);
 }
 
-void ReadErrors::failsBehindTheChromosome() {
+void ReadErrors::failsAfterTheChromosome() {
     FailingDevice whole(content, content.size());
     QCOMPARE(readAll(whole), QStringLiteral("1|2: 1 2 3 4 = 1 1 1 1"));
-    // What lies far behind the chromosome is not read, so its failing goes unnoticed.
+    // What lies far after the chromosome is not read, so its failure goes unnoticed.
     const QByteArray longContent = content + QByteArray("3,500,0.1\n").repeated(100'000);
     FailingDevice device(longContent, longContent.size() - 1);
     QCOMPARE(readChromosome(device, QStringLiteral("1")), QStringLiteral("100 200 = 1 1"));
 }
 
-void ReadErrors::messages_data() {
-    QTest::addColumn<int>("fault");
-    QTest::addColumn<QString>("text");
-    const auto row = [](Fault fault, const char* text) {
-        QTest::newRow(text) << static_cast<int>(fault) << QString(text);
-    };
-    row(Fault::CannotOpenFile, "Cannot open data file!");
-    row(Fault::UnknownDelimiter, "Unknown data file delimiter!");
-    row(Fault::TooFewColumns, "Data file contains < 3 columns!");
-    row(Fault::IncorrectColumns, "Incorrect data columns!");
-    row(Fault::NonNumericPValue, "Non-numeric p-value detected!");
-    row(Fault::NonIntegerPosition, "Non-integer position value detected!");
-    row(Fault::TooFewGenomePoints, "Illegal data range in getManhattan0!");
-    row(Fault::TooFewChromosomePoints, "Illegal data range in getManhattan!");
-}
-
-void ReadErrors::messages() {
-    QFETCH(int, fault);
-    QTEST(QString(message(static_cast<Fault>(fault))), "text");
+// The line is the last one that could be read.
+void ReadErrors::failurePlace() {
+    const QByteArray longContent = content + QByteArray("3,500,0.1\n").repeated(100'000);
+    FailingDevice device(longContent, longContent.size() - 1);
+    const Result<GenomeScan> result = scanGenome(device);
+    QVERIFY(std::holds_alternative<Fault>(result));
+    const auto& fault = std::get<Fault>(result);
+    QCOMPARE(fault.code, FaultCode::CannotOpenFile);
+    QCOMPARE(fault.line, 5 + 100'000 - 1);
+    FailingDevice unreadable(longContent, 0);
+    QCOMPARE(placeOf(std::get<Fault>(scanGenome(unreadable))), QStringLiteral("line 0, column : "));
 }
 
 QTEST_GUILESS_MAIN(ReadErrors)

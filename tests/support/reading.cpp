@@ -1,6 +1,5 @@
 #include "support/reading.h"
 
-#include "association_file.h"
 #include "chromosome_load.h"
 #include "plain_reader.h"
 
@@ -15,18 +14,11 @@
 
 namespace {
 
-// Opens the file in memory and hands it to `read`, or tells why it could not be opened.
-template <typename Outcome, typename Read>
-Result<Outcome> readWith(Read read, const QByteArray& bytes, qsizetype blockSize) {
-    QBuffer device;
-    device.setData(bytes);
-    const auto openAndRead = [&](AssociationFile file) -> Result<Outcome> {
-        if (const std::optional<Fault> fault = file.open())
-            return *fault;
-        return read(file);
-    };
-    return blockSize == defaultBlockSize ? openAndRead(AssociationFile(device))
-                                         : openAndRead(AssociationFile(device, blockSize));
+ReadOptions optionsFor(qsizetype blockSize) {
+    ReadOptions options;
+    if (blockSize != defaultBlockSize)
+        options.blockSize = blockSize;
+    return options;
 }
 
 bool isSameValue(double a, double b) {
@@ -41,13 +33,15 @@ QString toldValue(double value) {
 } // namespace
 
 Result<GenomeScan> scan(const QByteArray& file, qsizetype blockSize) {
-    return readWith<GenomeScan>([](AssociationFile& opened) { return scanGenome(opened); }, file,
-                                blockSize);
+    QBuffer device;
+    device.setData(file);
+    return scanGenome(device, optionsFor(blockSize));
 }
 
 Result<Points> load(const QByteArray& file, const QString& label, qsizetype blockSize) {
-    return readWith<Points>([&](AssociationFile& opened) { return loadChromosome(opened, label); },
-                            file, blockSize);
+    QBuffer device;
+    device.setData(file);
+    return loadChromosome(device, label, optionsFor(blockSize));
 }
 
 Result<GenomeScan> plainScan(const QByteArray& file) {
@@ -72,11 +66,36 @@ QString told(const Points& points) {
 }
 
 QString told(const GenomeScan& scan) {
-    return scan.chromosomes.tags.join(u'|') + QStringLiteral(": ") + told(scan.points);
+    QStringList labels;
+    for (const Chromosome& chromosome : scan.chromosomes)
+        labels << chromosome.label;
+    return labels.join(u'|') + QStringLiteral(": ") + told(scan.points);
 }
 
-QString told(Fault fault) {
-    return message(fault);
+QString told(const Fault& fault) {
+    switch (fault.code) {
+    case FaultCode::CannotOpenFile:
+        return QStringLiteral("unreadable");
+    case FaultCode::UnknownDelimiter:
+        return QStringLiteral("no delimiter");
+    case FaultCode::TooFewColumns:
+        return QStringLiteral("few columns");
+    case FaultCode::IncorrectColumns:
+        return QStringLiteral("wrong columns");
+    case FaultCode::NonNumericPValue:
+        return QStringLiteral("bad p-value");
+    case FaultCode::NonIntegerPosition:
+        return QStringLiteral("bad position");
+    case FaultCode::TooFewGenomePoints:
+        return QStringLiteral("few genome points");
+    case FaultCode::TooFewChromosomePoints:
+        return QStringLiteral("few chromosome points");
+    }
+    Q_UNREACHABLE();
+}
+
+QString placeOf(const Fault& fault) {
+    return QStringLiteral("line %1, column %2: %3").arg(fault.line).arg(fault.column, fault.text);
 }
 
 bool isSame(const Points& a, const Points& b) {
@@ -88,6 +107,6 @@ bool isSame(const GenomeScan& a, const GenomeScan& b) {
     return a.chromosomes == b.chromosomes && isSame(a.points, b.points);
 }
 
-bool isSame(Fault a, Fault b) {
+bool isSame(const Fault& a, const Fault& b) {
     return a == b;
 }

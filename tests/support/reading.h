@@ -1,17 +1,14 @@
 #pragma once
 
-#include "fault.h"
 #include "genome_scan.h"
 #include "points.h"
 
 #include <QByteArray>
 #include <QString>
 
-// Reads whole files out of memory, and tells what came of it in one text, so that a comparison that
-// fails shows both sides.
-//
-// A fault is told by its message. A scan is told as "A|B: 1 11 12 = 3 2 1": the chromosomes'
-// labels, the points' genome coordinates and their values. A load is told as "100 200 = 3 2".
+// Reads whole files from memory and puts the outcome into one text, so that a comparison that fails
+// shows both sides: a fault as "bad p-value", a scan as "A|B: 1 11 12 = 3 2 1" (the chromosomes'
+// labels, the points' genome coordinates and values), a load as "100 200 = 3 2".
 
 constexpr qsizetype defaultBlockSize = 0; // leave it to the reader
 
@@ -25,7 +22,10 @@ Result<Points> plainLoad(const QByteArray& file, const QString& label);
 
 QString told(const Points& points);
 QString told(const GenomeScan& scan);
-QString told(Fault fault);
+QString told(const Fault& fault);
+
+// Where a fault is: "line 3, column pval: x".
+QString placeOf(const Fault& fault);
 
 template <typename T>
 QString told(const Result<T>& result) {
@@ -35,7 +35,7 @@ QString told(const Result<T>& result) {
 // Equal to the last bit; values that are not a number equal each other.
 bool isSame(const Points& a, const Points& b);
 bool isSame(const GenomeScan& a, const GenomeScan& b);
-bool isSame(Fault a, Fault b);
+bool isSame(const Fault& a, const Fault& b);
 
 template <typename T>
 bool isSame(const Result<T>& a, const Result<T>& b) {

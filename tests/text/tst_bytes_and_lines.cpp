@@ -1,10 +1,13 @@
+#include "line_fields.h"
 #include "support/reading_check.h"
+#include "text_blocks.h"
 
 #include <QStringConverter>
 #include <QTest>
+#include <cstring>
 
 // From bytes to lines: encodings, byte-order marks, carriage returns, line ends and lines of any
-// length. Unless a row says otherwise, the file holds label 7 with two points.
+// length. Unless a row says otherwise, the file holds two points on chromosome 7.
 class BytesAndLines : public QObject {
     Q_OBJECT
 
@@ -17,16 +20,17 @@ private slots:
     void lines();
     void labels_data();
     void labels();
+    void lineNumbers();
 };
 
 namespace {
 
 const QString bothPointsScanned = QStringLiteral("7: 1 112 = 3 2");
 const QString bothPointsLoaded = QStringLiteral("12345 23456 = 3 2");
-const char* const noPointsScanned = "Illegal data range in getManhattan0!";
-const char* const noPointsLoaded = "Illegal data range in getManhattan!";
-const char* const noColumns = "Incorrect data columns!";
-const char* const noDelimiter = "Unknown data file delimiter!";
+const char* const noPointsScanned = "few genome points";
+const char* const noPointsLoaded = "few chromosome points";
+const char* const noColumns = "wrong columns";
+const char* const noDelimiter = "no delimiter";
 
 const QByteArray readable = "chr\tpos\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n";
 
@@ -91,10 +95,9 @@ void BytesAndLines::encodings_data() {
                "chr\tpos\tpval\tx\n7\t12345\t0.001\t" + QString(QChar(0xd800)) +
                    "\n7\t23456\t0.01\t" + QString(QChar(0xdc00)) + "\n"));
     row("UTF-16 cut within a character", marked(utf16BigMark, Converter::Utf16BE).chopped(1));
-    row("bytes that are no UTF-8, in a column that nobody reads",
+    row("invalid UTF-8 in an unused column",
         "chr\tpos\tpval\tx\n7\t12345\t0.001\t\xff\xfe\xc3\n7\t23456\t0.01\t\xed\xa0\x80\n");
-    row("bytes that are no UTF-8, in a label",
-        "chr\tpos\tpval\n7\xff\t12345\t0.001\n7\xfe\t23456\t0.01\n",
+    row("invalid UTF-8 in a label", "chr\tpos\tpval\n7\xff\t12345\t0.001\n7\xfe\t23456\t0.01\n",
         QString::fromUtf8("7\ufffd: 1 112 = 3 2"), noPointsLoaded);
     row("an encoding cut short by a delimiter",
         "chr\tpos\tpval\n7\xe2\x82\t12345\t0.001\n7\xe2\x82\t23456\t0.01\n",
@@ -111,7 +114,7 @@ void BytesAndLines::carriageReturns_data() {
     addColumns();
     row("before each line feed", QByteArray(readable).replace("\n", "\r\n"));
     row("two before each line feed", QByteArray(readable).replace("\n", "\r\r\n"));
-    row("behind each line feed", QByteArray(readable).replace("\n", "\n\r"));
+    row("after each line feed", QByteArray(readable).replace("\n", "\n\r"));
     row("everywhere", QByteArray(readable).replace("", "\r"));
     row("within a number", "chr\tpos\tpval\n7\t12\r345\t0.\r001\n7\t23456\r\t\r0.01\n");
     row("within a label", "chr\tpos\tpval\n\r7\t12345\t0.001\n7\r\t23456\t0.01\n");
@@ -124,7 +127,7 @@ void BytesAndLines::carriageReturns_data() {
     row("at the very end", readable + "\r");
     row("at the end of an unfinished line", readable.chopped(1) + "\r");
     row("many before a line", QByteArray(100, '\r') + readable);
-    row("in the place of line feeds", QByteArray(readable).replace("\n", "\r"), noPointsScanned,
+    row("instead of line feeds", QByteArray(readable).replace("\n", "\r"), noPointsScanned,
         noPointsLoaded);
     faultRow("alone", "\r", noDelimiter);
     faultRow("many alone", QByteArray(100, '\r'), noDelimiter);
@@ -143,9 +146,9 @@ void BytesAndLines::lines_data() {
     row("a long title", "chr\tpos\tpval\t" + longText + "\n7\t12345\t0.001\n7\t23456\t0.01\n");
     row("a long field before the others",
         "x\tchr\tpos\tpval\n" + longText + "\t7\t12345\t0.001\n" + longText + "\t7\t23456\t0.01\n");
-    row("a very long line, and it has no end",
+    row("a very long line without a line end",
         "chr\tpos\tpval\tx\n7\t12345\t0.001\n7\t23456\t0.01\t" + veryLongText);
-    row("a very long line that does not count",
+    row("a very long line that is skipped",
         "chr\tpos\tpval\tx\n7\t12345\t0.001\n7\t1\tNA\t" + veryLongText + "\n7\t23456\t0.01\n");
     row("many columns", "chr\tpos\tpval" + QByteArray("\tx").repeated(5000) + "\n7\t12345\t0.001" +
                             QByteArray("\t1").repeated(5000) + "\n7\t23456\t0.01\n");
@@ -160,7 +163,7 @@ void BytesAndLines::lines_data() {
         noPointsScanned, noPointsLoaded);
     row("other characters that break lines elsewhere",
         "chr\tpos\tpval\tx\n7\t12345\t0.001\t\v\f\x1c\xc2\x85\xe2\x80\xa8\n7\t23456\t0.01\n");
-    row("zero bytes in a column that nobody reads",
+    row("zero bytes in an unused column",
         QByteArray("chr\tpos\tpval\tx\n7\t12345\t0.001\t?\n7\t23456\t0.01\t??\n")
             .replace('?', '\0'));
 }
@@ -178,7 +181,7 @@ void BytesAndLines::labels_data() {
     QTest::newRow("empty") << QString();
 }
 
-// A label is any text, kept to the letter and told from its own beginning.
+// Any text can be a label. It is kept unchanged, and a longer label that starts with it is another.
 void BytesAndLines::labels() {
     QFETCH(QString, label);
     const QByteArray name = label.toUtf8();
@@ -188,6 +191,24 @@ void BytesAndLines::labels() {
                  QStringLiteral("100 200 = 1 1"));
     checkReading(file, label + u'x', label + u'|' + label + QStringLiteral("x: 1 2 3 4 = 1 1 1 1"),
                  QStringLiteral("300 400 = 1 1"));
+}
+
+// Each piece counts its lines from one, empty ones and one without a line end included.
+void BytesAndLines::lineNumbers() {
+    LineFields lines;
+    for (const char* piece : {"a b\n\nc\n", "a\n\n b"}) {
+        const QByteArray padded = piece + QByteArray(TextBlocks::padding, '\n');
+        lines.find({padded.constData(), std::strlen(piece)}, ' ');
+        QCOMPARE(lines.lineCount(), 3U);
+        for (size_t number = 0; number < 3; ++number) {
+            QCOMPARE(lines.lineInPiece(), number);
+            QVERIFY(lines.nextLine());
+        }
+        QVERIFY(!lines.nextLine());
+        QCOMPARE(lines.lineInPiece(), 3U);
+    }
+    lines.rewind();
+    QCOMPARE(lines.lineInPiece(), 0U);
 }
 
 QTEST_GUILESS_MAIN(BytesAndLines)

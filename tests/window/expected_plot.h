@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plot_painter.h"
+#include "points.h"
 #include "state.h"
 
 #include <QImage>
@@ -7,44 +9,30 @@
 #include <QSize>
 #include <QString>
 
-// The plain second opinion on what the window has to show: ranges, scale and pictures computed anew
-// from the points, with the toolkit's painter on the same platform, so that the comparison holds
-// with whatever fonts there are.
-struct ExpectedView {
-    // On the screen of 800 x 800 that there is without a screen.
+// What the window must show for a set of points, by the reference. Its plots are painted on the
+// same platform as the window's, so they match whatever fonts are installed.
+struct ExpectedView : Points {
+    // Without a display, the screen has 800 x 800 pixels.
+    static constexpr QSize usualScreen{800, 800};
     static constexpr QSize plotSize{640, 600};
 
-    ExpectedView(QList<int> positions, QList<double> values, QSize size = plotSize);
+    ExpectedView(QList<int> positions, QList<double> values, QSize screen = usualScreen);
 
     int x(int position) const;
     int y(double value) const;
 
-    // The differences to what the program computed; empty when there are none.
+    // Empty if the program computed the same geometry and holds the same points.
     QStringList differencesTo(const State& state) const;
 
-    QList<int> positions;
-    QList<double> values;
-    int minX, maxX, realMinX, realMaxX;
-    double minY, maxY, realMaxY;
-    int width, height;
-    double pixPerX, pixPerY;
+    PlotGeometry geometry;
 };
 
-struct ChromosomeLook {
-    bool stripes = true;
-    bool joined = false;
-    int from = 0; // highlight
-    int to = 0;
-};
+// With reference lines, as the window starts.
+GenomePlot genomePlot(const QString& title, const QStringList& labels,
+                      const QList<int>& startValues);
 
-struct GenomeLook {
-    QString title; // the file's name
-    QStringList tags;
-    QList<int> startValues;
-    QList<int> colors;
-    bool stripes = true;
-};
-
-QImage expectedChromosomePlot(const ExpectedView& view, const ChromosomeLook& look = {});
-QImage expectedGenomePlot(const ExpectedView& view, const GenomeLook& look);
-QString picture(const QImage& image); // as State names one
+QImage expectedChromosomePlot(const ExpectedView& view,
+                              const ChromosomePlot& plot = {{}, false, true});
+QImage expectedGenomePlot(const ExpectedView& view, const GenomePlot& plot);
+QString picture(const QImage& image); // as State::picture() writes it
+int pixelsOf(const QImage& image, const QColor& color);

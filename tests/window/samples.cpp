@@ -46,8 +46,8 @@ QList<int> genomeCoordinates() {
     return {1, 11, 21, 22, 32, 42, 43, 143};
 }
 
-GenomeLook genomeLook(const QString& fileName) {
-    return {fileName, {"A", "B", "C"}, {1, 32, 143}, {255, 50, 255}, true};
+GenomePlot genomeLook(const QString& fileName) {
+    return genomePlot(fileName, {"A", "B", "C"}, {1, 32, 143});
 }
 
 QByteArray chromosomeTable() {

@@ -28,7 +28,7 @@ QList<Marker> ruler();
 // Three chromosomes A, B and C whose coordinates on the genome axis are few and known.
 QList<Marker> genome();
 QList<int> genomeCoordinates();
-GenomeLook genomeLook(const QString& fileName);
+GenomePlot genomeLook(const QString& fileName);
 
 QByteArray chromosomeTable();
 QByteArray rulerTable();

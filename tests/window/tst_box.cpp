@@ -3,8 +3,8 @@
 
 #include <QTest>
 
-// The box: its corners, its band, and when it counts. On the sample used here one pixel column
-// stands for one position, the first column for 971.
+// The selection box: its corners, its rubber band, and when it counts. On the ruler sample one
+// pixel column is one base pair, and column 0 is position 971.
 class TestBox : public QObject {
     Q_OBJECT
 
@@ -16,9 +16,8 @@ private slots:
     void clickDoesNothing();
     void strokes_data();
     void strokes();
-    void buttons_data();
-    void buttons();
-    void smallestBoxCounts();
+    void boxesThatCount_data();
+    void boxesThatCount();
     void bandFollowsMouse();
     void bandIsLeftAsItWas();
     void nextPressReplacesBand();
@@ -43,8 +42,7 @@ void TestBox::directions() {
     QFETCH(QPoint, from);
     QFETCH(QPoint, to);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxCommand(from, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {boxCommand(from, to), "dump a"}));
     const State state = run.state("a");
     QCOMPARE(state.point("boxStart"), QPoint(120, 100));
     QCOMPARE(state.point("boxEnd"), QPoint(340, 450));
@@ -57,11 +55,11 @@ void TestBox::directions() {
 }
 
 void TestBox::beyondEdges_data() {
-    QTest::addColumn<QPoint>("from"); // 9999: at the edge itself
+    QTest::addColumn<QPoint>("from");
     QTest::addColumn<QPoint>("to");
     QTest::addColumn<QPoint>("start");
     QTest::addColumn<QPoint>("end");
-    const QPoint edge(9999, 9999);
+    const QPoint edge(9999, 9999); // stands for the label's bottom right
     QTest::newRow("left and top") << QPoint(300, 300) << QPoint(-40, -30) << QPoint(0, 0)
                                   << QPoint(300, 300);
     QTest::newRow("left") << QPoint(300, 200) << QPoint(-1, 300) << QPoint(0, 200)
@@ -75,16 +73,14 @@ void TestBox::beyondEdges_data() {
     QTest::newRow("all over") << QPoint(-5, -5) << QPoint(3000, 3000) << QPoint(0, 0) << edge;
 }
 
-// The clamp goes by the label's size: the edge is one past its last column and row.
+// Corners are clamped to the label's size, one past its last column and row.
 void TestBox::beyondEdges() {
     QFETCH(QPoint, from);
     QFETCH(QPoint, to);
     QFETCH(QPoint, start);
     QFETCH(QPoint, end);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump before", boxCommand(from, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"dump before", boxCommand(from, to), "dump a"}));
     const QSize label = run.state("before").geometry("imageLabel").size();
     if (end.x() == 9999)
         end = {label.width(), label.height()};
@@ -95,14 +91,13 @@ void TestBox::beyondEdges() {
 
 void TestBox::clickDoesNothing() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump before", "press 200 300", "release 200 300",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"dump before", "press 200 300", "release 200 300", "dump a"}));
     const State before = run.state("before"), state = run.state("a");
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integers("Pos_list"), before.integers("Pos_list"));
     QCOMPARE(state.picture("shown"), before.picture("shown"));
-    QVERIFY(state.geometry("rubberBand").isEmpty()); // nothing to be seen of it
+    QVERIFY(state.geometry("rubberBand").isEmpty()); // shown, but without any area
     QCOMPARE(state.geometry("rubberBand").topLeft(), QPoint(200, 300));
     QCOMPARE(state.log(), before.log());
 }
@@ -118,9 +113,7 @@ void TestBox::strokes() {
     QFETCH(QPoint, to);
     QFETCH(QRect, band);
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(
-        run.playTo(0, {"open data.txt", boxCommand({200, 100}, to), "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {boxCommand({200, 100}, to), "dump a"}));
     const State state = run.state("a");
     QCOMPARE(state.integer("globaltimes"), 1);
     QCOMPARE(state.integer("globaldisplay"), 1);
@@ -129,36 +122,29 @@ void TestBox::strokes() {
     QCOMPARE(run.log(), QByteArray(logHeader) + "Get GLOBAL\n");
 }
 
-void TestBox::buttons_data() {
-    QTest::addColumn<QString>("button");
-    for (const char* name : {"left", "right", "middle"})
-        QTest::newRow(name) << name;
+void TestBox::boxesThatCount_data() {
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QList<int>>("inside");
+    for (const QString button : {"left", "right", "middle"})
+        QTest::newRow(qPrintable(button))
+            << "120 100 340 450 " + button << QList<int>{1100, 1200, 1300};
+    QTest::newRow("one pixel") << QStringLiteral("129 420 130 421") << QList<int>{1100};
 }
 
-void TestBox::buttons() {
-    QFETCH(QString, button);
+void TestBox::boxesThatCount() {
+    QFETCH(QString, box);
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "box 120 100 340 450 " + button, "dump a", "click exitButton"}));
-    QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100, 1200, 1300}));
-}
-
-void TestBox::smallestBoxCounts() {
-    DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 129 420 130 421", "dump a", "click exitButton"}));
-    QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({1100}));
+    QVERIFY(run.playOn(samples::rulerTable(), {"box " + box, "dump a"}));
+    QTEST(run.state("a").integers("Pos_list"), "inside");
     QCOMPARE(run.state("a").integer("globaltimes"), 2);
 }
 
-// Until the release nothing is clamped, and the band is always a proper rectangle.
+// While dragging, nothing is clamped and the band is always a normalized rectangle.
 void TestBox::bandFollowsMouse() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "press 200 300", "dump pressed", "move 250 340",
-                           "dump right", "move 150 -20", "dump left", "release 150 100",
-                           "dump released", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"press 200 300", "dump pressed", "move 250 340", "dump right",
+                        "move 150 -20", "dump left", "release 150 100", "dump released"}));
     const State pressed = run.state("pressed");
     QVERIFY(pressed.isVisible("rubberBand"));
     QVERIFY(pressed.geometry("rubberBand").isEmpty());
@@ -175,13 +161,11 @@ void TestBox::bandFollowsMouse() {
              run.state("left").geometry("rubberBand"));
 }
 
-// A release at the column of the press does not count, and the band stays where the last move left
-// it.
+// A release in the column of the press does not count, and the band stays as the last move drew it.
 void TestBox::bandIsLeftAsItWas() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "press 200 300", "move 250 340", "release 200 380",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"press 200 300", "move 250 340", "release 200 380", "dump a"}));
     QVERIFY(run.state("a").isVisible("rubberBand"));
     QCOMPARE(run.state("a").geometry("rubberBand"), QRect(200, 300, 51, 41));
     QCOMPARE(run.state("a").point("boxEnd"), QPoint(200, 380));
@@ -190,28 +174,25 @@ void TestBox::bandIsLeftAsItWas() {
 
 void TestBox::nextPressReplacesBand() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 200 100 200 300", "press 400 50", "dump a",
-                           "release 400 50", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"box 200 100 200 300", "press 400 50", "dump a", "release 400 50"}));
     QVERIFY(run.state("a").geometry("rubberBand").isEmpty());
     QCOMPARE(run.state("a").geometry("rubberBand").topLeft(), QPoint(400, 50));
 }
 
 void TestBox::mouseWithoutButton() {
     DrivenRun run;
-    run.addFile("data.txt", samples::rulerTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump before", "hover 200 300", "hover 250 310",
-                           "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::rulerTable(),
+                       {"dump before", "hover 200 300", "hover 250 310", "dump a"}));
     QCOMPARE(run.state("a").point("boxEnd"), QPoint(0, 0));
     QCOMPARE(run.state("a").unlabelled(), run.state("before").unlabelled());
 }
 
 void TestBox::sameBoxInBothViews() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 195 0 209 600", "dump picked", "box 195 0 399 600",
-                           "dump zoomed", "click globalButton", "box 195 0 399 600", "dump again",
-                           "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {"box 195 0 209 600", "dump picked", "box 195 0 399 600", "dump zoomed",
+                        "click globalButton", "box 195 0 399 600", "dump again"}));
     QCOMPARE(run.state("picked").integers("Pos_list"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.state("zoomed").integers("Pos_list"), QList<int>({1500}));
     QCOMPARE(run.state("zoomed").integers("Pos_list2"), QList<int>({500, 1500, 2500}));

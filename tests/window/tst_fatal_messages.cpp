@@ -5,14 +5,13 @@
 #include <QFile>
 #include <QTest>
 
-// Everything that ends the program: exit status 1, and the complete log on disk.
+// Every fatal error ends the program with exit status 1 and leaves the complete log on disk.
 class TestFatalMessages : public QObject {
     Q_OBJECT
 
 private slots:
     void atOpening_data();
     void atOpening();
-    void fileThatCannotBeOpened();
     void atPick_data();
     void atPick();
     void otherChromosomesAreNotRead();
@@ -41,7 +40,7 @@ void TestFatalMessages::atOpening_data() {
     row("no chromosome title", "a pos pval\n1 2 0.1\n", ofColumns);
     row("label where a header is", "chr1 12345 0.001\nchr1 12346 0.01\n", ofColumns);
     row("short line", "chr pos pval\n1 2 0.1\n1 3\n", ofColumns);
-    row("line of a blank", "chr pos pval\n1 2 0.1\n \n", ofColumns);
+    row("line of a space", "chr pos pval\n1 2 0.1\n \n", ofColumns);
     row("lower-case na", "chr pos pval\n1 2 0.1\n1 3 na\n", ofValue);
     row("empty p-value", "chr\tpos\tpval\n1\t2\t0.1\n1\t3\t\n", ofValue);
     row("p-value before position", "chr pos pval\n1 2 0.1\n1 x y\n", ofValue);
@@ -61,36 +60,27 @@ void TestFatalMessages::atOpening() {
     run.addFile("data.txt", content);
     QVERIFY(run.playTo(1, {"open data.txt"}));
     QCOMPARE(run.log(), logHeader + message);
-    QCOMPARE(run.labels(), QStringList()); // no window was seen
-}
-
-// Too long for the buffer that keeps a path, which so is that of no file.
-void TestFatalMessages::fileThatCannotBeOpened() {
-    DrivenRun run;
-    const QString name = QString(200, u'n') + ".txt";
-    run.addFile(name, samples::genomeTable());
-    QVERIFY(run.playTo(1, {"open " + name}));
-    QCOMPARE(run.log(), QByteArray(logHeader) + "Cannot open data file!\n");
+    QCOMPARE(run.labels(), QStringList()); // the window was never shown
 }
 
 void TestFatalMessages::atPick_data() {
-    QTest::addColumn<QByteArray>("changed"); // what the file has become since it was opened
+    QTest::addColumn<QByteArray>("changed"); // the file's contents at the time of the pick
     QTest::addColumn<QByteArray>("message");
+    const auto row = [](const char* name, const QByteArray& changed, const QByteArray& message) {
+        QTest::newRow(name) << changed << message;
+    };
     const QByteArray label = "selected chromosome by getManhattan B\n";
+    const QByteArray tooFew = label + "Illegal data range in getManhattan!\n";
     const QByteArray header = "chr\tpos\tpval\n";
-    QTest::newRow("no file") << QByteArray() << QByteArray("Cannot open data file!\n");
-    QTest::newRow("no delimiter") << QByteArray("x\n")
-                                  << QByteArray("Unknown data file delimiter!\n");
-    QTest::newRow("two columns") << QByteArray("chr\tpos\n")
-                                 << QByteArray("Data file contains < 3 columns!\n");
-    QTest::newRow("no position title") << QByteArray("CHR\tBP\tP\n") << QByteArray(ofColumns);
-    QTest::newRow("short line") << header + "B\t2\n" << label + ofColumns;
-    QTest::newRow("p-value") << header + "B\t2\t0.1\nB\t3\tx\n" << label + ofValue;
-    QTest::newRow("position") << header + "B\t2\t0.1\nB\tx\t0.1\n" << label + ofPosition;
-    QTest::newRow("label is gone") << header + "A\t2\t0.1\nA\t3\t0.1\n"
-                                   << label + "Illegal data range in getManhattan!\n";
-    QTest::newRow("one point left") << header + "B\t2\t0.1\nB\t3\tNA\n"
-                                    << label + "Illegal data range in getManhattan!\n";
+    row("no file", "", "Cannot open data file!\n");
+    row("no delimiter", "x\n", "Unknown data file delimiter!\n");
+    row("two columns", "chr\tpos\n", "Data file contains < 3 columns!\n");
+    row("no position title", "CHR\tBP\tP\n", ofColumns);
+    row("short line", header + "B\t2\n", label + ofColumns);
+    row("p-value", header + "B\t2\t0.1\nB\t3\tx\n", label + ofValue);
+    row("position", header + "B\t2\t0.1\nB\tx\t0.1\n", label + ofPosition);
+    row("label is gone", header + "A\t2\t0.1\nA\t3\t0.1\n", tooFew);
+    row("one point left", header + "B\t2\t0.1\nB\t3\tNA\n", tooFew);
 }
 
 void TestFatalMessages::atPick() {
@@ -99,8 +89,7 @@ void TestFatalMessages::atPick() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
     run.addFile("changed.txt", changed);
-    const QString replace =
-        changed.isNull() || changed.isEmpty() ? "replace data.txt" : "replace data.txt changed.txt";
+    const QString replace = changed.isEmpty() ? "replace data.txt" : "replace data.txt changed.txt";
     QVERIFY(run.playTo(1, {"open data.txt", replace, "box 195 0 209 600"}));
     QCOMPARE(run.log(), QByteArray(logHeader) +
                             "Get GLOBAL\nselect chrom B 1 point 202 position 43 start 32 end 43 "
@@ -108,7 +97,7 @@ void TestFatalMessages::atPick() {
                             message);
 }
 
-// Values of chromosomes before the picked one are not looked at, and nothing behind it is read.
+// Values on chromosomes before the picked one are not parsed, and nothing after it is read.
 void TestFatalMessages::otherChromosomesAreNotRead() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
@@ -129,7 +118,7 @@ void TestFatalMessages::oneMarkerChromosome() {
              run.log());
 }
 
-// The log of the second file holds nothing of the first.
+// The second file's log holds nothing from the first.
 void TestFatalMessages::secondFile() {
     DrivenRun run;
     run.addFile("good.txt", samples::genomeTable());
@@ -158,7 +147,7 @@ void TestFatalMessages::deviceIsFull() {
     QVERIFY2(run.log().endsWith("\nCould not generate outpout file!"), run.log());
 }
 
-// What was there under that name is left whole.
+// The file that already had that name is left intact.
 void TestFatalMessages::diskIsFull() {
     QList<samples::Marker> markers;
     for (int i = 0; i < 1000; ++i)

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTest>
 
-// The file dialog, the log that starts anew with it, and what is kept of a file's name.
+// The file dialog, the log that it restarts, and how much of a file's name is kept.
 class TestFileChoice : public QObject {
     Q_OBJECT
 
@@ -14,8 +14,9 @@ private slots:
     void cancelAtStart();
     void cancelLaterKeepsView();
     void workAfterCancelGoesOn();
-    void logStartsAnewWithDialog();
+    void dialogRestartsLog();
     void logThatCannotBeOpened();
+    void logLostBeforeSecondFile();
     void oneChromosomeOpensChromosomeView();
     void twoChromosomesOpenGenomeView();
     void dialogListsDataFiles();
@@ -24,6 +25,7 @@ private slots:
     void nameCutInsideCharacter();
     void siblings_data();
     void siblings();
+    void siblingsOfSecondFile();
     void dialogOpensInLastFolder();
     void pathOfExactly200Bytes();
     void pathBeyond200Bytes();
@@ -41,42 +43,38 @@ void TestFileChoice::cancelAtStart() {
     QVERIFY(run.playTo(1, {"cancel"}));
     QCOMPARE(run.log(), QByteArray(logHeader) + "Input file problem!\n");
     QCOMPARE(run.log().count('\n'), 3);
-    QCOMPARE(run.labels(), QStringList()); // the window was never seen
+    QCOMPARE(run.labels(), QStringList()); // the window was never shown
 }
 
 void TestFileChoice::cancelLaterKeepsView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "box 195 100 209 200", "dump before",
-                           "click newFileButton", "cancel", "dump after", "click exitButton"}));
-    QJsonObject before = run.state("before").unlabelled(), after = run.state("after").unlabelled();
-    QJsonObject beforeWindow = before["window"].toObject(),
-                afterWindow = after["window"].toObject();
-    QCOMPARE(afterWindow["log"].toString(), logHeader);
-    QCOMPARE(afterWindow["chosenPath"].toString(), "");
-    for (const char* changed : {"log", "chosenPath"}) {
-        beforeWindow.remove(QLatin1String(changed));
-        afterWindow.remove(QLatin1String(changed));
-    }
-    QCOMPARE(afterWindow, beforeWindow);
-    before.remove("window");
-    after.remove("window");
-    QCOMPARE(after, before);
+    QVERIFY(run.playOn(samples::genomeTable(), {"box 195 100 209 200", "dump before",
+                                                "click newFileButton", "cancel", "dump after"}));
+    const auto unchanged = [&](const char* label) {
+        QJsonObject state = run.state(label).unlabelled(), window = run.state(label).window();
+        window.remove("log");
+        window.remove("chosenPath");
+        state["window"] = window;
+        return state;
+    };
+    QCOMPARE(unchanged("after"), unchanged("before"));
+    QCOMPARE(run.state("after").window()["chosenPath"].toString(), "");
+    QCOMPARE(run.state("after").log(), logHeader);
     QCOMPARE(run.log(), logHeader);
 }
 
 void TestFileChoice::workAfterCancelGoesOn() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "click newFileButton", "cancel", "click newFileButton",
-                           "cancel", "box 195 100 209 200", "dump a", "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::genomeTable(), {"click newFileButton", "cancel", "click newFileButton",
+                                            "cancel", "box 195 100 209 200", "dump a"}));
     QCOMPARE(run.state("a").integers("Pos_list"), QList<int>({500, 1500, 2500}));
     QCOMPARE(run.log(), QByteArray(logHeader) +
                             "select chrom B 1 point 202 position 43 start 32 end 43 pixPerX "
                             "4.10256 minX -6\n\nselected chromosome by getManhattan B\n");
 }
 
-void TestFileChoice::logStartsAnewWithDialog() {
+void TestFileChoice::dialogRestartsLog() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
     run.addFile("Pelmark_log.txt", QByteArray(1000, 'x'));
@@ -91,13 +89,22 @@ void TestFileChoice::logStartsAnewWithDialog() {
 void TestFileChoice::logThatCannotBeOpened() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("Pelmark_log.txt"));
-    QVERIFY(run.playTo(1, {"cancel"}));
+    QVERIFY(run.playTo(1, {"dialog shown", "cancel"}));
+    QCOMPARE(run.labels(), QStringList()); // no dialog either
+}
+
+void TestFileChoice::logLostBeforeSecondFile() {
+    DrivenRun run;
+    run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(QDir(run.path("")).mkdir("folder"));
+    QVERIFY(run.playTo(1, {"open data.txt", "replace Pelmark_log.txt folder", "click newFileButton",
+                           "dialog shown", "cancel"}));
+    QCOMPARE(run.labels(), QStringList({"first sight"}));
 }
 
 void TestFileChoice::oneChromosomeOpensChromosomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {}));
     const State state = run.state("first sight");
     QCOMPARE(state.integer("globaldisplay"), 0);
     QVERIFY(state.isVisible("unzoomButton"));
@@ -107,16 +114,15 @@ void TestFileChoice::oneChromosomeOpensChromosomeView() {
 
 void TestFileChoice::twoChromosomesOpenGenomeView() {
     DrivenRun run;
-    run.addFile("data.txt", "chr pos pval\n1 100 0.1\n2 200 0.01\n");
-    QVERIFY(run.playTo(0, {"open data.txt", "click exitButton"}));
+    QVERIFY(run.playOn("chr pos pval\n1 100 0.1\n2 200 0.01\n", {}));
     const State state = run.state("first sight");
     QCOMPARE(state.integer("globaldisplay"), 1);
     QVERIFY(!state.isVisible("unzoomButton"));
     QCOMPARE(state.integers("Start_index"), QList<int>({0, 2}));
     QCOMPARE(state.integers("Start_value"), QList<int>({1, 2})); // of the last block's only point
-    QCOMPARE(state.picture("shown"),
-             picture(expectedGenomePlot({{1, 2}, {1, 2}},
-                                        {"data.txt", {"1", "2"}, {1, 2}, {255, 50}, true})));
+    QCOMPARE(
+        state.picture("shown"),
+        picture(expectedGenomePlot({{1, 2}, {1, 2}}, genomePlot("data.txt", {"1", "2"}, {1, 2}))));
 }
 
 void TestFileChoice::dialogListsDataFiles() {
@@ -154,7 +160,7 @@ void TestFileChoice::longNameIsCut() {
     QVERIFY(run.state("b").bytes("filename").endsWith(QByteArray(50, '\0')));
 }
 
-// Byte 30 is the first of the two bytes of a letter.
+// Byte 30 is the first byte of a two-byte character.
 void TestFileChoice::nameCutInsideCharacter() {
     const QString name = QString(29, u'n') + QString::fromUtf8("\xc3\xa4\xc3\xa4.txt");
     DrivenRun run;
@@ -169,27 +175,26 @@ void TestFileChoice::nameCutInsideCharacter() {
 
 void TestFileChoice::siblings_data() {
     QTest::addColumn<QStringList>("others");
-    QTest::addColumn<QStringList>("listed"); // beside the log, which is a text file too
+    QTest::addColumn<QStringList>("listed");
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("stepOK");
-    QTest::newRow("alone") << QStringList{} << QStringList{"m.txt"} << 0 << 0;
-    QTest::newRow("first of two") << QStringList{"n.csv"} << QStringList{"m.txt", "n.csv"} << 0
-                                  << 1;
-    QTest::newRow("second of two")
-        << QStringList{"b.csv"} << QStringList{"b.csv", "m.txt"} << 1 << 1;
-    QTest::newRow("others do not count")
-        << QStringList{"a.tsv", "b.png", "c"} << QStringList{"m.txt"} << 0 << 0;
-    QTest::newRow("by name, not by kind")
-        << QStringList{"a.txt", "c.csv", "b.txt", "z.csv"}
-        << QStringList{"a.txt", "b.txt", "c.csv", "m.txt", "z.csv"} << 3 << 1;
+    const auto row = [](const char* name, const QStringList& others, const QStringList& listed,
+                        int index,
+                        int stepOK) { QTest::newRow(name) << others << listed << index << stepOK; };
+    row("alone", {}, {"m.txt"}, 0, 0);
+    row("first of two", {"n.csv"}, {"m.txt", "n.csv"}, 0, 1);
+    row("second of two", {"b.csv"}, {"b.csv", "m.txt"}, 1, 1);
+    row("others do not count", {"a.tsv", "b.png", "c"}, {"m.txt"}, 0, 0);
+    row("by name, not by kind", {"a.txt", "c.csv", "b.txt", "z.csv"},
+        {"a.txt", "b.txt", "c.csv", "m.txt", "z.csv"}, 3, 1);
 }
 
 void TestFileChoice::siblings() {
     QFETCH(QStringList, others);
     QFETCH(QStringList, listed);
     DrivenRun run;
-    QVERIFY(QDir(run.path("")).mkpath("folder/inner.txt")); // a folder is no data file
-    QDateTime time = QDateTime::currentDateTime();          // which plays no part in the order
+    QVERIFY(QDir(run.path("")).mkpath("folder/inner.txt")); // not a data file
+    QDateTime time = QDateTime::currentDateTime();          // must not affect the order
     for (const QString& name : others + QStringList{"m.txt"}) {
         run.addFile("folder/" + name, samples::genomeTable());
         time = time.addSecs(10);
@@ -203,6 +208,22 @@ void TestFileChoice::siblings() {
     QCOMPARE(run.state("a").memberTexts("fileList"), listed);
     QTEST(run.state("a").integer("file_index"), "index");
     QTEST(run.state("a").integer("stepOK"), "stepOK");
+}
+
+// A file that is not in its own folder's list keeps the last index.
+void TestFileChoice::siblingsOfSecondFile() {
+    DrivenRun run;
+    QVERIFY(QDir(run.path("")).mkdir("many") && QDir(run.path("")).mkdir("few"));
+    for (const char* name : {"many/a.txt", "many/b.txt", "many/c.txt", "few/data.tsv", "few/d.txt"})
+        run.addFile(name, samples::genomeTable());
+    QVERIFY(
+        run.playTo(0, {"open many/c.txt", "dump listed", "click newFileButton",
+                       "open " + run.path("few/data.tsv"), "dump unlisted", "click exitButton"}));
+    QCOMPARE(run.state("listed").integer("file_index"), 2);
+    QCOMPARE(run.state("listed").integer("stepOK"), 1);
+    QCOMPARE(run.state("unlisted").memberTexts("fileList"), QStringList({run.path("few/d.txt")}));
+    QCOMPARE(run.state("unlisted").integer("file_index"), 2);
+    QCOMPARE(run.state("unlisted").integer("stepOK"), 0);
 }
 
 void TestFileChoice::dialogOpensInLastFolder() {
@@ -226,13 +247,13 @@ void TestFileChoice::dialogOpensInLastFolder() {
     QVERIFY(!run.exists("one/two/Pelmark_log.txt")); // the log stays in the working folder
 }
 
-// A name that makes the whole path so many bytes long.
+// Returns a name that makes the whole path `bytes` long.
 static QString nameForPathOf(int bytes, const DrivenRun& run) {
     const qsizetype room = bytes - QFile::encodeName(run.path(".txt")).size();
     return QString(room, u'x') + ".txt";
 }
 
-// The buffer is full then, with no zero behind the path.
+// Such a path fills the buffer, with no terminating zero.
 void TestFileChoice::pathOfExactly200Bytes() {
     DrivenRun run;
     const QString name = nameForPathOf(200, run);
@@ -255,8 +276,8 @@ void TestFileChoice::pathBeyond200Bytes() {
     QCOMPARE(run.log(), QByteArray(logHeader) + "Cannot open data file!\n");
 }
 
-// The first 200 bytes of the chosen path name another file, which is the one that is read; and as
-// the list holds that one too, its index is the one that is found.
+// The first 200 bytes of the chosen path name another file in the same folder: the program reads
+// that one and finds its index.
 void TestFileChoice::pathCutToAnotherFile() {
     DrivenRun run;
     QVERIFY(QDir(run.path("")).mkdir("f"));

@@ -76,8 +76,8 @@ static QImage chromosomePlot(const QList<int>& positions) {
         if (positions.contains(marker.position))
             shown.append(marker);
     const ExpectedView view(samples::positions(shown), samples::values(shown),
-                            TestRealScreen::plotSize);
-    return expectedChromosomePlot(view).convertToFormat(QImage::Format_RGB32);
+                            TestRealScreen::screenSize);
+    return expectedChromosomePlot(view);
 }
 
 // Without a window manager nobody else gives a window the keyboard.
@@ -168,9 +168,9 @@ void TestRealScreen::opensFromDialog() {
     const QByteArray window = xdotool({"search", "--onlyvisible", "--name", "^PELMARK"});
     QCOMPARE(xdotool({"getwindowgeometry", window}).split('\n').value(1).trimmed().left(13),
              "Position: 5,5");
-    const ExpectedView view({1, 2, 3, 4, 5, 6, 6, 7, 10, 13}, samples::values(markers()), plotSize);
-    const GenomeLook look{"data.txt", {"R", "S"}, {1, 10}, {255, 50}, true};
-    const QImage expected = expectedGenomePlot(view, look).convertToFormat(QImage::Format_RGB32);
+    const ExpectedView view({1, 2, 3, 4, 5, 6, 6, 7, 10, 13}, samples::values(markers()),
+                            screenSize);
+    const QImage expected = expectedGenomePlot(view, genomePlot("data.txt", {"R", "S"}, {1, 10}));
     QTRY_COMPARE_WITH_TIMEOUT(plotOnScreen(), expected, patience);
     QCOMPARE(buttonsOnScreen(green).size(), 0);
     QCOMPARE(buttonsOnScreen(orange).size(), 1);

@@ -4,11 +4,12 @@
 #include <QJsonArray>
 #include <QTest>
 
-// What there is before the first file, when the window is first seen, and how the program ends.
+// The state before the first file, the window when first shown, and the ways to end the program.
 class TestStartup : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void dialogComesBeforeWindow();
     void sessionBeforeFirstFile();
     void firstRedrawHasNoDataAndNoSize();
@@ -27,19 +28,16 @@ private slots:
     void killedProcessLeavesItsLog();
 
 private:
-    DrivenRun m_run; // from the dialog to the exit, with states on the way
+    DrivenRun m_run; // one run, which most tests examine
 };
 
-static const QStringList standardScript{"dialog before", "open data.txt", "dump structure",
-                                        "click exitButton"};
-
-static void play(DrivenRun& run) {
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, standardScript));
+void TestStartup::initTestCase() {
+    m_run.addFile("data.txt", samples::genomeTable());
+    QVERIFY(
+        m_run.playTo(0, {"dialog before", "open data.txt", "dump structure", "click exitButton"}));
 }
 
 void TestStartup::dialogComesBeforeWindow() {
-    play(m_run);
     const State before = m_run.state("before");
     QCOMPARE(m_run.labels(), QStringList({"before", "first sight", "structure"}));
     QCOMPARE(before.window()["visible"].toBool(), false);
@@ -128,20 +126,16 @@ void TestStartup::layoutOrder() {
 void TestStartup::buttons_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("colors");
-    QTest::newRow("newFileButton") << "&New File"
-                                   << "background:lightblue; color: black;";
-    QTest::newRow("globalButton") << "&Global"
-                                  << "background:pink; color: black;";
-    QTest::newRow("unzoomButton") << "&Unzoom"
-                                  << "background:green; color: black;";
-    QTest::newRow("removeButton") << "&Remove Selection"
-                                  << "background:green; color:black;";
-    QTest::newRow("saveButton") << "&Save"
-                                << "background:orange; color: black;";
-    QTest::newRow("saveRemoveButton") << "Save &and Remove"
-                                      << "background:orange; color:black;";
-    QTest::newRow("exitButton") << "&Exit"
-                                << "background:darkred; color:white;";
+    const auto row = [](const char* name, const QString& text, const QString& colors) {
+        QTest::newRow(name) << text << colors;
+    };
+    row("newFileButton", "&New File", "background:lightblue; color: black;");
+    row("globalButton", "&Global", "background:pink; color: black;");
+    row("unzoomButton", "&Unzoom", "background:green; color: black;");
+    row("removeButton", "&Remove Selection", "background:green; color:black;");
+    row("saveButton", "&Save", "background:orange; color: black;");
+    row("saveRemoveButton", "Save &and Remove", "background:orange; color:black;");
+    row("exitButton", "&Exit", "background:darkred; color:white;");
 }
 
 void TestStartup::buttons() {
@@ -182,9 +176,7 @@ void TestStartup::metaObjectTable() {
 
 void TestStartup::signalDoesNothing() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(
-        run.playTo(0, {"open data.txt", "dump a", "invoke getSize", "dump b", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"dump a", "invoke getSize", "dump b"}));
     QCOMPARE(run.state("b").unlabelled(), run.state("a").unlabelled());
 }
 

@@ -2,6 +2,7 @@
 #include "samples.h"
 
 #include <QTest>
+#include <utility>
 
 // The two views: which widgets they show, what they draw, and how the commands switch between them.
 class TestViews : public QObject {
@@ -9,12 +10,12 @@ class TestViews : public QObject {
 
 private slots:
     void genomeView();
-    void genomeDots();
     void chromosomeView();
     void chromosomeDots();
     void globalOnOneChromosome();
     void globalShowsKeptPlot();
     void checkBoxes();
+    void partlyCheckedBoxes();
     void checkBoxCommandInGenomeView();
     void displayLocalLeavesImage();
     void noSecondChromosomeToShow();
@@ -23,7 +24,7 @@ private slots:
     void typingAloneDrawsNothing();
     void mnemonics();
     void notANumber();
-    void nameIsNoMarkup();
+    void nameIsNotMarkup();
 };
 
 static const QStringList genomeWidgets{"exitButton", "hintLabel",     "imageLabel",
@@ -46,58 +47,39 @@ static QString genomePicture() {
     return picture(expectedGenomePlot(samples::genomeView(), samples::genomeLook("data.txt")));
 }
 
-static QString chromosomePicture(const ChromosomeLook& look = {}) {
-    return picture(expectedChromosomePlot(samples::chromosomeView(), look));
+static QString chromosomePicture(const ChromosomePlot& plot = {{}, false, true}) {
+    return picture(expectedChromosomePlot(samples::chromosomeView(), plot));
 }
 
-static int pixelsOf(const QImage& image, const QColor& color) {
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            count += image.pixelColor(x, y) == color;
-    return count;
-}
-
-// A box whose middle column stands for the coordinate 43, which only chromosome B holds.
+// The middle column of this box is coordinate 43, which only chromosome B contains.
 static const char* const boxOverB = "box 195 100 209 200";
 
 void TestViews::genomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"dump a", "grab a.png"}));
     const State state = run.state("a");
     QCOMPARE(visibleWidgets(state), genomeWidgets);
     QCOMPARE(state.text("hintLabel"),
              "HINT: Draw a box in or around a chromosome to select an entire chromsome");
     QCOMPARE(state.text("nameLabel"), "data.txt");
     QCOMPARE(state.integer("globaldisplay"), 1);
-    QCOMPARE(samples::genomeView().differencesTo(state), QStringList());
+    const ExpectedView view = samples::genomeView();
+    QCOMPARE(view.differencesTo(state), QStringList());
     QCOMPARE(state.picture("shown"), genomePicture());
     QCOMPARE(state.picture("genomePixmap"), genomePicture());
-}
-
-void TestViews::genomeDots() {
-    DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "grab a.png", "click exitButton"}));
     const QImage image = run.image("a.png");
-    const ExpectedView view = samples::genomeView();
-    const QColor colors[] = {{255, 50, 50}, {50, 50, 50}};
-    QCOMPARE(image.pixelColor(view.x(11), view.y(view.values[1])), colors[0]);
-    QCOMPARE(image.pixelColor(view.x(32), view.y(view.values[4])), colors[1]);
-    QCOMPARE(image.pixelColor(view.x(143), view.y(view.values[7])), colors[0]);
+    QCOMPARE(image.pixelColor(view.x(11), view.y(view.values[1])), QColor(255, 50, 50));
+    QCOMPARE(image.pixelColor(view.x(32), view.y(view.values[4])), QColor(50, 50, 50));
+    QCOMPARE(image.pixelColor(view.x(143), view.y(view.values[7])), QColor(255, 50, 50));
     QCOMPARE(image.pixelColor(0, 300), QColor(Qt::white));
     QCOMPARE(image.pixelColor(320, view.y(7.3)), QColor(25, 180, 25));
-    QCOMPARE(image.pixelColor(320, view.y(6)), QColor(140, 140, 140));
-    QCOMPARE(image.pixelColor(320, view.y(5)), QColor(170, 170, 170));
-    QCOMPARE(image.pixelColor(320, view.y(4)), QColor(200, 200, 200));
-    QCOMPARE(image.pixelColor(320, view.y(3)), QColor(230, 230, 230));
+    for (const auto& [level, gray] : {std::pair(6, 140), {5, 170}, {4, 200}, {3, 230}})
+        QCOMPARE(image.pixelColor(320, view.y(level)), QColor(gray, gray, gray));
 }
 
 void TestViews::chromosomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {boxOverB, "dump a"}));
     const State state = run.state("a");
     QCOMPARE(visibleWidgets(state), chromosomeWidgets);
     QCOMPARE(state.text("hintLabel"), "");
@@ -115,9 +97,8 @@ void TestViews::chromosomeView() {
 
 void TestViews::chromosomeDots() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "grab a.png", "click checkBox2", "grab b.png", "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::chromosomeTable(), {"grab a.png", "click checkBox2", "grab b.png"}));
     const ExpectedView view = samples::chromosomeView();
     const QColor blue(50, 50, 255), green(25, 180, 25);
     const QImage image = run.image("a.png");
@@ -132,9 +113,7 @@ void TestViews::chromosomeDots() {
 
 void TestViews::globalOnOneChromosome() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "dump a", "click globalButton", "dump b", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"dump a", "click globalButton", "dump b"}));
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").text("hintLabel"), "");
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
@@ -143,10 +122,9 @@ void TestViews::globalOnOneChromosome() {
 
 void TestViews::globalShowsKeptPlot() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", boxOverB, "box 200 0 400 590", "click removeButton",
-                           "dump local", "click globalButton", "dump global", "click saveButton",
-                           "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {boxOverB, "box 200 0 400 590", "click removeButton", "dump local",
+                        "click globalButton", "dump global", "click saveButton"}));
     const State local = run.state("local"), global = run.state("global");
     QCOMPARE(local.integers("Pos_list"), QList<int>({500, 2500}));
     QCOMPARE(visibleWidgets(global), genomeWidgets);
@@ -161,33 +139,48 @@ void TestViews::globalShowsKeptPlot() {
     QCOMPARE(picture(run.image("data.txt.png")), genomePicture());
 }
 
+static void checkOptions(const State& state, const ChromosomePlot& plot) {
+    QCOMPARE(state.integer("line"), static_cast<int>(plot.joined));
+    QCOMPARE(state.integer("stripes"), static_cast<int>(plot.referenceLines));
+    QCOMPARE(state.picture("shown"), chromosomePicture(plot));
+    QCOMPARE(state.picture("plotImage"), state.picture("shown"));
+    QCOMPARE(state.integer("globaltimes"), 1);
+}
+
 void TestViews::checkBoxes() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "dump start", "click checkBox1", "dump joined",
-                           "click checkBox2", "dump bare", "click checkBox1", "dump dots",
-                           "click checkBox2", "dump end", "click exitButton"}));
-    const auto check = [&](const char* label, int line, int stripes) {
-        const State state = run.state(label);
-        QCOMPARE(state.integer("line"), line);
-        QCOMPARE(state.integer("stripes"), stripes);
-        QCOMPARE(state.picture("shown"), chromosomePicture({stripes != 0, line != 0}));
-        QCOMPARE(state.picture("plotImage"), state.picture("shown"));
-        QCOMPARE(state.integer("globaltimes"), 1);
-    };
-    check("start", 0, 1);
-    check("joined", 1, 1);
-    check("bare", 1, 0);
-    check("dots", 0, 0);
-    check("end", 0, 1);
-    QVERIFY(chromosomePicture({true, true}) != chromosomePicture());
+    QVERIFY(
+        run.playOn(samples::chromosomeTable(),
+                   {"dump start", "click checkBox1", "dump joined", "click checkBox2", "dump bare",
+                    "click checkBox1", "dump dots", "click checkBox2", "dump end"}));
+    checkOptions(run.state("start"), {{}, false, true});
+    checkOptions(run.state("joined"), {{}, true, true});
+    checkOptions(run.state("bare"), {{}, true, false});
+    checkOptions(run.state("dots"), {{}, false, false});
+    checkOptions(run.state("end"), {{}, false, true});
+    QVERIFY(chromosomePicture({{}, true, true}) != chromosomePicture());
+}
+
+// A partly checked box leaves its flag alone but redraws, as the widening highlight shows. The
+// clicks then turn the one option on and the other off.
+void TestViews::partlyCheckedBoxes() {
+    DrivenRun run;
+    QVERIFY(run.playOn(samples::chromosomeTable(),
+                       {"type rangeStartEdit 1-120000", "partly checkBox1", "dump off 1",
+                        "type rangeStartEdit 1-140000", "partly checkBox2", "dump on 2",
+                        "click checkBox1", "click checkBox2", "click checkBox2",
+                        "type rangeStartEdit 1-151000", "partly checkBox1", "dump on 1",
+                        "type rangeStartEdit 1-180000", "partly checkBox2", "dump off 2"}));
+    checkOptions(run.state("off 1"), {{1, 120000}, false, true});
+    checkOptions(run.state("on 2"), {{1, 140000}, false, true});
+    checkOptions(run.state("on 1"), {{1, 151000}, true, false});
+    checkOptions(run.state("off 2"), {{1, 180000}, true, false});
 }
 
 void TestViews::checkBoxCommandInGenomeView() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke checkBox1Action", "dump a",
-                           "click globalButton", "dump b", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(),
+                       {"invoke checkBox1Action", "dump a", "click globalButton", "dump b"}));
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").picture("shown"),
@@ -197,23 +190,21 @@ void TestViews::checkBoxCommandInGenomeView() {
 
 void TestViews::displayLocalLeavesImage() {
     DrivenRun run;
-    run.addFile("data.txt", samples::genomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke displayLocal", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::genomeTable(), {"invoke displayLocal", "dump a"}));
     QCOMPARE(visibleWidgets(run.state("a")), chromosomeWidgets);
     QCOMPARE(run.state("a").integer("globaldisplay"), 0);
     QCOMPARE(run.state("a").text("hintLabel"), "");
     QCOMPARE(run.state("a").picture("shown"), genomePicture());
 }
 
-// A genome plot of fewer than two chromosomes is drawn and kept, but not shown.
+// A genome plot of a single chromosome is drawn and kept, but not shown.
 void TestViews::noSecondChromosomeToShow() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "invoke reloadPhoto0", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"invoke reloadPhoto0", "dump a"}));
     const State state = run.state("a");
-    const GenomeLook look{"data.txt", {"7"}, {1}, {255}, true};
-    QCOMPARE(state.picture("genomePixmap"),
-             picture(expectedGenomePlot(samples::chromosomeView(), look)));
+    QCOMPARE(
+        state.picture("genomePixmap"),
+        picture(expectedGenomePlot(samples::chromosomeView(), genomePlot("data.txt", {"7"}, {1}))));
     QCOMPARE(state.picture("shown"), chromosomePicture());
     QCOMPARE(visibleWidgets(state), chromosomeWidgets);
     QCOMPARE(state.text("hintLabel"), "");
@@ -225,24 +216,17 @@ void TestViews::highlight_data() {
     QTest::addColumn<QString>("end");
     QTest::addColumn<int>("from");
     QTest::addColumn<int>("to");
-    QTest::newRow("both empty") << ""
-                                << "" << 0 << 0;
-    QTest::newRow("both in the first field") << "140000-151000"
-                                             << "x" << 140000 << 151000;
-    QTest::newRow("one in each field") << "140000"
-                                       << "151000" << 140000 << 151000;
-    QTest::newRow("second is no number") << "140000"
-                                         << "x" << 0 << 0;
-    QTest::newRow("first is no number") << "x"
-                                        << "151000" << 0 << 0;
-    QTest::newRow("negative first") << "-5"
-                                    << "200000" << 0 << 0;
-    QTest::newRow("three parts") << "1-140000-200000"
-                                 << "200000" << 0 << 0;
-    QTest::newRow("lower above upper") << "151000"
-                                       << "140000" << 1 << 0;
-    QTest::newRow("one position") << "150000"
-                                  << "150000" << 150000 << 150000;
+    const auto row = [](const char* name, const QString& start, const QString& end, int from,
+                        int to) { QTest::newRow(name) << start << end << from << to; };
+    row("both empty", "", "", 0, 0);
+    row("both in the first field", "140000-151000", "x", 140000, 151000);
+    row("one in each field", "140000", "151000", 140000, 151000);
+    row("second is no number", "140000", "x", 0, 0);
+    row("first is no number", "x", "151000", 0, 0);
+    row("negative first", "-5", "200000", 0, 0);
+    row("three parts", "1-140000-200000", "200000", 0, 0);
+    row("lower above upper", "151000", "140000", 1, 0);
+    row("one position", "150000", "150000", 150000, 150000);
 }
 
 void TestViews::highlight() {
@@ -251,19 +235,16 @@ void TestViews::highlight() {
     QFETCH(int, from);
     QFETCH(int, to);
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(0, {"open data.txt", "type rangeStartEdit " + start,
-                           "type rangeEndEdit " + end, "click unzoomButton", "dump dots",
-                           "click checkBox1", "dump joined", "click exitButton"}));
-    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({true, false, from, to}));
-    QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({true, true, from, to}));
+    QVERIFY(run.playOn(samples::chromosomeTable(),
+                       {"type rangeStartEdit " + start, "type rangeEndEdit " + end,
+                        "click unzoomButton", "dump dots", "click checkBox1", "dump joined"}));
+    QCOMPARE(run.state("dots").picture("shown"), chromosomePicture({{from, to}, false, true}));
+    QCOMPARE(run.state("joined").picture("shown"), chromosomePicture({{from, to}, true, true}));
 }
 
 void TestViews::typingAloneDrawsNothing() {
     DrivenRun run;
-    run.addFile("data.txt", samples::chromosomeTable());
-    QVERIFY(run.playTo(
-        0, {"open data.txt", "type rangeStartEdit 1-999999", "dump a", "click exitButton"}));
+    QVERIFY(run.playOn(samples::chromosomeTable(), {"type rangeStartEdit 1-999999", "dump a"}));
     QCOMPARE(run.state("a").text("rangeStartEdit"), "1-999999");
     QCOMPARE(run.state("a").picture("shown"), chromosomePicture());
 }
@@ -283,17 +264,16 @@ void TestViews::mnemonics() {
     QVERIFY(run.exists("removed.txt"));
     QCOMPARE(run.state("nothing").integers("Pos_list2"), QList<int>());
     QCOMPARE(visibleWidgets(run.state("global")), genomeWidgets);
-    QCOMPARE(run.log(), logHeader); // the dialog for a new file starts it anew
+    QCOMPARE(run.log(), logHeader); // restarted by the dialog for a new file
 }
 
-// A point without a value has no place in the plot, and neither has a segment at it.
+// A point whose value is not a number is not drawn, nor is any segment to or from it.
 void TestViews::notANumber() {
     QList<samples::Marker> markers = samples::chromosome();
     markers.insert(3, {"7", 145000, "-1"});
     DrivenRun run;
-    run.addFile("data.txt", samples::table(markers));
-    QVERIFY(run.playTo(0, {"open data.txt", "dump dots", "click checkBox1", "grab joined.png",
-                           "click exitButton"}));
+    QVERIFY(
+        run.playOn(samples::table(markers), {"dump dots", "click checkBox1", "grab joined.png"}));
     QCOMPARE(run.state("dots").integers("Pos_list").size(), 9);
     QCOMPARE(run.state("dots").picture("shown"), chromosomePicture());
     const ExpectedView view = samples::chromosomeView();
@@ -308,7 +288,7 @@ void TestViews::notANumber() {
     QCOMPARE(colorBetween(4), QColor(50, 50, 255));
 }
 
-void TestViews::nameIsNoMarkup() {
+void TestViews::nameIsNotMarkup() {
     DrivenRun run;
     run.addFile("<b>x<b>.txt", samples::genomeTable());
     QVERIFY(run.playTo(0, {"open <b>x<b>.txt", "dump a", "click exitButton"}));

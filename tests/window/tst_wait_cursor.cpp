@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <QTest>
 
-// The cursor that tells people to wait: only for files that take a while, and only as long.
+// The wait cursor is shown for large files only, and only while they are read.
 class WaitCursorTest : public QObject {
     Q_OBJECT
 

@@ -1,24 +1,24 @@
-#include "fault.h"
+#include "fault_sentences.h"
 
 #include <QtGlobal>
 
-QLatin1String message(Fault fault) {
-    switch (fault) {
-    case Fault::CannotOpenFile:
+QLatin1String sentence(FaultCode code) {
+    switch (code) {
+    case FaultCode::CannotOpenFile:
         return QLatin1String("Cannot open data file!");
-    case Fault::UnknownDelimiter:
+    case FaultCode::UnknownDelimiter:
         return QLatin1String("Unknown data file delimiter!");
-    case Fault::TooFewColumns:
+    case FaultCode::TooFewColumns:
         return QLatin1String("Data file contains < 3 columns!");
-    case Fault::IncorrectColumns:
+    case FaultCode::IncorrectColumns:
         return QLatin1String("Incorrect data columns!");
-    case Fault::NonNumericPValue:
+    case FaultCode::NonNumericPValue:
         return QLatin1String("Non-numeric p-value detected!");
-    case Fault::NonIntegerPosition:
+    case FaultCode::NonIntegerPosition:
         return QLatin1String("Non-integer position value detected!");
-    case Fault::TooFewGenomePoints:
+    case FaultCode::TooFewGenomePoints:
         return QLatin1String("Illegal data range in getManhattan0!");
-    case Fault::TooFewChromosomePoints:
+    case FaultCode::TooFewChromosomePoints:
         return QLatin1String("Illegal data range in getManhattan!");
     }
     Q_UNREACHABLE();

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "prepare_options.h"
+
+#include <QByteArray>
+#include <QList>
+#include <string_view>
+
+// One key for all spellings of a chromosome: chr1, 1, 01, Chr1 and CHR01 are "1". Any other label
+// is its own key, but for case after "chr" and of X, Y, XY, MT, M.
+QByteArray chromosomeKey(std::string_view label);
+
+// True where the chromosome of `a` comes before that of `b`: an optional "chr" and case are
+// ignored; numbers first (1, 1A, 1B, 2, 2L, 10), then X Y Z W XY MT, then text with its numbers
+// compared as numbers (sca2 before sca10), then unplaced ones (0, Un, NA). A strict weak order.
+bool isBefore(std::string_view a, std::string_view b);
+
+// True for 0, Un, NA and the like, which stand for no chromosome in particular.
+bool isUnplaced(std::string_view label);
+
+// How the labels of a table are written: index-aligned with `labels`, which are all that occur.
+// `isPlink` and `isSsf` say what kind of table it is, which decides what 25 means.
+struct NamedChromosomes {
+    QList<QByteArray> names;
+    QList<QString> remarks; // each translation, for the report
+};
+NamedChromosomes nameChromosomes(const QList<QByteArray>& labels, ChromosomeNames names,
+                                 bool isPlink, bool isSsf);

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "prepare_options.h"
+#include "refusal.h"
+
+#include <QByteArray>
+#include <QList>
+#include <string_view>
+#include <variant>
+
+// What parts the fields of a line. Spaces: runs of them count as one. WideSpaces: runs of two or
+// more. WhiteSpace: runs of tabs and spaces.
+enum class Separator { Tab, Comma, Semicolon, Spaces, WideSpaces, WhiteSpace };
+
+struct TableFormat {
+    Separator separator = Separator::Tab;
+    bool quoted = false;       // fields may stand in double quotes
+    bool decimalComma = false; // a comma is the decimal point
+    qint64 headerLine = 0;     // from 1; 0 without titles
+    QList<QByteArray> titles;  // as they stand, without quotes; empty without titles
+    qint64 firstDataLine = 1;  // from 1
+};
+
+enum class Role { Chromosome, Position, PValue, LogP, Name, Test, Trait, Z, Beta, StandardError };
+
+// A column chosen for a role, and why, for the report.
+struct RoleNote {
+    Role role;
+    int column; // from 0
+    QByteArray title;
+    QString why; // "the only title that says p", "leftmost of rank 0", "named by --p" ...
+};
+
+struct ColumnChoice {
+    int chromosome = -1; // from 0; -1 for none
+    int position = -1;
+    int joined = -1;                    // holds chromosome and position together, as 1:15791:C:T
+    int p = -1;                         // holds p-values
+    int logP = -1;                      // the paired logarithm of p, or the only column
+    PScale logScale = PScale::NegLog10; // of logP (or of p where --p-is says so: then p is -1)
+    int name = -1;
+    int test = -1;
+    QList<int> traits;                         // columns that may part the table into several scans
+    int z = -1, beta = -1, standardError = -1; // where p is computed from effects
+    int format = -1; // VCF: the FORMAT column; logP is then the sample's column, in subfield LP
+    bool isPrepared = false;    // a prepared or saved table: its texts are copied as they stand
+    QByteArray chromosomeValue; // where the user gave it
+    QList<RoleNote> notes;
+    QList<RoleNote> others; // candidates that were not chosen, and why not
+    QList<QString> remarks; // anything else that the user should read
+};
+
+struct Understanding {
+    TableFormat format;
+    ColumnChoice columns;
+};
+
+// Finds out how a table is laid out and which columns hold what, from its first lines: UTF-8, whole
+// lines, no carriage returns; at most 1,000 lines before the header and 11,000 after it are looked
+// at. `isWhole` says that the table ends there.
+std::variant<Understanding, Refusal> understand(std::string_view head, bool isWhole,
+                                                const PrepareOptions& options);
+
+// Splits a line into its fields, without their quotes. The views point into `line` or, where a
+// doubled quote was undone, into `scratch`.
+void splitLine(std::string_view line, const TableFormat& format, QList<std::string_view>& fields,
+               QByteArray& scratch);

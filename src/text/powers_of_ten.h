@@ -1,7 +1,0 @@
-#pragma once
-
-// All powers of ten that are doubles without rounding: with one of them, a number is multiplied or
-// divided as exactly as a double can tell.
-inline constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
