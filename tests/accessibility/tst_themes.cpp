@@ -145,14 +145,14 @@ static double frameContrast(const QImage& window, QPoint edge, QPoint inward, in
 // The guidelines ask for 3 around a control. The usual themes keep the frames of their style.
 void ThemesTest::frameIsVisible() {
     QFETCH(QString, name);
-    inside::window()->displayLocal();
-    QWidget* widget = inside::widget(name);
+    parts::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
     QTRY_VERIFY(widget->isVisible());
     const bool isUsual = themeName() != u"high-contrast";
     QCOMPARE(widget->palette() == QApplication::palette(widget), isUsual);
     if (isUsual)
         return;
-    inside::window()->setFocus();
+    parts::window()->setFocus();
     QStyleOption option;
     option.initFrom(widget);
     const QRect inWidget =
@@ -160,7 +160,7 @@ void ThemesTest::frameIsVisible() {
             ? widget->rect()
             : widget->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, widget);
     const QRect frame = inWidget.translated(widget->pos());
-    const QImage window = inside::window()->grab().toImage();
+    const QImage window = parts::window()->grab().toImage();
     for (const auto& [edge, inward] : std::initializer_list<std::pair<QPoint, QPoint>>{
              {{frame.left(), frame.center().y()}, {1, 0}},
              {{frame.right(), frame.center().y()}, {-1, 0}},
@@ -185,8 +185,8 @@ static QWidget* shownToolTip(const QString& text) {
 
 void ThemesTest::toolTipHasTheThemesColors() {
     QFETCH(QString, name);
-    inside::window()->displayLocal();
-    QWidget* widget = inside::widget(name);
+    parts::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
     const QPoint middle = widget->rect().center();
     QHelpEvent event(QEvent::ToolTip, middle, widget->mapToGlobal(middle));
     QApplication::sendEvent(widget, &event);

@@ -16,7 +16,8 @@ class TestRealScreen : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr QSize plotSize{800, 675}; // on a screen of 1000 x 900 pixels
+    static constexpr QSize screenSize{1000, 900};
+    static constexpr QSize plotSize{800, 675};
 
 private slots:
     void initTestCase();
