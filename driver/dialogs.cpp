@@ -1,7 +1,7 @@
-#include "driver/dialogs.h"
+#include "dialogs.h"
 
-#include "driver/pointer.h"
-#include "driver/window_parts.h"
+#include "pointer.h"
+#include "window_parts.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -9,8 +9,8 @@
 #include <QInputDialog>
 #include <QJsonArray>
 #include <QLineEdit>
-#include <QListView>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace {
 
@@ -20,12 +20,15 @@ Dialog* shown() {
     return dialog != nullptr && dialog->isVisible() ? dialog : nullptr;
 }
 
-void pressButton(QDialog* dialog, QDialogButtonBox::StandardButton which) {
-    pointer::click(dialog->findChild<QDialogButtonBox*>()->button(which));
+void press(QDialogButtonBox::ButtonRole role) {
+    const auto* box = QApplication::activeModalWidget()->findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : box->buttons())
+        if (box->buttonRole(button) == role)
+            return pointer::click(button);
 }
 
-void fillIn(QDialog* dialog, const QString& text) {
-    dialog->findChild<QLineEdit*>()->setText(text);
+QTreeView* fileList() {
+    return dialogs::file()->findChild<QTreeView*>(QStringLiteral("treeView"));
 }
 
 QJsonObject fileState(const QFileDialog* dialog) {
@@ -63,41 +66,43 @@ bool isAnyOpen() {
     return QApplication::activeModalWidget() != nullptr;
 }
 
-// The whole path at once: typed key by key it would race the list of completions, which the toolkit
-// fills from a thread of its own.
-void openFile(const QString& path) {
-    fillIn(file(), path);
-    pressButton(file(), QDialogButtonBox::Open);
+// The whole text at once: typed key by key it would race the list of completions, which Qt fills
+// from a thread of its own.
+void fill(const QString& text) {
+    QApplication::activeModalWidget()->findChild<QLineEdit*>()->setText(text);
 }
 
-void pickFile(const QString& name) {
-    const auto* list = file()->findChild<QListView*>(QStringLiteral("listView"));
-    const auto row = static_cast<int>(listedFiles().indexOf(name));
-    list->selectionModel()->select(list->model()->index(row, 0, list->rootIndex()),
-                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    pressButton(file(), QDialogButtonBox::Open);
+void choose(const QString& fileName) {
+    QTreeView* list = fileList();
+    const auto row = static_cast<int>(listedFiles().indexOf(fileName));
+    list->selectionModel()->setCurrentIndex(list->model()->index(row, 0, list->rootIndex()),
+                                            QItemSelectionModel::ClearAndSelect |
+                                                QItemSelectionModel::Rows);
 }
 
-void cancelFile() {
-    pressButton(file(), QDialogButtonBox::Cancel);
+void focusList() {
+    fileList()->setFocus();
+}
+
+void accept() {
+    press(QDialogButtonBox::AcceptRole);
+}
+
+void cancel() {
+    press(QDialogButtonBox::RejectRole);
+}
+
+void answer(const QString& text) {
+    fill(text);
+    accept();
 }
 
 QStringList listedFiles() {
-    const auto* list = file()->findChild<QListView*>(QStringLiteral("listView"));
+    const QTreeView* list = fileList();
     QStringList names;
     for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row)
         names.append(list->model()->index(row, 0, list->rootIndex()).data().toString());
     return names;
-}
-
-void acceptName(const QString& text) {
-    fillIn(name(), text);
-    pressButton(name(), QDialogButtonBox::Ok);
-}
-
-void cancelName(const QString& text) {
-    fillIn(name(), text);
-    pressButton(name(), QDialogButtonBox::Cancel);
 }
 
 QJsonObject state() {

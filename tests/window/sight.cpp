@@ -1,4 +1,4 @@
-#include "screen/sight.h"
+#include "sight.h"
 
 #include <QColor>
 #include <QGuiApplication>

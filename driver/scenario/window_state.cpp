@@ -1,6 +1,6 @@
-#include "driver/window_state.h"
+#include "scenario/window_state.h"
 
-#include "driver/window_parts.h"
+#include "window_parts.h"
 
 #include <QCheckBox>
 #include <QCryptographicHash>

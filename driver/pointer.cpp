@@ -1,4 +1,4 @@
-#include "driver/pointer.h"
+#include "pointer.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -49,8 +49,20 @@ void release(QWidget* widget, QPoint position, Qt::MouseButton button) {
 
 void click(QWidget* widget) {
     const QPoint place = sensitivePlace(widget);
-    press(widget, place, Qt::LeftButton);
-    release(widget, place, Qt::LeftButton);
+    press(widget, place);
+    release(widget, place);
+}
+
+void drag(QWidget* widget, QPoint from, QPoint to, Qt::MouseButton button) {
+    constexpr int moves = 4;
+    press(widget, from, button);
+    for (int i = 1; i <= moves; ++i)
+        move(widget, from + (to - from) * i / moves, button);
+}
+
+void drawBox(QWidget* widget, QPoint from, QPoint to, Qt::MouseButton button) {
+    drag(widget, from, to, button);
+    release(widget, to, button);
 }
 
 } // namespace pointer

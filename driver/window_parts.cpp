@@ -1,4 +1,6 @@
-#include "driver/window_parts.h"
+#include "window_parts.h"
+
+#include "give_up.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -24,9 +26,11 @@ struct Opener {
         friend constexpr auto memberOf(name##Key);                                                 \
     };                                                                                             \
     template struct Opener<name##Key, &MyWidget::name>;                                            \
-    type name##Of(MyWidget* window) {                                                              \
+    }                                                                                              \
+    namespace parts {                                                                              \
+    type name() {                                                                                  \
         constexpr name##Key::Pointer pointer = memberOf(name##Key{});                              \
-        return window->*pointer;                                                                   \
+        return window()->*pointer;                                                                 \
     }                                                                                              \
     }
 
@@ -64,22 +68,8 @@ OPEN_MEMBER(QRect, screenRect)
 OPEN_MEMBER(QDir, startDir)
 OPEN_MEMBER(QPixmap, genomePixmap)
 
-namespace {
-
-QList<std::pair<QString, QObject*>> layouts() {
-    MyWidget* window = parts::window();
-    return {{"mainLayout", mainLayoutOf(window)},
-            {"topLayout", topLayoutOf(window)},
-            {"imageLayout", imageLayoutOf(window)},
-            {"topSpareLayout", topSpareLayoutOf(window)},
-            {"middleLayout", middleLayoutOf(window)},
-            {"middleSpareLayout", middleSpareLayoutOf(window)},
-            {"infoLayout", infoLayoutOf(window)},
-            {"bottomLayout", bottomLayoutOf(window)},
-            {"buttonLayout", buttonLayoutOf(window)}};
-}
-
-} // namespace
+#define NAMED(name)                                                                                \
+    { QStringLiteral(#name), name() }
 
 namespace parts {
 
@@ -90,77 +80,30 @@ MyWidget* window() {
     return nullptr;
 }
 
-QLabel* imageLabel() {
-    return imageLabelOf(window());
-}
-QLabel* hintLabel() {
-    return hintLabelOf(window());
-}
-QLabel* nameLabel() {
-    return nameLabelOf(window());
-}
-QRubberBand* rubberBand() {
-    return rubberBandOf(window());
-}
-QPoint boxStart() {
-    return boxStartOf(window());
-}
-QPoint boxEnd() {
-    return boxEndOf(window());
-}
-QStringList fileList() {
-    return fileListOf(window());
-}
-QString chosenPath() {
-    return chosenPathOf(window());
-}
-QPixmap plotPixmap() {
-    return plotPixmapOf(window());
-}
-QImage plotImage() {
-    return plotImageOf(window());
-}
-QRect screenRect() {
-    return screenRectOf(window());
-}
-QDir startDir() {
-    return startDirOf(window());
-}
-QPixmap genomePixmap() {
-    return genomePixmapOf(window());
-}
-
 QList<NamedWidget> widgets() {
-    MyWidget* window = parts::window();
-    return {{"imageLabel", imageLabelOf(window)},
-            {"nameLabel", nameLabelOf(window)},
-            {"hintLabel", hintLabelOf(window)},
-            {"checkBox1", checkBox1Of(window)},
-            {"checkBox2", checkBox2Of(window)},
-            {"rangeStartEdit", rangeStartEditOf(window)},
-            {"rangeEndEdit", rangeEndEditOf(window)},
-            {"newFileButton", newFileButtonOf(window)},
-            {"globalButton", globalButtonOf(window)},
-            {"unzoomButton", unzoomButtonOf(window)},
-            {"removeButton", removeButtonOf(window)},
-            {"saveButton", saveButtonOf(window)},
-            {"saveRemoveButton", saveRemoveButtonOf(window)},
-            {"exitButton", exitButtonOf(window)},
-            {"rubberBand", rubberBandOf(window)}};
+    return {NAMED(imageLabel),       NAMED(nameLabel),     NAMED(hintLabel),
+            NAMED(checkBox1),        NAMED(checkBox2),     NAMED(rangeStartEdit),
+            NAMED(rangeEndEdit),     NAMED(newFileButton), NAMED(globalButton),
+            NAMED(unzoomButton),     NAMED(removeButton),  NAMED(saveButton),
+            NAMED(saveRemoveButton), NAMED(exitButton),    NAMED(rubberBand)};
 }
 
 QWidget* widget(const QString& name) {
     for (const auto& [widgetName, widget] : widgets())
         if (widgetName == name)
             return widget;
-    return nullptr;
+    giveUp(QStringLiteral("no widget \"%1\"").arg(name));
 }
 
 QString nameOf(const QObject* widgetOrLayout) {
     for (const auto& [name, widget] : widgets())
         if (widget == widgetOrLayout)
             return name;
-    for (const auto& [name, layout] : layouts())
+    const QList<std::pair<QString, QObject*>> layouts{
+        NAMED(mainLayout),     NAMED(topLayout),    NAMED(imageLayout),
+        NAMED(topSpareLayout), NAMED(middleLayout), NAMED(middleSpareLayout),
+        NAMED(infoLayout),     NAMED(bottomLayout), NAMED(buttonLayout)};
+    for (const auto& [name, layout] : layouts)
         if (layout == widgetOrLayout)
             return name;
     return {};

@@ -1,10 +1,10 @@
-#include "driver/state_file.h"
+#include "scenario/state_file.h"
 
-#include "driver/dialogs.h"
-#include "driver/give_up.h"
-#include "driver/session_state.h"
-#include "driver/window_parts.h"
-#include "driver/window_state.h"
+#include "dialogs.h"
+#include "give_up.h"
+#include "scenario/session_state.h"
+#include "scenario/window_state.h"
+#include "window_parts.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -32,5 +32,5 @@ void writeState(const QString& label) {
     QFile file(stateFileName);
     const QByteArray text = QJsonDocument(state).toJson(QJsonDocument::Compact) + '\n';
     if (!file.open(QIODevice::Append) || file.write(text) != text.size() || !file.flush())
-        giveUp(0, QStringLiteral("cannot write the state to \"%1\"").arg(stateFileName));
+        giveUp(QStringLiteral("cannot write the state to \"%1\"").arg(stateFileName));
 }

@@ -1,5 +1,5 @@
-#include "driver/window_parts.h"
-#include "driver/window_state.h"
+#include "scenario/window_state.h"
+#include "window_parts.h"
 
 #include <QBoxLayout>
 #include <QLabel>
