@@ -664,6 +664,11 @@ void Understand::layouts_data() {
             tabbed("SNP CHR BP P\n") + body,
         "CHR:BP P");
     row("comments", "# made by x\n#\n#SNP\tCHR\tBP\tP\n" + body, "CHR:BP P");
+    row("commas over tabs", "SNP, CHR, BP, P\n" + body, "CHR:BP P");
+    row("short lines",
+        tabbed("SNP CHR BP P\nrs1 1 752566 0.43\nrs1 1 752577 0.4\nrs2 1\n"
+               "rs1 1 752577 0.4\n"),
+        "CHR:BP P");
     row("comment mark apart", "# SNP CHR BP P\nrs1 1 752566 0.43\n", "CHR:BP P");
     row("byte-order mark", "\xef\xbb\xbf" + tabbed("CHR BP P\n1 752566 0.43\n"), "CHR:BP P");
     row("quotes",
@@ -730,6 +735,8 @@ void Understand::values_data() {
     tabRow("bounds", "chr pos P\n1 752566 <2e-16\n1 846808 0.01\n", "chr:pos P");
     tabRow("whole positions", "chr pos P\n1 1e+05 0.5\n1 12345.0 0.01\n", "chr:pos P");
     tabRow("position of text", "chr pos P\n1 intron 0.5\n1 exon 0.01\n", "NoPosition [pos]");
+    tabRow("no chromosome anywhere", "chr pos P\nNA 752566 0.5\nNA 846808 0.01\n",
+           "NoChromosome [chr]");
     tabRow("missing values", "chr pos P\nNA NA NA\n1 846808 0.01\n", "chr:pos P");
 }
 
@@ -741,7 +748,7 @@ void Understand::options_data() {
     tabRow("by number", table, "chr:bp P_AFR", with(p("5"), position("3"), chromosome("1")));
     tabRow("by normal title", table, "chr:pos P_AFR", with(p("p.afr")));
     tabRow("unknown title", table, "UnknownColumn [P_AFR P_EUR pos]", with(p("P_AFF")));
-    tabRow("number too large", table, "UnknownColumn [chr pos bp]", with(p("66")));
+    tabRow("number too large", table, "UnknownColumn []", with(p("66")));
     tabRow("the same title twice", "chr pos P P\n1 752566 0.4 0.5\n", "UnknownColumn [P P]",
            with(p("P")));
     tabRow("one of two by number", "chr pos P P\n1 752566 0.4 0.5\n", "chr:pos P", with(p("4")));
