@@ -293,10 +293,10 @@ std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     const std::string_view line = rows.text();
     if (line.empty() || (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == line.npos))
         return DropReason::Empty;
-    if (line.front() == '#' && !(viewOf(m_headerLine) == line))
-        return DropReason::Comment;
-    if (line.front() == viewOf(m_headerLine).substr(0, 1).front() && viewOf(m_headerLine) == line)
+    if (line == viewOf(m_headerLine))
         return DropReason::RepeatedHeader;
+    if (line.front() == '#')
+        return DropReason::Comment;
     return rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
                                                : std::nullopt;
 }
