@@ -168,8 +168,9 @@ bool asksForAChoice(const Refusal& refusal) {
 }
 
 bool hasQuotes(const QList<HeadLine>& lines) {
-    return std::any_of(lines.begin(), lines.end(),
-                       [](const HeadLine& line) { return line.text.find('"') != line.text.npos; });
+    return std::any_of(lines.begin(), lines.end(), [](const HeadLine& line) {
+        return line.text.find('"') != std::string_view::npos;
+    });
 }
 
 // In tables of commas and semicolons a later line may have quotes where no earlier one has.

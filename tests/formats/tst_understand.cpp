@@ -1,6 +1,7 @@
 #include "table_format.h"
 #include "titles.h"
 
+#include <QFile>
 #include <QTest>
 
 // Tables as association tools and archives write them, and the columns that are right; or why a
@@ -21,6 +22,8 @@ private slots:
     void values() { check(); }
     void options_data();
     void options() { check(); }
+    void sampleFiles_data();
+    void sampleFiles();
     void manyLabels();
     void roles();
     void refusalsSayWhatToType();
@@ -783,6 +786,30 @@ void Understand::options_data() {
            with([](PrepareOptions& options) {
                options.where = {{"pop", "EUR"}};
            }));
+}
+
+void Understand::sampleFiles_data() {
+    QTest::addColumn<QByteArray>("expected");
+    const auto file = [](const char* name, const char* expected) {
+        QTest::newRow(name) << QByteArray(expected);
+    };
+    file("comma.csv", "Chr:Pos Pval");
+    file("double_blanks.txt", "CHR:POS PVAL");
+    file("nan_p.txt", "CHROM:POSITION Pval");
+    file("neglog10_first.txt", "chr:pos -log10 neglog10_pval_meta_hq");
+    file("refused_bp.csv", "CHR:BP P");
+    file("refused_no_p.txt", "CHR:BP P_BOLT_LMM");
+    file("refused_quoted.csv", "NoPValue []");
+    file("rsid_first.txt", "CHR:POS pval");
+    file("sorted_by_p_crlf.txt", "Chromosome:Position Pvalue");
+    file("blocks_unsorted.txt", "SNP_Chr:SNP_Pos_hg19 P-val");
+}
+
+void Understand::sampleFiles() {
+    QFile file(QStringLiteral(PELMARK_TEST_DATA "/") + QString::fromUtf8(QTest::currentDataTag()));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll().replace("\r", "");
+    QTEST(described(understand(viewOf(text), true, {})), "expected");
 }
 
 void Understand::manyLabels() {
