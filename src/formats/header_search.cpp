@@ -82,10 +82,13 @@ qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
 
 // Lines that are too short for their titles are faults of the table where they are few; a line that
 // is too long says that the fields are parted in another way.
-Agreement agreement(const HeadTable& table) {
+Agreement agreement(const HeadTable& table, bool isWhole) {
     const qsizetype titles = table.titles().size();
     qsizetype equal = 0, shorter = 0, oneMore = 0;
-    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    if (isWhole && lines.size() > 1 && fieldCount(table, table.body().last()) < titles &&
+        lines.size() == table.body().size())
+        lines.removeLast(); // the file may be cut short there
     for (const HeadLine& line : lines) {
         const qsizetype count = fieldCount(table, line);
         const bool isEqual = count == titles || (count > titles && endsInList(table.titles()));
@@ -267,7 +270,7 @@ private:
 
     std::optional<Attempt> tryTable(HeadTable& table, int score) {
         Attempt attempt{{}, std::nullopt, score};
-        const Agreement agrees = agreement(table);
+        const Agreement agrees = agreement(table, m_isWhole);
         if (agrees == Agreement::OneFieldMore && startWithRowNames(table) && !makesSense(table))
             addRowNames(table, attempt);
         else if (agrees != Agreement::Agrees)

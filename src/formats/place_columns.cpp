@@ -195,6 +195,8 @@ private:
         const auto title = readPlaceTitle(viewOf(m_table.titles().value(column)));
         if (title && title->isZeroBased)
             return true;
+        if (m_named.position >= 0) // the user has looked
+            return false;
         for (int end = 0; isStart(column) && end < m_table.titles().size(); ++end)
             if (contains(title_table::ends,
                          viewOf(placeTitle(viewOf(m_table.titles()[end])).title)) &&
@@ -212,6 +214,7 @@ private:
             return zeroBased();
         noteRole(Role::Chromosome, m_choice.chromosome, m_named.chromosome, "--chromosome");
         noteRole(Role::Position, m_choice.position, m_named.position, "--position");
+        remarkTwins();
         noteOthers(Role::Chromosome, m_chromosomes, m_choice.chromosome);
         noteOthers(Role::Position, m_positions, m_choice.position);
         if (family == title_table::harmonisedFamily &&
@@ -242,6 +245,19 @@ private:
         else if (title && title->rank > 0)
             why = QStringLiteral("no other title says it better");
         m_choice.notes += note(role, m_table, column, why);
+    }
+
+    // Another position column that is as good by its title may hold another build.
+    void remarkTwins() {
+        if (m_named.position >= 0 || m_choice.position < 0)
+            return;
+        const auto chosen = readPlaceTitle(viewOf(m_table.titles()[m_choice.position]));
+        for (const Candidate& other : m_positions)
+            if (other.column != m_choice.position && other.title.family == chosen->family &&
+                other.title.rank == chosen->rank)
+                m_choice.remarks += QStringLiteral("%1 says a position too; the leftmost is taken. "
+                                                   "--position decides.")
+                                        .arg(raw(m_table, other.column));
     }
 
     void noteOthers(Role role, const Candidates& candidates, int chosen) {

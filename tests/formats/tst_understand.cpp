@@ -625,6 +625,8 @@ void Understand::choices_data() {
            "chrom chromStart chromEnd pos p\n1 752565 752566 752566 0.43\n", "chrom:pos p");
     tabRow("BED-like", "chr start end p\n1 752565 752566 0.43\n1 846807 846808 0.43\n",
            "ZeroBased [start]");
+    tabRow("BED-like, named", "chr start end p\n1 752565 752566 0.43\n", "chr:start p",
+           with(position("start")));
     tabRow("start and end alike", "chr start end p\n1 752566 752566 0.43\n1 846808 846808 0.43\n",
            "chr:start p");
     tabRow("two builds", "chr POS_hg18 POS_hg19 p\n1 742429 752566 0.43\n",
@@ -685,6 +687,7 @@ void Understand::layouts_data() {
     row("trailing tab in the header", tabbed("SNP CHR BP P \nrs1 1 752566 0.43\n"), "CHR:BP P");
     row("ragged last line", tabbed("SNP CHR BP P\nrs1 1 752566 0.43\nrs1 1 752577 0.4\nrs2 1\n"),
         "CHR:BP P");
+    row("cut short", tabbed("SNP CHR BP P\nrs1 1 752566 0.43\nrs2 1 8"), "CHR:BP P");
     row("R row names", "\"CHR\" \"BP\" \"P\"\n\"1\" 1 752566 0.43\n\"2\" 1 846808 0.5\n",
         "CHR:BP P");
     row("R row names without quotes", "SNP CHR BP P\n1 rs1 1 752566 0.43\n2 rs2 1 846808 0.5\n",
