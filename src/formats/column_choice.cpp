@@ -5,6 +5,7 @@
 #include "p_value.h"
 #include "place_columns.h"
 #include "position_text.h"
+#include "role_titles.h"
 #include "title_table.h"
 #include "titles.h"
 #include "value_judge.h"
