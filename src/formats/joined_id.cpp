@@ -27,7 +27,7 @@ bool equals(std::string_view text, std::string_view upperText) {
 }
 
 bool isNumbered(std::string_view text) {
-    const auto letters = std::find_if_not(text.begin(), text.end(), isDigit);
+    const auto* const letters = std::find_if_not(text.begin(), text.end(), isDigit);
     const auto digits = letters - text.begin();
     const std::string_view rest = text.substr(size_t(digits));
     return (digits == 1 || digits == 2) &&
@@ -53,8 +53,8 @@ bool isChromosome(std::string_view text) {
 
 // The number that the text starts with, if the name can go on after it.
 std::optional<std::string_view> positionAt(std::string_view text) {
-    const auto end = std::find_if_not(text.begin(), text.end(), isDigit);
-    const size_t digits = size_t(end - text.begin());
+    const auto* const end = std::find_if_not(text.begin(), text.end(), isDigit);
+    const auto digits = size_t(end - text.begin());
     if (digits == 0 || (end != text.end() && endsOfPosition.find(*end) == std::string_view::npos))
         return std::nullopt;
     return text.substr(0, digits);
