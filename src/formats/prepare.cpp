@@ -231,6 +231,8 @@ Failure Preparation::run() {
         if (!m_testToKeep.isEmpty())
             return std::nullopt;
     }
+    if (m_report.written > 0)
+        m_converter.counts().labels = m_sink.chromosomes().size();
     if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
         return refusal;
     if (Failure refusal = judgeParts())
@@ -332,7 +334,10 @@ std::optional<DropReason> Preparation::readPlace(const TableRows& rows,
         return DropReason::ChromosomeMissing;
     if (const auto reason = readPosition(positionText, position))
         return reason;
-    return isMissing(chromosome) ? std::optional(DropReason::ChromosomeMissing) : std::nullopt;
+    if (isMissing(chromosome))
+        return DropReason::ChromosomeMissing;
+    ++m_converter.counts().chromosomeRows;
+    return std::nullopt;
 }
 
 std::optional<DropReason> Preparation::readPosition(std::string_view text, int& position) {
