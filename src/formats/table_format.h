@@ -21,7 +21,19 @@ struct TableFormat {
     qint64 firstDataLine = 1;  // from 1
 };
 
-enum class Role { Chromosome, Position, PValue, LogP, Name, Test, Trait, Z, Beta, StandardError };
+enum class Role {
+    Chromosome,
+    Position,
+    Joined, // chromosome and position together
+    PValue,
+    LogP,
+    Name,
+    Test,
+    Trait,
+    Z,
+    Beta,
+    StandardError
+};
 
 // A column chosen for a role, and why, for the report.
 struct RoleNote {
@@ -40,7 +52,8 @@ struct ColumnChoice {
     PScale logScale = PScale::NegLog10; // of logP (or of p where --p-is says so: then p is -1)
     int name = -1;
     int test = -1;
-    QList<int> traits;                         // columns that may part the table into several scans
+    QList<int> traits; // columns that may part the table into several scans
+    int info = -1; // texts with LOG10P=number among them, which hold where p is too small to print
     int z = -1, beta = -1, standardError = -1; // where p is computed from effects
     int format = -1; // VCF: the FORMAT column; logP is then the sample's column, in subfield LP
     bool isPrepared = false;    // a prepared or saved table: its texts are copied as they stand
@@ -61,7 +74,8 @@ struct Understanding {
 std::variant<Understanding, Refusal> understand(std::string_view head, bool isWhole,
                                                 const PrepareOptions& options);
 
-// Splits a line into its fields, without their quotes. The views point into `line` or, where a
-// doubled quote was undone, into `scratch`.
+// Splits a line into its fields, without their quotes and the spaces around them. An empty line has
+// no fields where runs of spaces part them, else one. A quote that nothing closes is text. The
+// views point into `line` or, where a doubled quote was undone, into `scratch`.
 void splitLine(std::string_view line, const TableFormat& format, QList<std::string_view>& fields,
                QByteArray& scratch);

@@ -1,3 +1,4 @@
+#include "exact_pixels.h"
 #include "plain_geometry.h"
 #include "plain_painter.h"
 #include "plot_painter.h"

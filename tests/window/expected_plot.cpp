@@ -48,9 +48,9 @@ QStringList ExpectedView::differencesTo(const State& state) const {
 
 GenomePlot genomePlot(const QString& title, const QStringList& labels,
                       const QList<int>& startValues) {
-    GenomePlot plot{title, labels, startValues, {}, true};
+    GenomePlot plot{title, {}, true};
     for (qsizetype k = 0; k < labels.size(); ++k)
-        plot.colorValue << (k % 2 == 0 ? 255 : 50);
+        plot.chromosomes.append({.label = labels[k], .startValue = startValues[k]});
     return plot;
 }
 

@@ -1,0 +1,119 @@
+#include "column_option.h"
+
+#include "titles.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+QList<int> columnsWhere(const QList<QByteArray>& titles, const auto& passes) {
+    QList<int> columns;
+    for (int i = 0; i < titles.size(); ++i)
+        if (passes(titles[i]))
+            columns += i;
+    return columns;
+}
+
+// How many letters to insert, remove or replace to make one text of the other.
+qsizetype distance(const QByteArray& a, const QByteArray& b) {
+    QList<qsizetype> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        qsizetype diagonal = row[0]++;
+        for (qsizetype j = 0; j < b.size(); ++j) {
+            const qsizetype replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
+        }
+    }
+    return row.last();
+}
+
+QList<QByteArray> nearest(const QByteArray& text, QList<QByteArray> titles) {
+    const QByteArray normal = normalTitle(viewOf(text));
+    std::stable_sort(titles.begin(), titles.end(), [&](const QByteArray& a, const QByteArray& b) {
+        return distance(normal, normalTitle(viewOf(a))) < distance(normal, normalTitle(viewOf(b)));
+    });
+    return titles.first(std::min<qsizetype>(3, titles.size()));
+}
+
+Refusal unknownColumn(const char* option, const QByteArray& text, const QList<QByteArray>& titles,
+                      int columnCount) {
+    Refusal refusal{RefusalCode::UnknownColumn, {}, nearest(text, titles), {}};
+    refusal.message = QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
+                          .arg(QLatin1String(option), QString::fromUtf8(text))
+                          .arg(columnCount);
+    for (const QByteArray& title : refusal.candidates)
+        refusal.options += optionFor(option, titles, int(titles.indexOf(title)));
+    if (!refusal.candidates.isEmpty())
+        refusal.message += QStringLiteral(" The nearest titles: %1.")
+                               .arg(QString::fromUtf8(refusal.candidates.join(", ")));
+    return refusal;
+}
+
+Refusal severalColumns(const char* option, const QByteArray& text, const QList<int>& columns,
+                       const QList<QByteArray>& titles) {
+    Refusal refusal{RefusalCode::UnknownColumn, {}, {}, {}};
+    refusal.message =
+        QStringLiteral("%1 %2: several columns have this title. Give a number instead.")
+            .arg(QLatin1String(option), QString::fromUtf8(text));
+    for (const int column : columns) {
+        refusal.candidates += titles[column];
+        refusal.options += QByteArray(option) + ' ' + QByteArray::number(column + 1);
+    }
+    return refusal;
+}
+
+bool isPlainArgument(const QByteArray& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+               QByteArrayView("_.:+-/,@%").contains(c);
+    });
+}
+
+QByteArray shellQuoted(QByteArray text) {
+    if (isPlainArgument(text) && !text.startsWith('-'))
+        return text;
+    return '\'' + text.replace("'", "'\\''") + '\'';
+}
+
+} // namespace
+
+std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByteArray>& text,
+                                    const QList<QByteArray>& titles, int columnCount) {
+    if (!text)
+        return -1;
+    const QByteArray bare = bareTitle(viewOf(*text));
+    const QByteArray normal = normalTitle(viewOf(*text));
+    QList<int> columns =
+        columnsWhere(titles, [&](const QByteArray& title) { return title == bare; });
+    bool isNumber = false;
+    const int number = bare.toInt(&isNumber);
+    if (columns.isEmpty() && isNumber && number >= 1 && number <= columnCount)
+        return number - 1;
+    if (columns.isEmpty() && !normal.isEmpty())
+        columns = columnsWhere(
+            titles, [&](const QByteArray& title) { return normalTitle(viewOf(title)) == normal; });
+    if (columns.size() == 1)
+        return columns.first();
+    if (columns.isEmpty())
+        return unknownColumn(option, *text, titles, columnCount);
+    return severalColumns(option, *text, columns, titles);
+}
+
+QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column) {
+    const QByteArray title = titles.value(column);
+    bool isNumber = false;
+    title.toInt(&isNumber);
+    if (title.isEmpty() || isNumber || title.startsWith('-') || titles.count(title) > 1)
+        return QByteArray(option) + ' ' + QByteArray::number(column + 1);
+    return QByteArray(option) + ' ' + shellQuoted(title);
+}
+
+QString columnText(const QList<QByteArray>& titles, int column) {
+    const QString number = QString::number(column + 1);
+    if (titles.value(column).isEmpty())
+        return QStringLiteral("column %1").arg(number);
+    return QStringLiteral("\"%1\" (column %2)").arg(QString::fromUtf8(titles[column]), number);
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "refusal.h"
+
+#include <QByteArray>
+#include <QList>
+#include <optional>
+#include <variant>
+
+// The column, from 0, that an option names: by its title as it stands, else by its normal title,
+// else by a number from 1. -1 where the option is not given. Refuses a column that is not there,
+// naming the nearest titles, and a title that several columns have.
+std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByteArray>& text,
+                                    const QList<QByteArray>& titles, int columnCount);
+
+// What to add to a command line to name a column: "--p P_EUR", with a number where the title does
+// not name it alone, and quotes where the shell needs them.
+QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column);
+
+// `"P" (column 4)`, for messages.
+QString columnText(const QList<QByteArray>& titles, int column);

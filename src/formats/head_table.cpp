@@ -1,0 +1,63 @@
+#include "head_table.h"
+
+#include "joined_id.h"
+#include "p_value.h"
+#include "titles.h"
+
+#include <algorithm>
+
+bool HeadLine::isEmpty() const {
+    return text.find_first_not_of(" \t") == text.npos;
+}
+
+QList<HeadLine> linesOf(std::string_view text) {
+    if (text.substr(0, 3) == "\xef\xbb\xbf")
+        text.remove_prefix(3);
+    QList<HeadLine> lines;
+    while (!text.empty()) {
+        const size_t end = std::min(text.find('\n'), text.size());
+        lines.append({text.substr(0, end), lines.size() + 1});
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+int HeadTable::columnCount() const {
+    if (!titles().isEmpty() || m_body.isEmpty())
+        return int(titles().size());
+    return int(fields(m_body.first()).size());
+}
+
+QList<QByteArray> HeadTable::fields(const HeadLine& line) const {
+    QList<std::string_view> views;
+    QByteArray scratch;
+    splitLine(line.text, m_format, views, scratch);
+    QList<QByteArray> fields;
+    for (const std::string_view view : views)
+        fields += bytesOf(view);
+    return fields;
+}
+
+QList<QByteArray> HeadTable::column(int column, qsizetype limit) const {
+    QList<QByteArray> texts;
+    QList<std::string_view> views;
+    QByteArray scratch;
+    for (const HeadLine& line : m_body.first(std::min(limit, m_body.size()))) {
+        splitLine(line.text, m_format, views, scratch);
+        texts += column < views.size() ? bytesOf(views[column]) : QByteArray();
+    }
+    return texts;
+}
+
+QList<QByteArray> HeadTable::values(int column, qsizetype limit) const {
+    QList<QByteArray> texts = this->column(column, limit);
+    texts.removeIf([](const QByteArray& text) { return isMissing(viewOf(text)); });
+    return texts;
+}
+
+bool areJoinedIds(const QList<QByteArray>& values, int percent) {
+    const auto joined = std::count_if(values.begin(), values.end(), [](const QByteArray& text) {
+        return readJoinedId(viewOf(text)).has_value();
+    });
+    return !values.isEmpty() && joined * 100 >= values.size() * percent;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "table_format.h"
+
+#include <QByteArray>
+#include <QList>
+#include <string_view>
+
+struct HeadLine {
+    std::string_view text;
+    qint64 number = 0; // from 1
+    bool isEmpty() const;
+    bool isComment() const { return text.substr(0, 1) == "#"; }
+};
+
+// The lines of a text; a byte-order mark before the first one is left out.
+QList<HeadLine> linesOf(std::string_view text);
+
+// The first lines of a table, as a layout splits them.
+class HeadTable {
+public:
+    // `body` has neither empty lines nor comments.
+    HeadTable(const TableFormat& format, const QList<HeadLine>& body)
+        : m_format(format), m_body(body) {}
+
+    const TableFormat& format() const { return m_format; }
+    TableFormat& format() { return m_format; }
+    const QList<QByteArray>& titles() const { return m_format.titles; }
+    const QList<HeadLine>& body() const { return m_body; }
+    int columnCount() const; // by the titles; without titles, by the first line
+
+    QList<QByteArray> fields(const HeadLine& line) const;
+
+    // The column's texts in the first `limit` lines; empty where a line is too short.
+    QList<QByteArray> column(int column, qsizetype limit) const;
+
+    // The same without missing values.
+    QList<QByteArray> values(int column, qsizetype limit) const;
+
+private:
+    TableFormat m_format;
+    QList<HeadLine> m_body;
+};
+
+// True where at least `percent` of the values read as a joined id; false without any values.
+bool areJoinedIds(const QList<QByteArray>& values, int percent);

@@ -1,0 +1,390 @@
+#include "header_search.h"
+
+#include "column_choice.h"
+#include "p_columns.h"
+#include "p_value.h"
+#include "place_columns.h"
+#include "title_table.h"
+#include "titles.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace {
+
+constexpr qsizetype linesTried = 1'000;
+constexpr qsizetype linesCompared = 20;
+
+// How the header and the lines after it are split.
+struct Split {
+    Separator header;
+    Separator body;
+};
+constexpr Split splits[] = {
+    {Separator::Tab, Separator::Tab},
+    {Separator::Comma, Separator::Comma},
+    {Separator::Semicolon, Separator::Semicolon},
+    {Separator::Spaces, Separator::Spaces},
+    {Separator::WideSpaces, Separator::WideSpaces},
+    {Separator::WhiteSpace, Separator::Tab},
+    {Separator::WhiteSpace, Separator::WhiteSpace},
+};
+// For a header that stands in a comment, which may be written in another way than the table.
+constexpr Split commentSplits[] = {
+    {Separator::Comma, Separator::Tab},       {Separator::Comma, Separator::WhiteSpace},
+    {Separator::Tab, Separator::WhiteSpace},  {Separator::WhiteSpace, Separator::Comma},
+    {Separator::Comma, Separator::Semicolon}, {Separator::WhiteSpace, Separator::Semicolon},
+};
+
+enum class Agreement { Agrees, OneFieldMore, Differs };
+
+// What came of taking a line for the header.
+struct Attempt {
+    Understanding understanding;
+    std::optional<Refusal> refusal;
+    int score = 0; // how many roles the titles say
+};
+
+bool isBody(const HeadLine& line) {
+    return !line.isEmpty() && !line.isComment();
+}
+
+QList<HeadLine> bodyFrom(const QList<HeadLine>& lines, qsizetype from) {
+    QList<HeadLine> body;
+    std::copy_if(lines.begin() + from, lines.end(), std::back_inserter(body), isBody);
+    return body;
+}
+
+// The titles of a line; "#" apart from the first title, and "##", say only that it is a comment.
+QList<QByteArray> titlesOf(const HeadLine& line, const TableFormat& format) {
+    std::string_view text = line.text;
+    const size_t marks = std::min(text.find_first_not_of('#'), text.size());
+    if (marks > 1 || (marks == 1 && text.substr(1, 1) == " "))
+        text.remove_prefix(marks);
+    QList<QByteArray> titles;
+    for (const QByteArray& field : HeadTable(format, {}).fields({text, line.number}))
+        titles += bareTitle(viewOf(field));
+    while (!titles.isEmpty() && titles.last().isEmpty())
+        titles.removeLast();
+    return titles;
+}
+
+bool endsInList(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
+        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
+    });
+}
+
+qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
+    QList<QByteArray> fields = table.fields(line);
+    while (fields.size() > table.titles().size() && fields.last().isEmpty())
+        fields.removeLast();
+    return fields.size();
+}
+
+// Lines that are too short for their titles are faults of the table where they are few; a line that
+// is too long says that the fields are parted in another way.
+Agreement agreement(const HeadTable& table) {
+    const qsizetype titles = table.titles().size();
+    qsizetype equal = 0, shorter = 0, oneMore = 0;
+    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    for (const HeadLine& line : lines) {
+        const qsizetype count = fieldCount(table, line);
+        const bool isEqual = count == titles || (count > titles && endsInList(table.titles()));
+        equal += isEqual ? 1 : 0;
+        shorter += count < titles ? 1 : 0;
+        oneMore += !isEqual && count == titles + 1 ? 1 : 0;
+    }
+    if (oneMore > 0 && oneMore == lines.size())
+        return Agreement::OneFieldMore;
+    return equal + shorter == lines.size() && equal >= shorter ? Agreement::Agrees
+                                                               : Agreement::Differs;
+}
+
+bool isNumber(const QByteArray& text) {
+    double number = 0.0;
+    return readNumber(viewOf(text), false, number);
+}
+
+// Row names as R writes them have no title: consecutive numbers, quoted texts or marker names.
+bool startWithRowNames(const HeadTable& table) {
+    const QList<QByteArray> names = table.column(0, linesCompared);
+    const auto isNumbered = [&] {
+        for (qsizetype i = 1; i < names.size(); ++i)
+            if (names[i].toLongLong() != names[i - 1].toLongLong() + 1)
+                return false;
+        return isNumber(names.first());
+    };
+    const auto isQuoted = [](const HeadLine& line) { return line.text.substr(0, 1) == "\""; };
+    const auto isMarker = [](const QByteArray& name) {
+        return name.startsWith("rs") && isNumber(name.mid(2));
+    };
+    return isNumbered() || std::all_of(table.body().begin(), table.body().end(), isQuoted) ||
+           std::all_of(names.begin(), names.end(), isMarker);
+}
+
+int scoreOf(const QList<QByteArray>& titles) {
+    return int(saysChromosome(titles)) + int(saysPosition(titles)) + int(saysPValue(titles)) +
+           int(saysName(titles));
+}
+
+bool namesColumns(const PrepareOptions& options) {
+    return options.chromosome || options.position || options.p || options.name || options.z;
+}
+
+bool hasNumbers(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), isNumber);
+}
+
+// In a table parted by semicolons a comma is the decimal point, unless its numbers have points.
+bool hasDecimalComma(const HeadTable& table) {
+    bool hasPoint = false;
+    for (const HeadLine& line : table.body().first(std::min(linesCompared, table.body().size())))
+        for (QByteArray field : table.fields(line)) {
+            hasPoint = hasPoint || (field.contains('.') && isNumber(field));
+            if (field.count(',') == 1 && isNumber(field.replace(",", ".")))
+                return true;
+        }
+    return !hasPoint;
+}
+
+bool asksForAChoice(const Refusal& refusal) {
+    switch (refusal.code) {
+    case RefusalCode::NoChromosome:
+    case RefusalCode::NoPosition:
+    case RefusalCode::NoPValue:
+    case RefusalCode::UnknownColumn:
+    case RefusalCode::NotATable:
+        return false;
+    default:
+        return true;
+    }
+}
+
+class HeaderSearch {
+public:
+    HeaderSearch(const QList<HeadLine>& lines, bool isWhole, const PrepareOptions& options)
+        : m_lines(lines), m_isWhole(isWhole), m_options(options) {
+        m_isQuoted = std::any_of(lines.begin(), lines.end(), [](const HeadLine& line) {
+            return line.text.find('"') != line.text.npos;
+        });
+    }
+
+    std::variant<Understanding, Refusal> search() {
+        qsizetype tried = 0;
+        qsizetype lastComment = -1;
+        for (qsizetype at = 0; at < m_lines.size() && tried < linesTried; ++at) {
+            if (m_lines[at].text.substr(0, 2) == "##")
+                lastComment = at;
+            else if (!m_lines[at].isEmpty() && ++tried > 0 && tryLine(at, splits))
+                return result(*m_found);
+        }
+        if (lastComment >= 0 &&
+            (tryLine(lastComment, splits) || tryLine(lastComment, commentSplits)))
+            return result(*m_found);
+        return m_best ? result(*m_best) : notATable();
+    }
+
+private:
+    // True where the line is the header, whether or not a choice is left to the user.
+    template <size_t Count>
+    bool tryLine(qsizetype at, const Split (&ways)[Count]) {
+        for (const Split& split : ways) {
+            std::optional<Attempt> attempt = tryAs(at, split);
+            if (!attempt)
+                continue;
+            if (!attempt->refusal || asksForAChoice(*attempt->refusal)) {
+                m_found = attempt;
+                return true;
+            }
+            if (attempt->score > 0 && (!m_best || attempt->score > m_best->score))
+                m_best = attempt;
+        }
+        return false;
+    }
+
+    // Nothing where the line makes no sense as header.
+    std::optional<Attempt> tryAs(qsizetype at, const Split& split) {
+        TableFormat format;
+        format.separator = split.header;
+        format.quoted = m_isQuoted;
+        format.titles = titlesOf(m_lines[at], format);
+        format.separator = split.body;
+        format.headerLine = m_lines[at].number;
+        const int score = scoreOf(format.titles);
+        if (format.titles.size() < 2 || (score == 0 && !namesColumns(m_options)) ||
+            (score < 3 && hasNumbers(format.titles)))
+            return std::nullopt;
+        HeadTable table(format, bodyFrom(m_lines, at + 1));
+        return tryTable(table, score);
+    }
+
+    std::optional<Attempt> tryTable(HeadTable& table, int score) {
+        Attempt attempt{{}, std::nullopt, score};
+        const Agreement agrees = agreement(table);
+        if (agrees == Agreement::OneFieldMore && startWithRowNames(table) && !makesSense(table))
+            addRowNames(table, attempt);
+        else if (agrees != Agreement::Agrees)
+            return noteDisagreement(table, score), std::nullopt;
+        TableFormat& format = table.format();
+        format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(table);
+        format.firstDataLine =
+            table.body().isEmpty() ? format.headerLine + 1 : table.body().first().number;
+        choose(table, attempt);
+        return attempt;
+    }
+
+    bool makesSense(const HeadTable& table) const {
+        return std::holds_alternative<ColumnChoice>(chooseColumns(table, m_isWhole, m_options));
+    }
+
+    void choose(const HeadTable& table, Attempt& attempt) const {
+        auto choice = chooseColumns(table, m_isWhole, m_options);
+        attempt.understanding.format = table.format();
+        if (Refusal* const refusal = std::get_if<Refusal>(&choice)) {
+            attempt.refusal = *refusal;
+            return;
+        }
+        const QList<QString> remarks = attempt.understanding.columns.remarks;
+        attempt.understanding.columns = std::get<ColumnChoice>(choice);
+        attempt.understanding.columns.remarks = remarks + attempt.understanding.columns.remarks;
+        if (table.body().isEmpty())
+            attempt.refusal = noRows(table.format());
+    }
+
+    static void addRowNames(HeadTable& table, Attempt& attempt) {
+        table.format().titles.prepend(QByteArray());
+        attempt.understanding.columns.remarks += QStringLiteral(
+            "The lines have one field more than the header: the first is taken for row names, as R "
+            "writes them.");
+    }
+
+    void noteDisagreement(const HeadTable& table, int score) {
+        if (score > 1 && m_disagreeingLine == 0 && !table.body().isEmpty())
+            m_disagreeingLine = table.format().headerLine;
+    }
+
+    static Refusal noRows(const TableFormat& format) {
+        return {RefusalCode::NotATable,
+                QStringLiteral("The table has a header and no rows."),
+                {},
+                {},
+                format.headerLine};
+    }
+
+    std::variant<Understanding, Refusal> result(const Attempt& attempt) const {
+        if (!attempt.refusal)
+            return attempt.understanding;
+        Refusal refusal = *attempt.refusal;
+        if (refusal.line == 0)
+            refusal.line = attempt.understanding.format.headerLine;
+        return refusal;
+    }
+
+    Refusal notATable() const {
+        if (m_disagreeingLine > 0)
+            return {
+                RefusalCode::NotATable,
+                QStringLiteral("Line %1 looks like a header, but the lines after it have another "
+                               "number of fields.")
+                    .arg(m_disagreeingLine),
+                {},
+                {},
+                m_disagreeingLine};
+        return {RefusalCode::NotATable,
+                QStringLiteral("No line looks like the header of a table of results. For a table "
+                               "without a header, say --no-header and give the columns by number."),
+                {},
+                {"--no-header --chromosome 1 --position 2 --p 3"}};
+    }
+
+    const QList<HeadLine>& m_lines;
+    bool m_isWhole;
+    const PrepareOptions& m_options;
+    bool m_isQuoted = false;
+    std::optional<Attempt> m_found, m_best;
+    qint64 m_disagreeingLine = 0;
+};
+
+bool isPrepared(const QList<HeadLine>& lines) {
+    if (lines.isEmpty())
+        return false;
+    const QList<QByteArray> titles = bytesOf(lines.first().text).split('\t');
+    return titles.size() >= qsizetype(std::size(title_table::prepared)) &&
+           std::equal(std::begin(title_table::prepared), std::end(title_table::prepared),
+                      titles.begin(),
+                      [](std::string_view a, const QByteArray& b) { return a == viewOf(b); });
+}
+
+RoleNote preparedNote(Role role, int column) {
+    return {role, column, bytesOf(title_table::prepared[column]),
+            QStringLiteral("the table is a prepared one")};
+}
+
+// Takes the columns of a prepared or saved table.
+Understanding prepared(const QList<HeadLine>& lines) {
+    Understanding understanding;
+    TableFormat& format = understanding.format;
+    format.headerLine = 1;
+    format.firstDataLine = 2;
+    format.titles = bytesOf(lines.first().text).split('\t');
+    ColumnChoice& columns = understanding.columns;
+    columns.isPrepared = true;
+    columns.chromosome = 0;
+    columns.position = 1;
+    columns.p = 2;
+    columns.logP = 3;
+    columns.notes = {preparedNote(Role::Chromosome, 0), preparedNote(Role::Position, 1),
+                     preparedNote(Role::PValue, 2), preparedNote(Role::LogP, 3)};
+    chooseName(HeadTable(format, {}), {}, columns);
+    return understanding;
+}
+
+// The first separator that parts the first lines into as many fields each.
+std::optional<HeadTable> evenTable(const QList<HeadLine>& body) {
+    for (const Split& split : splits) {
+        TableFormat format;
+        format.separator = split.body;
+        format.quoted = std::any_of(body.begin(), body.end(), [](const HeadLine& line) {
+            return line.text.find('"') != line.text.npos;
+        });
+        HeadTable table(format, body);
+        const qsizetype count = fieldCount(table, body.first());
+        const auto lines = body.first(std::min(linesCompared, body.size()));
+        if (count > 1 && std::all_of(lines.begin(), lines.end(), [&](const HeadLine& line) {
+                return fieldCount(table, line) == count;
+            }))
+            return table;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::variant<Understanding, Refusal> findHeader(const QList<HeadLine>& lines, bool isWhole,
+                                                const PrepareOptions& options) {
+    if (isPrepared(lines) && !namesColumns(options))
+        return prepared(lines);
+    return HeaderSearch(lines, isWhole, options).search();
+}
+
+std::variant<Understanding, Refusal> readWithoutHeader(const QList<HeadLine>& lines, bool isWhole,
+                                                       const PrepareOptions& options) {
+    const QList<HeadLine> body = bodyFrom(lines, 0);
+    std::optional<HeadTable> table = body.isEmpty() ? std::nullopt : evenTable(body);
+    if (!table)
+        return Refusal{RefusalCode::NotATable,
+                       QStringLiteral("The first lines have different numbers of fields, whatever "
+                                      "parts them."),
+                       {},
+                       {},
+                       body.isEmpty() ? 0 : body.first().number};
+    TableFormat& format = table->format();
+    format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(*table);
+    format.firstDataLine = body.first().number;
+    auto choice = chooseColumns(*table, isWhole, options);
+    if (Refusal* const refusal = std::get_if<Refusal>(&choice))
+        return *refusal;
+    return Understanding{format, std::get<ColumnChoice>(choice)};
+}

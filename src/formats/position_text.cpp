@@ -1,0 +1,42 @@
+#include "position_text.h"
+
+#include "p_value.h"
+#include "titles.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+bool isDigits(const QByteArray& text) {
+    return !text.isEmpty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// 1,234,567: groups of three digits after the first.
+bool isGrouped(const QByteArray& text) {
+    const QList<QByteArray> groups = text.split(',');
+    return groups.size() > 1 && groups.first().size() < 4 && isDigits(groups.first()) &&
+           std::all_of(groups.begin() + 1, groups.end(), [](const QByteArray& group) {
+               return group.size() == 3 && isDigits(group);
+           });
+}
+
+} // namespace
+
+PositionKind readPosition(std::string_view text, const TableFormat& format, int& position) {
+    if (isMissing(text))
+        return PositionKind::Missing;
+    QByteArray digits = bytesOf(text);
+    if (format.quoted && !format.decimalComma && isGrouped(digits))
+        digits.replace(",", "");
+    double number = 0.0;
+    if (!readNumber(viewOf(digits), format.decimalComma, number))
+        return PositionKind::NotANumber;
+    if (number != std::floor(number))
+        return PositionKind::Fractional;
+    using Limits = std::numeric_limits<int>;
+    position = int(std::clamp(number, double(Limits::min()), double(Limits::max())));
+    return PositionKind::Whole;
+}
