@@ -94,6 +94,15 @@ void compareTexts(qint64 line, const QList<std::string_view>& windows,
     column.rightText = excerpt(rights[right]);
 }
 
+void addTest(const QList<std::string_view>& fields, int column, QList<QString>& tests) {
+    constexpr qsizetype testsKept = 6;
+    if (column < 0 || column >= fields.size() || tests.size() >= testsKept)
+        return;
+    const QString test = excerpt(fields[column]);
+    if (!tests.contains(test))
+        tests.append(test);
+}
+
 } // namespace
 
 ComparedColumns compareColumns(const Layout& window, const Understanding& right,
@@ -116,14 +125,15 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
     if (isAlike)
         for (ComparedColumn* column : columns)
             column->isRight = column->rightNumber == 0 || column->number == column->rightNumber;
+    const auto isEmpty = [](std::string_view field) { return field.empty(); };
     TextComparison(window, right, head)
         .eachLine([&](qint64 line, const auto& windows, const auto& rights) {
-            result.isAligned |=
-                isSpaced && std::any_of(windows.begin(), windows.end(),
-                                        [](std::string_view f) { return f.empty(); });
-            if (!isAlike)
-                for (ComparedColumn* column : columns)
-                    compareTexts(line, windows, rights, *column);
+            result.isAligned |= isSpaced && std::any_of(windows.begin(), windows.end(), isEmpty);
+            addTest(rights, choice.test, result.tests);
+            if (isAlike)
+                return;
+            for (ComparedColumn* column : columns)
+                compareTexts(line, windows, rights, *column);
         });
     // The right column can hold something else than the window takes it for.
     result.isJoined = isJoined && result.chromosome.isRight;

@@ -25,6 +25,7 @@ struct ComparedColumns {
     ComparedColumn p;
     bool isLog = false;     // the window's p-values are logarithms of p
     bool isJoined = false;  // the window's chromosome names its position too
+    QList<QString> tests;   // that rows are of, where a column says so; a few at most
     bool isAligned = false; // runs of spaces part the fields: the window sees empty ones
 };
 

@@ -1,6 +1,7 @@
 #include "diagnosis.h"
 
 #include "chromosome_names.h"
+#include "text_blocks.h"
 
 #include <QHash>
 #include <algorithm>
@@ -99,6 +100,8 @@ void addColumnFindings(Diagnosis& diagnosis) {
     if (!columns.p.isRight)
         add(findings, columns.isLog ? FindingCode::LogAsP : FindingCode::WrongP,
             placeOf(columns.p));
+    if (columns.tests.size() > 1)
+        add(findings, FindingCode::SeveralTests, {0, {}, columns.tests.join(QLatin1String(", "))});
     if (columns.isAligned)
         add(findings, FindingCode::AlignedColumns);
 }
@@ -153,6 +156,11 @@ bool endsTheWindow(FindingCode code) {
            code == FindingCode::ShortLine;
 }
 
+bool isMisreading(FindingCode code) {
+    return code == FindingCode::WrongChromosome || code == FindingCode::WrongPosition ||
+           code == FindingCode::WrongP || code == FindingCode::LogAsP;
+}
+
 // The first line at which the window ends; 0 where it reads the whole file.
 qint64 firstFault(const QList<Finding>& findings) {
     qint64 line = 0;
@@ -181,8 +189,8 @@ Verdict verdictOf(Diagnosis& diagnosis, const FileFacts& file) {
         add(diagnosis.findings, FindingCode::TooFewMarkers, {0, {}, QString::number(reading.kept)});
         return Verdict::Refuses;
     }
-    const ComparedColumns columns = diagnosis.columns.value_or(ComparedColumns{});
-    if (!columns.chromosome.isRight || !columns.position.isRight || !columns.p.isRight)
+    if (std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(),
+                    [](const Finding& finding) { return isMisreading(finding.code); }))
         return Verdict::Misreads;
     return diagnosis.findings.isEmpty() ? Verdict::Opens : Verdict::OpensBut;
 }

@@ -1,0 +1,24 @@
+#include "table_head.h"
+
+#include "text_blocks.h"
+
+#include <QIODevice>
+#include <algorithm>
+
+TableHead readTableHead(QIODevice& device) {
+    constexpr qsizetype linesWanted = 12'000;
+    TableHead head;
+    TextBlocks blocks(device, TextBlocks::defaultBlockSize);
+    qsizetype lines = 0;
+    while (lines < linesWanted) {
+        if (!blocks.next()) {
+            head.isFailed = blocks.failed();
+            head.isWhole = !head.isFailed;
+            break;
+        }
+        const std::string_view piece = blocks.piece();
+        lines += std::count(piece.begin(), piece.end(), '\n');
+        head.text.append(piece.data(), static_cast<qsizetype>(piece.size()));
+    }
+    return head;
+}
