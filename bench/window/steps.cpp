@@ -1,26 +1,28 @@
 #include "window/steps.h"
 
-#include "window/pointing.h"
+#include "give_up.h"
+#include "places.h"
+#include "pointer.h"
+#include "window_parts.h"
 
-#include "hfile.h"
-
+#include <QLabel>
 #include <QMap>
-#include <cstdlib>
 
 namespace {
 
-int columnOf(int genomeCoordinate) {
-    return static_cast<int>(GLOBAL_pixPerX * (genomeCoordinate - GLOBAL_minX));
+void click(const char* widget) {
+    pointer::click(parts::widget(QLatin1String(widget)));
 }
 
 void pickLast() {
-    const int middle = (columnOf(Start_value.constLast()) + columnOf(End_value.constLast())) / 2;
-    pointing::drawBox({middle - 1, fheight / 2}, {middle + 1, fheight / 2 + 20});
+    const QPoint place = places::of(places::genomeCoordinate(Tag.constLast(), 50.0), maxY / 2);
+    pointer::drawBox(parts::imageLabel(), place - QPoint(1, 0), place + QPoint(1, 20));
 }
 
 // A box over the whole height, with as large a margin at each side, in hundredths of the width.
 void zoom(int margin) {
-    pointing::drawBox({fwidth * margin / 100, 0}, {fwidth * (100 - margin) / 100, fheight});
+    pointer::drawBox(parts::imageLabel(), {fwidth * margin / 100, 0},
+                     {fwidth * (100 - margin) / 100, fheight});
 }
 
 } // namespace
@@ -30,16 +32,14 @@ Step stepNamed(const QString& name) {
         {"pick-last", pickLast},
         {"zoom-wide", [] { zoom(5); }},
         {"zoom-narrow", [] { zoom(48); }},
-        {"unzoom", [] { pointing::click("unzoomButton"); }},
-        {"remove", [] { pointing::click("removeButton"); }},
-        {"join", [] { pointing::click("checkBox1"); }},
-        {"part", [] { pointing::click("checkBox1"); }},
-        {"lines-off", [] { pointing::click("checkBox2"); }},
-        {"lines-on", [] { pointing::click("checkBox2"); }},
+        {"unzoom", [] { click("unzoomButton"); }},
+        {"remove", [] { click("removeButton"); }},
+        {"join", [] { click("checkBox1"); }},
+        {"part", [] { click("checkBox1"); }},
+        {"lines-off", [] { click("checkBox2"); }},
+        {"lines-on", [] { click("checkBox2"); }},
     };
-    if (!actions.contains(name)) {
-        qCritical("no step \"%s\"", qPrintable(name));
-        std::exit(2);
-    }
+    if (!actions.contains(name))
+        giveUp(QStringLiteral("no step \"%1\"").arg(name));
     return {name, actions[name]};
 }

@@ -1,34 +1,29 @@
-// The whole program with a stopwatch inside: linked to it, started by the toolkit before `main` has
-// built the window, it opens the file named by the first argument, does the steps named by the
-// others, and tells on standard output how long each took: from the dialog's answer, or the mouse
-// click, until the plot was painted on the window. A file that ends the program is timed to the
-// end. Before it answers, the toolkit's dialog waits for its threads and has its settings written
-// to the disk, which is told as a time of its own. The memory is the most that the process ever
-// had, before and after opening.
+// The whole program with a stopwatch inside. Qt starts it before `main` has built the window; it
+// opens the file named by the first argument, takes the steps named by the others, and prints how
+// long each took: from the dialog's answer, or the mouse click, until the plot was painted on the
+// window. A file that ends the program is timed to the end. Qt's dialog waits for its threads and
+// writes its settings before it returns, which is reported as a time of its own. Memory is the
+// process's peak, before and after opening.
 
-#include "window/pointing.h"
+#include "dialogs.h"
+#include "give_up.h"
+#include "waiting.h"
 #include "window/steps.h"
+#include "window_parts.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-constexpr int settledPolls = 20; // widgets that were shown or hidden get their places first
-
 QElapsedTimer watch;
 bool isOpening = true;
-
-constexpr int patienceInMilliseconds = 300'000;
 
 double elapsedSeconds() {
     return static_cast<double>(watch.nsecsElapsed()) * 1e-9;
@@ -60,58 +55,47 @@ public:
     Stopwatch(QStringList steps, QObject* application)
         : QObject(application), m_steps(std::move(steps)), m_file(m_steps.takeFirst()) {
         application->installEventFilter(this);
-        schedule([this] { openFile(); });
-        schedule([this] { giveUp(); }, patienceInMilliseconds);
+        waiting::until([] { return dialogs::file() != nullptr; }, [this] { openFile(); });
     }
 
     bool eventFilter(QObject* object, QEvent* event) override {
         if (event->type() == QEvent::Paint && m_isWaiting && isNewPlot(object)) {
-            m_isWaiting = false;
+            m_oldPlot = plotKey();
             // By then the whole window is painted, and handed to the screen.
-            schedule([this] { endStep(); });
+            QTimer::singleShot(0, this, [this] { endStep(); });
         }
         return false;
     }
 
 private:
-    template <typename Task>
-    void schedule(Task task, int milliseconds = 0) {
-        QTimer::singleShot(milliseconds, this, task);
-    }
-
-    [[noreturn]] void giveUp() const {
-        qCritical("waited too long for a plot: %s", qPrintable(m_name));
-        std::_Exit(2);
-    }
-
     static qint64 plotKey() {
-        const QLabel* const label = pointing::plotLabel();
-        return label == nullptr ? 0 : label->pixmap().cacheKey();
+        return parts::window() == nullptr ? 0 : parts::imageLabel()->pixmap().cacheKey();
     }
 
     bool isNewPlot(const QObject* painted) const {
-        return painted == pointing::plotLabel() && plotKey() != m_oldPlot;
+        return parts::window() != nullptr && painted == parts::imageLabel() &&
+               plotKey() != m_oldPlot;
     }
 
     void openFile() {
-        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr || !dialog->isVisible())
-            return schedule([this] { openFile(); }, 1);
-        dialog->findChild<QLineEdit*>()->setText(m_file);
+        auto* const dialog = dialogs::file();
         connect(dialog, &QFileDialog::accepted, this, [] { watch.start(); });
-        // A dialog's children end after its own farewell, in their order.
+        // The dialog's children are destroyed last, in the order they were made.
         connect(new QObject(dialog), &QObject::destroyed, this, [this] {
             tell(QStringLiteral("dialog"), elapsedSeconds());
             startStep(QStringLiteral("open"));
         });
         tell(QStringLiteral("memory-before"), peakMemory());
-        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+        dialogs::answer(m_file);
     }
 
     void startStep(const QString& name) {
         m_name = name;
         m_oldPlot = plotKey();
         m_isWaiting = true;
+        setStep(name);
+        waiting::until([this] { return !m_isWaiting && waiting::isIdle(); },
+                       [this] { nextStep(); });
         watch.start();
     }
 
@@ -120,12 +104,10 @@ private:
         if (isOpening)
             tell(QStringLiteral("memory"), peakMemory());
         isOpening = false;
-        settle();
+        m_isWaiting = false;
     }
 
-    void settle(int polls = 0) {
-        if (polls < settledPolls || !pointing::isWindowShown())
-            return schedule([this, polls] { settle(polls + 1); }, 1);
+    void nextStep() {
         if (m_steps.isEmpty())
             return QCoreApplication::quit();
         const Step step = stepNamed(m_steps.takeFirst());

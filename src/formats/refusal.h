@@ -29,6 +29,7 @@ enum class RefusalCode {
     UnknownColumn,    // an option names a column that is not there
     DifferentColumns, // several inputs with different titles
     SeveralSamples,
+    Unwritable, // the output, or a temporary file
 };
 
 struct Refusal {

@@ -9,7 +9,10 @@ AssociationFile::AssociationFile(QIODevice& device, const ReadOptions& options)
     : m_device(device), m_rule(options.layout), m_blocks(device, options.blockSize) {}
 
 bool AssociationFile::open() {
-    if (!m_device.open(QIODevice::ReadOnly) || (!m_blocks.next() && m_blocks.failed())) {
+    const bool isOpen = m_device.open(QIODevice::ReadOnly);
+    if (isOpen)
+        m_blocks.next();
+    if (!isOpen || m_blocks.failed()) {
         report(FaultCode::CannotOpenFile);
         return false;
     }

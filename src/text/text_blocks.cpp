@@ -12,6 +12,7 @@ namespace {
 // steps.
 constexpr qsizetype decodingStep = 16 * 1024;
 constexpr qsizetype longestByteOrderMark = 4;
+constexpr char utf8Mark[] = "\xEF\xBB\xBF";
 
 bool isWide(QStringConverter::Encoding encoding) {
     return encoding != QStringConverter::Utf8 && encoding != QStringConverter::System;
@@ -36,8 +37,8 @@ qsizetype toNextStep(qint64 offset) {
 
 } // namespace
 
-TextBlocks::TextBlocks(QIODevice& device, qsizetype blockSize)
-    : m_device(device), m_blockSize(blockSize) {}
+TextBlocks::TextBlocks(QIODevice& device, qsizetype blockSize, Unmarked unmarked)
+    : m_device(device), m_blockSize(blockSize), m_unmarked(unmarked) {}
 
 bool TextBlocks::next() {
     // The unfinished line moves to the front. Blocks grow with it, so that a long line is read in
@@ -60,7 +61,8 @@ bool TextBlocks::readBlock(qsizetype size) {
         return false;
     if (isFirst)
         detectEncoding();
-    if (!m_isWide && m_decodedToEnd && isAscii(QByteArrayView(m_text).sliced(m_textSize)))
+    if (m_isAsItIs ||
+        (!m_isWide && m_decodedToEnd && isAscii(QByteArrayView(m_text).sliced(m_textSize))))
         dropCarriageReturns();
     else
         decodeBlock();
@@ -95,6 +97,9 @@ void TextBlocks::detectEncoding() {
         QStringConverter::encodingForData(QByteArrayView(m_text).sliced(m_textSize));
     const QStringConverter::Encoding encoding = marked.value_or(QStringConverter::System);
     m_isWide = isWide(encoding);
+    m_isAsItIs = m_unmarked == Unmarked::AsTheyAre && !m_isWide;
+    if (m_isAsItIs && marked)
+        m_text.remove(m_textSize, qsizetype(QByteArrayView(utf8Mark).size()));
     m_decoder.emplace(encoding);
 }
 

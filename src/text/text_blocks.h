@@ -18,8 +18,12 @@ class TextBlocks {
 public:
     static constexpr qsizetype defaultBlockSize = 128 * 1024;
 
+    // How bytes without a byte-order mark are read: in the system's encoding, as QTextStream does,
+    // or as they are.
+    enum class Unmarked { System, AsTheyAre };
+
     // The device must be open for reading, at its start, and must outlive this object.
-    TextBlocks(QIODevice& device, qsizetype blockSize);
+    TextBlocks(QIODevice& device, qsizetype blockSize, Unmarked unmarked = Unmarked::System);
 
     // Goes to the next piece. False after the last one, or if reading failed.
     bool next();
@@ -45,6 +49,7 @@ private:
 
     QIODevice& m_device;
     const qsizetype m_blockSize;
+    const Unmarked m_unmarked;
     qint64 m_bytesRead = 0;
     bool m_atEnd = false;
     bool m_failed = false;
@@ -56,5 +61,6 @@ private:
 
     std::optional<QStringDecoder> m_decoder;
     bool m_isWide = false;      // even ASCII characters must be decoded
+    bool m_isAsItIs = false;    // nothing is decoded
     bool m_decodedToEnd = true; // the last block did not end inside a character
 };

@@ -1,6 +1,6 @@
 #include "inside.h"
 
-#include "hfile.h"
+#include "window_parts.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -38,7 +38,7 @@ static const QStringList buttons{"newFileButton", "globalButton", "unzoomButton"
                                  "exitButton"};
 
 static QAccessibleInterface* interfaceOf(const QString& name) {
-    return QAccessible::queryAccessibleInterface(inside::widget(name));
+    return QAccessible::queryAccessibleInterface(parts::widget(name));
 }
 
 void HelpTest::everyControlExplainsItself_data() {
@@ -64,7 +64,7 @@ void HelpTest::everyControlExplainsItself() {
     QFETCH(QString, accessibleName);
     QFETCH(int, role);
     const QString name = QTest::currentDataTag();
-    const QWidget* widget = inside::widget(name);
+    const QWidget* widget = parts::widget(name);
     QAccessibleInterface* interface = interfaceOf(name);
     QVERIFY(interface);
     QCOMPARE(interface->text(QAccessible::Name), accessibleName);
@@ -121,7 +121,7 @@ void HelpTest::keysAreDistinct() {
 void HelpTest::tabGoesFromLeftToRight() {
     const QStringList order =
         QStringList{"checkBox1", "checkBox2", "rangeStartEdit", "rangeEndEdit"} + buttons;
-    inside::widget(order.first())->setFocus();
+    parts::widget(order.first())->setFocus();
     QStringList visited;
     for (qsizetype i = 0; i < order.size(); ++i) {
         visited.append(QApplication::focusWidget()->objectName());
@@ -135,7 +135,7 @@ void HelpTest::tabGoesFromLeftToRight() {
 void HelpTest::nothingIsLeftOut() {
     int separators = 0;
     for (const QWidget* child :
-         inside::window()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+         parts::window()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         const auto* label = qobject_cast<const QLabel*>(child);
         if (label && label->frameShape() == QFrame::HLine)
             ++separators;
@@ -146,7 +146,7 @@ void HelpTest::nothingIsLeftOut() {
 }
 
 void HelpTest::windowsHaveTheIcon() {
-    const QIcon icon = inside::window()->windowIcon();
+    const QIcon icon = parts::window()->windowIcon();
     for (const int size : {16, 32, 48, 256})
         QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
     QVERIFY(QFile::exists(

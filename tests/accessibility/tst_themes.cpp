@@ -1,7 +1,7 @@
 #include "inside.h"
 
-#include "hfile.h"
 #include "readable_text.h"
+#include "window_parts.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -114,13 +114,13 @@ void ThemesTest::textIsReadable_data() {
 
 void ThemesTest::textIsReadable() {
     QFETCH(QString, name);
-    QWidget* widget = inside::widget(name);
-    inside::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
+    parts::window()->displayLocal();
     if (name == u"hintLabel")
-        inside::window()->displayGlobal();
+        parts::window()->displayGlobal();
     if (auto* edit = qobject_cast<QLineEdit*>(widget))
         edit->setText(QStringLiteral("1000-2000"));
-    inside::window()->setFocus();
+    parts::window()->setFocus();
     QTRY_VERIFY(widget->isVisible() && widget->width() > 40);
     // A button's colours are the same in every theme; the guidelines ask for less if text is bold.
     const double least = qobject_cast<QPushButton*>(widget) ? 3.0 : 4.5;
@@ -145,14 +145,14 @@ static double frameContrast(const QImage& window, QPoint edge, QPoint inward, in
 // The guidelines ask for 3 around a control. The usual themes keep the frames of their style.
 void ThemesTest::frameIsVisible() {
     QFETCH(QString, name);
-    inside::window()->displayLocal();
-    QWidget* widget = inside::widget(name);
+    parts::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
     QTRY_VERIFY(widget->isVisible());
     const bool isUsual = themeName() != u"high-contrast";
     QCOMPARE(widget->palette() == QApplication::palette(widget), isUsual);
     if (isUsual)
         return;
-    inside::window()->setFocus();
+    parts::window()->setFocus();
     QStyleOption option;
     option.initFrom(widget);
     const QRect inWidget =
@@ -160,7 +160,7 @@ void ThemesTest::frameIsVisible() {
             ? widget->rect()
             : widget->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, widget);
     const QRect frame = inWidget.translated(widget->pos());
-    const QImage window = inside::window()->grab().toImage();
+    const QImage window = parts::window()->grab().toImage();
     for (const auto& [edge, inward] : std::initializer_list<std::pair<QPoint, QPoint>>{
              {{frame.left(), frame.center().y()}, {1, 0}},
              {{frame.right(), frame.center().y()}, {-1, 0}},
@@ -185,8 +185,8 @@ static QWidget* shownToolTip(const QString& text) {
 
 void ThemesTest::toolTipHasTheThemesColors() {
     QFETCH(QString, name);
-    inside::window()->displayLocal();
-    QWidget* widget = inside::widget(name);
+    parts::window()->displayLocal();
+    QWidget* widget = parts::widget(name);
     const QPoint middle = widget->rect().center();
     QHelpEvent event(QEvent::ToolTip, middle, widget->mapToGlobal(middle));
     QApplication::sendEvent(widget, &event);

@@ -3,78 +3,54 @@
 // step the rules are checked that must always hold. PELMARK_MONKEY_SEED and PELMARK_MONKEY_STEPS
 // tell what to do; each step is written to standard output.
 
-#include "driver/dialogs.h"
-#include "driver/pointer.h"
-#include "driver/window_parts.h"
+#include "dialogs.h"
+#include "give_up.h"
 #include "monkey_choices.h"
+#include "pointer.h"
 #include "support/random.h"
+#include "waiting.h"
+#include "window_parts.h"
 #include "window_rules.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QThread>
-#include <QTimer>
-#include <QWindow>
 #include <cstdio>
 
 namespace {
-
-constexpr int brokenRuleStatus = 3;
-constexpr int stuckStatus = 4;
-constexpr int patienceInMilliseconds = 60'000;
 
 void tell(const QString& step) {
     std::printf("%s\n", qPrintable(step));
     std::fflush(stdout); // the next step may end the process
 }
 
-[[noreturn]] void giveUp(int status, const QString& why) {
-    std::fprintf(stderr, "monkey: %s\n", qPrintable(why));
-    std::fflush(stderr);
-    std::_Exit(status);
-}
-
 class Monkey : public QObject {
 public:
     Monkey(std::uint64_t seed, int steps, QObject* parent)
         : QObject(parent), m_random(seed), m_steps(steps) {
-        m_waiting.start();
-        schedule(0);
+        waitForNextStep();
     }
 
 private:
-    // A timer of its own for each step: while a step's dialog is open, the next one must be able to
-    // run inside of it.
-    void schedule(int milliseconds) {
-        QTimer::singleShot(milliseconds, this, [this] { step(); });
+    void waitForNextStep() {
+        waiting::until([] { return dialogs::isAnyOpen() || waiting::isIdle(); },
+                       [this] { step(); });
     }
 
+    // The next wait first: a step may open a dialog, which the next one answers.
     void step() {
-        if (m_waiting.elapsed() > patienceInMilliseconds)
-            giveUp(stuckStatus, QStringLiteral("the program is stuck"));
-        if (!dialogs::isAnyOpen() && !isIdle())
-            return schedule(1);
-        m_waiting.restart();
         if (dialogs::isAnyOpen()) {
-            schedule(0);
+            waitForNextStep();
             return answerDialog();
         }
         if (const QStringList broken = brokenRules(); !broken.isEmpty())
-            giveUp(brokenRuleStatus, QStringLiteral("broken: ") + broken.join(u';'));
+            giveUp(QStringLiteral("broken: ") + broken.join(u';'));
         if (m_steps-- <= 0)
             return end();
-        schedule(0);
+        waitForNextStep();
         act();
-    }
-
-    static bool isIdle() {
-        const MyWidget* window = parts::window();
-        return window != nullptr && window->isVisible() && window->windowHandle()->isExposed() &&
-               QThread::currentThread()->loopLevel() == 1;
     }
 
     void answerDialog() {
@@ -84,7 +60,8 @@ private:
             return;
         const QString name = choices::tableName(m_random);
         tell("name " + name);
-        m_random.oneIn(5) ? dialogs::cancelName(name) : dialogs::acceptName(name);
+        dialogs::fill(name);
+        m_random.oneIn(5) ? dialogs::cancel() : dialogs::accept();
     }
 
     // A name that does not exist cannot be opened: the dialog stays.
@@ -93,29 +70,18 @@ private:
             m_random.oneIn(20) ? QStringLiteral("no such file.txt") : choices::dataFile(m_random);
         const bool cancels = m_random.oneIn(8) && !parts::fileList().isEmpty();
         tell(cancels ? QStringLiteral("cancel") : "open " + file);
-        cancels ? dialogs::cancelFile() : dialogs::openFile(file);
+        cancels ? dialogs::cancel() : dialogs::answer(file);
     }
 
     void act() {
-        switch (m_random.below(12)) {
-        case 0:
-        case 1:
-        case 2:
-        case 3:
+        const int choice = m_random.below(12);
+        if (choice < 4)
             return drawBox();
-        case 4:
-        case 5:
-        case 6:
-        case 7:
+        if (choice < 8)
             return clickButton();
-        case 8:
-        case 9:
+        if (choice < 10)
             return clickAny({"checkBox1", "checkBox2"});
-        case 10:
-            return typeRange();
-        default:
-            return changeFile();
-        }
+        return choice == 10 ? typeRange() : changeFile();
     }
 
     QPoint place() {
@@ -148,14 +114,14 @@ private:
     void clickAny(std::initializer_list<const char*> names) {
         const QString name = QLatin1String(m_random.oneOf(names));
         tell("click " + name);
-        qobject_cast<QAbstractButton*>(parts::widget(name))->click();
+        parts::as<QAbstractButton>(name)->click();
     }
 
     void typeRange() {
         const char* const name = m_random.oneOf({"rangeStartEdit", "rangeEndEdit"});
         const QString text = choices::rangeText(m_random);
         tell("type " + text);
-        qobject_cast<QLineEdit*>(parts::widget(QLatin1String(name)))->setText(text);
+        parts::as<QLineEdit>(QLatin1String(name))->setText(text);
     }
 
     // Somebody else writes to a file, now and then.
@@ -177,13 +143,12 @@ private:
             parts::window()->close();
         } else {
             tell(QStringLiteral("exit"));
-            qobject_cast<QAbstractButton*>(parts::widget(QStringLiteral("exitButton")))->click();
+            parts::as<QAbstractButton>(QStringLiteral("exitButton"))->click();
         }
     }
 
     Random m_random;
     int m_steps;
-    QElapsedTimer m_waiting;
 };
 
 void startMonkey() {

@@ -1,8 +1,8 @@
 #include "window_rules.h"
 
-#include "driver/window_parts.h"
 #include "plain_geometry.h"
 #include "plain_numbers.h"
+#include "window_parts.h"
 
 #include <QFile>
 #include <QLabel>

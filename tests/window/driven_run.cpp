@@ -35,14 +35,12 @@ QProcessEnvironment environment(const QTemporaryDir& home) {
     environment.insert("HOME", home.path());
     environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
     environment.insert("XDG_RUNTIME_DIR", home.path());
-    environment.insert("PELMARK_DRIVER_SCRIPT", home.filePath("script"));
-    environment.insert("PELMARK_DRIVER_STATES", home.filePath("states"));
     return environment;
 }
 
 } // namespace
 
-DrivenRun::DrivenRun() {
+DrivenRun::DrivenRun(const QString& program) : m_program(program) {
     if (!m_folder.isValid() || !m_home.isValid() || !QDir(m_folder.path()).mkdir("work"))
         qFatal("no temporary folder");
 }
@@ -60,22 +58,29 @@ void DrivenRun::addCopy(const QString& name, const QString& original) const {
         qFatal("cannot copy %s", qPrintable(original));
 }
 
-void DrivenRun::play(const QStringList& script) {
-    write(m_home.filePath("script"), script.join(u'\n').toUtf8());
-    QFile::remove(m_home.filePath("states"));
+void DrivenRun::start() {
     QProcessEnvironment variables = environment(m_home);
     for (auto variable = m_environment.cbegin(); variable != m_environment.cend(); ++variable)
         variables.insert(variable.key(), variable.value());
     QProcess process;
     process.setProcessEnvironment(variables);
     process.setWorkingDirectory(path(m_workingFolder));
-    process.start(QStringLiteral(PELMARK_DRIVEN), QStringList());
+    process.start(m_program, QStringList());
     const bool hasEnded = process.waitForFinished(limitInMilliseconds);
     const bool isNormal = hasEnded && process.exitStatus() == QProcess::NormalExit;
     m_exitStatus = isNormal ? process.exitCode() : -1;
+    m_standardOutput = process.readAllStandardOutput();
     m_standardError = process.readAllStandardError();
     if (!hasEnded)
         m_standardError += "neither started nor ended: " + process.errorString().toUtf8();
+}
+
+void DrivenRun::play(const QStringList& script) {
+    write(m_home.filePath("script"), script.join(u'\n').toUtf8());
+    QFile::remove(m_home.filePath("states"));
+    setEnvironment("PELMARK_DRIVER_SCRIPT", m_home.filePath("script"));
+    setEnvironment("PELMARK_DRIVER_STATES", m_home.filePath("states"));
+    start();
     readStates();
 }
 
@@ -118,7 +123,8 @@ State DrivenRun::state(const QString& label) const {
     for (qsizetype i = m_states.size() - 1; i >= 0; --i)
         if (m_states[i]["label"].toString() == label)
             return State(m_states[i]);
-    qWarning("no state \"%s\": %s", qPrintable(label), m_standardError.constData());
+    const QByteArray message = "no state \"" + label.toUtf8() + "\": " + m_standardError;
+    QTest::qFail(message, __FILE__, __LINE__);
     return State({});
 }
 

@@ -9,11 +9,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-// One life of the program, worked by a scenario, in a working folder of its own that holds its data
-// files.
+// Runs of a driven program, usually the one that plays scenarios, in a working folder of their own
+// that holds the data files.
 class DrivenRun {
 public:
-    DrivenRun();
+    explicit DrivenRun(const QString& program = QStringLiteral(PELMARK_DRIVEN));
 
     // For the runs to come; beside or in place of what every run has.
     void setEnvironment(const QString& variable, const QString& value);
@@ -25,6 +25,9 @@ public:
     void addCopy(const QString& name, const QString& original) const;
 
     // Runs the program to its end. May be called again, as a later run in the same folder.
+    void start();
+
+    // The same, worked by a scenario.
     void play(const QStringList& script);
 
     // The same, and a test failure unless it ended with that status and had nothing to complain of.
@@ -34,10 +37,11 @@ public:
     bool playOn(const QByteArray& data, const QStringList& script);
 
     int exitStatus() const { return m_exitStatus; } // -1 when killed, crashed, or never started
-    QStringList complaints() const;                 // on standard error, less the known one
+    QByteArray standardOutput() const { return m_standardOutput; }
+    QStringList complaints() const; // on standard error, less the known one
     bool hasKnownWarning() const;
 
-    State state(const QString& label) const; // the last one with that label
+    State state(const QString& label) const; // the last one with that label; there must be one
     QStringList labels() const;
     QByteArray log() const { return content(QStringLiteral("Pelmark_log.txt")); }
 
@@ -49,11 +53,13 @@ public:
 private:
     void readStates();
 
+    QString m_program;
     QTemporaryDir m_folder; // the working folder lies in it
-    QTemporaryDir m_home;   // for what the toolkit itself wants to store
+    QTemporaryDir m_home;   // for what Qt itself wants to store
     QMap<QString, QString> m_environment;
     QString m_workingFolder;
     int m_exitStatus = -1;
+    QByteArray m_standardOutput;
     QByteArray m_standardError;
     QList<QJsonObject> m_states;
 };

@@ -1,35 +1,32 @@
 #include "state.h"
 
-namespace {
+#include <QTest>
 
-QRect rectangle(const QJsonArray& array) {
+QJsonValue Record::operator[](const char* name) const {
+    if (!contains(QLatin1String(name)))
+        QTest::qFail(QByteArray("nothing is named \"") + name + '"', __FILE__, __LINE__);
+    return value(QLatin1String(name));
+}
+
+QRect Record::rectangle(const char* name) const {
+    const QJsonArray array = (*this)[name].toArray();
     return {array[0].toInt(), array[1].toInt(), array[2].toInt(), array[3].toInt()};
 }
 
-QStringList texts(const QJsonArray& array) {
+QStringList Record::texts(const char* name) const {
     QStringList texts;
-    for (const QJsonValue& value : array)
+    for (const QJsonValue& value : (*this)[name].toArray())
         texts.append(value.toString());
     return texts;
 }
 
-} // namespace
-
-double State::number(const char* name) const {
-    bool ok = false;
-    const double number = m_object[QLatin1String(name)].toString().toDouble(&ok);
-    if (!ok)
-        qFatal("%s is no number", name);
-    return number;
-}
-
 QByteArray State::bytes(const char* name) const {
-    return QByteArray::fromHex(m_object[QLatin1String(name)].toString().toLatin1());
+    return QByteArray::fromHex(m_record[name].toString().toLatin1());
 }
 
 QList<int> State::integers(const char* name) const {
     QList<int> list;
-    for (const QJsonValue& value : m_object[QLatin1String(name)].toArray())
+    for (const QJsonValue& value : m_record[name].toArray())
         list.append(value.toInt());
     return list;
 }
@@ -41,32 +38,13 @@ QList<double> State::numbers(const char* name) const {
     return list;
 }
 
-QStringList State::texts(const char* name) const {
-    return ::texts(m_object[QLatin1String(name)].toArray());
-}
-
-QJsonObject State::widget(const char* name) const {
-    const QJsonObject widget = window()["widgets"].toObject()[QLatin1String(name)].toObject();
-    if (widget.isEmpty())
-        qFatal("no widget %s", name);
-    return widget;
-}
-
-QRect State::geometry(const char* widgetName) const {
-    return rectangle(widget(widgetName)["geometry"].toArray());
-}
-
 QPoint State::point(const char* member) const {
-    const QJsonArray point = window()[QLatin1String(member)].toArray();
-    return {point[0].toInt(-999), point[1].toInt(-999)};
-}
-
-QStringList State::memberTexts(const char* member) const {
-    return ::texts(window()[QLatin1String(member)].toArray());
+    const QJsonArray point = window()[member].toArray();
+    return {point[0].toInt(), point[1].toInt()};
 }
 
 QString State::picture(const char* member) const {
-    const QJsonObject picture = window()[QLatin1String(member)].toObject();
+    const Record picture = window().record(member);
     return QStringLiteral("%1x%2 %3")
         .arg(picture["width"].toInt())
         .arg(picture["height"].toInt())
@@ -74,7 +52,7 @@ QString State::picture(const char* member) const {
 }
 
 QJsonObject State::unlabelled() const {
-    QJsonObject object = m_object;
+    QJsonObject object = m_record;
     object.remove("label");
     return object;
 }

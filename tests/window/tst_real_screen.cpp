@@ -1,11 +1,10 @@
 #include "expected_plot.h"
 #include "samples.h"
-#include "screen/sight.h"
-#include "screen/virtual_screen.h"
+#include "sight.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <utility>
@@ -56,6 +55,15 @@ static constexpr int patience = 60'000;
 static const char* const logHeader = "Pelmark 0.1 by the Pelmark authors\n\n";
 static const QColor lightBlue(173, 216, 230), green(0, 128, 0), orange(255, 165, 0),
     darkRed(139, 0, 0);
+
+// Runs xdotool and returns what it prints.
+static QByteArray xdotool(const QStringList& arguments) {
+    QProcess process;
+    process.start("xdotool", arguments);
+    if (!process.waitForFinished(patience))
+        qWarning("xdotool: %s", qPrintable(process.errorString()));
+    return process.readAllStandardOutput().trimmed();
+}
 
 // The ruler's chromosome R, and a second one beside it.
 static QList<samples::Marker> markers() {
@@ -137,7 +145,6 @@ void TestRealScreen::initTestCase() {
     m_program.setProcessEnvironment(environment);
     m_program.setWorkingDirectory(m_folder.path());
     m_program.setProcessChannelMode(QProcess::ForwardedChannels);
-    endWithThisProcess(m_program);
     m_program.start(QStringLiteral(PELMARK), QStringList());
     QVERIFY(m_program.waitForStarted());
 }
@@ -241,17 +248,5 @@ void TestRealScreen::cleanupTestCase() {
     m_program.waitForFinished(patience);
 }
 
-int main(int argc, char** argv) {
-    VirtualScreen screen;
-    if (!screen.start(TestRealScreen::screenSize))
-        return 1;
-    qputenv("DISPLAY", screen.display());
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    for (const char* preference : {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR"})
-        qunsetenv(preference);
-    QApplication application(argc, argv);
-    TestRealScreen test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestRealScreen)
 #include "tst_real_screen.moc"

@@ -1,0 +1,526 @@
+#include "prepare.h"
+
+#include "chromosome_names.h"
+#include "column_option.h"
+#include "joined_id.h"
+#include "p_converter.h"
+#include "p_value.h"
+#include "position_text.h"
+#include "row_sink.h"
+#include "table_rows.h"
+#include "titles.h"
+#include "unpacked.h"
+
+#include <QFile>
+#include <QSet>
+#include <algorithm>
+#include <climits>
+#include <memory>
+#include <numeric>
+
+namespace {
+
+constexpr int headLines = 12'000;
+constexpr qsizetype headBytes = 16 * 1024 * 1024;
+constexpr qsizetype reportedLines = 5;
+
+using Failure = std::optional<Refusal>;
+
+// An input that is read from its start each time it is opened.
+class InputFile {
+public:
+    explicit InputFile(const QString& path) : m_path(path), m_file(path), m_unpacked(m_file) {}
+
+    Failure open() {
+        if (!m_file.open(QIODevice::ReadOnly))
+            return Refusal{RefusalCode::Unreadable,
+                           m_path + QStringLiteral(": ") + m_file.errorString(),
+                           {},
+                           {}};
+        const QString kind = foreignKind(m_file.peek(4096));
+        if (!kind.isEmpty())
+            return Refusal{RefusalCode::ForeignFile,
+                           QStringLiteral("%1 is %2, not a table of results.").arg(m_path, kind),
+                           {},
+                           {}};
+        if (!m_unpacked.open(QIODevice::ReadOnly))
+            return failure();
+        return std::nullopt;
+    }
+
+    QIODevice& text() { return m_unpacked; }
+    qint64 bytesRead() const { return m_unpacked.packedBytesRead(); }
+
+    Refusal failure() const {
+        return {m_unpacked.isDamaged() ? RefusalCode::Damaged : RefusalCode::Unreadable,
+                m_path + QStringLiteral(": ") + m_unpacked.errorString(),
+                {},
+                {}};
+    }
+
+private:
+    const QString m_path;
+    QFile m_file;
+    UnpackedDevice m_unpacked;
+};
+
+// The first lines of an input, as many as understand() looks at.
+std::variant<QByteArray, Refusal> headOf(const QString& path, bool& isWhole) {
+    InputFile input(path);
+    if (Failure failure = input.open())
+        return *failure;
+    TextBlocks blocks(input.text(), TextBlocks::defaultBlockSize, TextBlocks::Unmarked::AsTheyAre);
+    QByteArray head;
+    for (qsizetype lines = 0; lines < headLines && head.size() < headBytes;) {
+        if (!blocks.next()) {
+            if (blocks.failed())
+                return input.failure();
+            isWhole = true;
+            return head;
+        }
+        head += bytesOf(blocks.piece());
+        lines += std::count(blocks.piece().begin(), blocks.piece().end(), '\n');
+    }
+    isWhole = false;
+    return head;
+}
+
+std::variant<Understanding, Refusal> understandFile(const QString& path,
+                                                    const PrepareOptions& options) {
+    bool isWhole = false;
+    const auto head = headOf(path, isWhole);
+    if (const auto* refusal = std::get_if<Refusal>(&head))
+        return *refusal;
+    return understand(viewOf(std::get<QByteArray>(head)), isWhole, options);
+}
+
+// The value of a column that several tests or traits share, and its other values.
+struct Parts {
+    int column = -1;
+    bool isTest = false;
+    QByteArray first;
+    QSet<QByteArray> values;
+    bool hasRepeats = false; // a marker occurs under more than one value
+};
+
+// One reading of all inputs, from the first row to the finished output.
+class Preparation {
+public:
+    Preparation(const PrepareJob& job, const QList<Understanding>& tables, QFileDevice& output,
+                const QByteArray& keptTest);
+
+    // Nothing where all went well; report() is then complete.
+    Failure run();
+
+    // After run(): the test whose rows should have been kept, where that is seen only now.
+    const QByteArray& testToKeep() const { return m_testToKeep; }
+    const PrepareReport& report() const { return m_report; }
+
+private:
+    Failure findColumns();
+    Failure readInput(int input);
+    Failure takeRow(const TableRows& rows);
+    std::optional<DropReason> lineFault(const TableRows& rows) const;
+    std::optional<DropReason> filterFault(const TableRows& rows) const;
+    std::optional<DropReason> readPlace(const TableRows& rows, std::string_view& chromosome,
+                                        int& position);
+    std::optional<DropReason> readPosition(std::string_view text, int& position);
+    void appendName(const TableRows& rows, QByteArray& text) const;
+    void drop(DropReason reason, const TableRows& rows);
+    void noteParts(const TableRows& rows, quint32 chromosome, int position);
+    Failure judgeParts();
+    Failure finish();
+    void collect(const PConverter& converter);
+    QByteArray header() const;
+
+    const PrepareJob& m_job;
+    const QList<Understanding>& m_tables;
+    const ColumnChoice& m_columns;
+    const QByteArray m_keptTest;
+    QByteArray m_testToKeep;
+    RowSink m_sink;
+    PConverter m_converter;
+    PrepareReport m_report;
+    QList<std::pair<int, QByteArray>> m_where;
+    QList<int> m_extraColumns;
+    size_t m_columnsNeeded = 0;
+    QByteArray m_headerLine;
+    QList<Parts> m_parts;
+    quint32 m_partsChromosome = 0;
+    int m_partsPosition = 0;
+    QHash<QByteArray, QList<QByteArray>> m_partsHere; // marker names at this position, their values
+    QByteArray m_text;
+    int m_input = 0;
+};
+
+Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tables,
+                         QFileDevice& output, const QByteArray& keptTest)
+    : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
+      m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP) {
+    m_report.table = tables.first();
+    m_report.keptTest = keptTest;
+}
+
+QByteArray titleOf(const Understanding& table, int column) {
+    return table.format.titles.value(column, "V" + QByteArray::number(column + 1));
+}
+
+// The columns that --all-columns adds: those whose texts are not written anyway.
+QList<int> otherColumns(const Understanding& table) {
+    const ColumnChoice& columns = table.columns;
+    QList<int> others;
+    for (int column = 0; column < table.format.titles.size(); ++column)
+        if (column != columns.chromosome && column != columns.position && column != columns.name &&
+            column != columns.p && (column != columns.logP || columns.p >= 0))
+            others.append(column);
+    return others;
+}
+
+QByteArray Preparation::header() const {
+    QByteArray line = "Chr\tPosition\tP\t-log10(P)";
+    const Understanding& table = m_tables.first();
+    if (table.columns.name >= 0)
+        line += '\t' + titleOf(table, table.columns.name);
+    if (m_job.options.allColumns)
+        for (const int column : otherColumns(table))
+            line += '\t' + titleOf(table, column);
+    if (m_job.options.lineNumbers)
+        line += "\tLine";
+    return line;
+}
+
+Failure Preparation::findColumns() {
+    const TableFormat& format = m_tables.first().format;
+    const int count = format.titles.isEmpty() ? INT_MAX : static_cast<int>(format.titles.size());
+    for (const auto& [title, value] : m_job.options.where) {
+        const auto column = columnOf("--where", title, format.titles, count);
+        if (const auto* refusal = std::get_if<Refusal>(&column))
+            return *refusal;
+        m_where.append({std::get<int>(column), value});
+    }
+    if (m_job.options.allColumns)
+        m_extraColumns = otherColumns(m_tables.first());
+    int last = -1;
+    for (const int column :
+         {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
+          m_columns.test, m_columns.z, m_columns.beta, m_columns.standardError, m_columns.format})
+        last = std::max(last, column);
+    for (const auto& [column, value] : std::as_const(m_where))
+        last = std::max(last, column);
+    m_columnsNeeded = static_cast<size_t>(last + 1);
+    const auto isFiltered = [&](int column) {
+        return std::any_of(m_where.cbegin(), m_where.cend(),
+                           [&](const auto& where) { return where.first == column; });
+    };
+    if (m_columns.test >= 0 && m_keptTest.isEmpty() && !m_job.options.testName &&
+        !isFiltered(m_columns.test))
+        m_parts.append({m_columns.test, true, {}, {}, false});
+    for (const int column : m_columns.traits)
+        if (!isFiltered(column))
+            m_parts.append({column, false, {}, {}, false});
+    return std::nullopt;
+}
+
+Failure Preparation::run() {
+    if (Failure failure = findColumns())
+        return failure;
+    for (int input = 0; input < m_job.inputs.size(); ++input) {
+        m_input = input;
+        if (Failure failure = readInput(input))
+            return failure;
+        if (!m_testToKeep.isEmpty())
+            return std::nullopt;
+    }
+    if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
+        return refusal;
+    if (Failure refusal = judgeParts())
+        return refusal;
+    return finish();
+}
+
+Failure Preparation::readInput(int index) {
+    InputFile input(m_job.inputs[index]);
+    if (Failure failure = input.open())
+        return failure;
+    const TableFormat& format = m_tables[index].format;
+    TableRows rows(input.text(), format);
+    constexpr qint64 progressStep = 65'536; // rows
+    while (rows.next()) {
+        if (rows.line() < format.firstDataLine) {
+            if (rows.line() == format.headerLine)
+                m_headerLine = bytesOf(rows.text());
+            continue;
+        }
+        if (Failure failure = takeRow(rows))
+            return failure;
+        if (!m_testToKeep.isEmpty())
+            return std::nullopt;
+        if (m_report.rows % progressStep == 0)
+            m_job.progress(input.bytesRead());
+    }
+    return rows.failed() ? Failure(input.failure()) : std::nullopt;
+}
+
+Failure Preparation::takeRow(const TableRows& rows) {
+    ++m_report.rows;
+    std::optional<DropReason> reason = lineFault(rows);
+    if (!reason)
+        reason = filterFault(rows);
+    m_text.resize(0);
+    if (!reason)
+        reason = m_converter.append(rows, m_text);
+    std::string_view label;
+    int position = 0;
+    if (!reason)
+        reason = readPlace(rows, label, position);
+    if (reason) {
+        drop(*reason, rows);
+        return std::nullopt;
+    }
+    appendName(rows, m_text);
+    bool isOtherSpelling = false;
+    const quint32 chromosome = m_sink.chromosome(label, isOtherSpelling);
+    m_report.otherSpellings += isOtherSpelling ? 1 : 0;
+    if (!m_parts.isEmpty())
+        noteParts(rows, chromosome, position);
+    ++m_report.written;
+    if (m_sink.add(chromosome, position, viewOf(m_text)))
+        return std::nullopt;
+    return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
+}
+
+std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
+    const std::string_view line = rows.text();
+    if (line.empty() || (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == line.npos))
+        return DropReason::Empty;
+    if (line.front() == '#' && !(viewOf(m_headerLine) == line))
+        return DropReason::Comment;
+    if (line.front() == viewOf(m_headerLine).substr(0, 1).front() && viewOf(m_headerLine) == line)
+        return DropReason::RepeatedHeader;
+    return rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
+                                               : std::nullopt;
+}
+
+std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const {
+    for (const auto& [column, value] : m_where)
+        if (rows.field(static_cast<size_t>(column)) != viewOf(value))
+            return DropReason::WrongTest;
+    const QByteArray& test = m_job.options.testName ? *m_job.options.testName : m_keptTest;
+    if (!test.isEmpty() && m_columns.test >= 0 &&
+        rows.field(static_cast<size_t>(m_columns.test)) != viewOf(test))
+        return DropReason::WrongTest;
+    return std::nullopt;
+}
+
+std::optional<DropReason> Preparation::readPlace(const TableRows& rows,
+                                                 std::string_view& chromosome, int& position) {
+    std::string_view positionText;
+    if (m_columns.joined >= 0) {
+        const auto joined = readJoinedId(rows.field(static_cast<size_t>(m_columns.joined)));
+        if (!joined)
+            return DropReason::JoinedIdUnreadable;
+        chromosome = joined->chromosome;
+        positionText = joined->position;
+    } else {
+        chromosome = m_columns.chromosome >= 0
+                         ? rows.field(static_cast<size_t>(m_columns.chromosome))
+                         : viewOf(m_columns.chromosomeValue);
+        positionText = rows.field(static_cast<size_t>(m_columns.position));
+    }
+    // Some tools write both as 0 or -9 where the place is not known.
+    if ((chromosome == "0" || chromosome == "-9") && (positionText == "0" || positionText == "-9"))
+        return DropReason::ChromosomeMissing;
+    if (const auto reason = readPosition(positionText, position))
+        return reason;
+    return isMissing(chromosome) ? std::optional(DropReason::ChromosomeMissing) : std::nullopt;
+}
+
+std::optional<DropReason> Preparation::readPosition(std::string_view text, int& position) {
+    ValueCounts& counts = m_converter.counts();
+    switch (::readPosition(text, m_tables.first().format, position)) {
+    case PositionKind::Missing:
+        return DropReason::PositionMissing;
+    case PositionKind::Fractional:
+        ++counts.positions;
+        ++counts.positionsFractional;
+        return DropReason::PositionNotWhole;
+    case PositionKind::NotANumber:
+        ++counts.positions;
+        ++counts.positionTexts;
+        return DropReason::PositionNotWhole;
+    case PositionKind::Whole:
+        break;
+    }
+    ++counts.positions;
+    if (position == INT_MAX && text != "2147483647")
+        return DropReason::PositionTooLarge;
+    if (m_job.options.zeroBased) {
+        if (position == INT_MAX)
+            return DropReason::PositionTooLarge;
+        ++position;
+    }
+    return position < 1 ? std::optional(DropReason::PositionNotPositive) : std::nullopt;
+}
+
+void Preparation::appendName(const TableRows& rows, QByteArray& text) const {
+    const auto appendField = [&](int column) {
+        const auto place = static_cast<size_t>(column);
+        const std::string_view field =
+            place < rows.fieldCount() ? rows.field(place) : std::string_view();
+        const qsizetype start = text.size() + 1;
+        text.append('\t').append(field.data(), static_cast<qsizetype>(field.size()));
+        std::replace(text.begin() + start, text.end(), '\t', ' '); // a quoted field may hold tabs
+    };
+    if (m_columns.name >= 0)
+        appendField(m_columns.name);
+    for (const int column : m_extraColumns)
+        appendField(column);
+    if (m_job.options.lineNumbers)
+        text.append('\t').append(QByteArray::number(rows.line()));
+}
+
+void Preparation::drop(DropReason reason, const TableRows& rows) {
+    Dropped& dropped = m_report.dropped[static_cast<size_t>(reason)];
+    ++dropped.count;
+    if (dropped.firstLines.size() < reportedLines)
+        dropped.firstLines.append({m_input, rows.line()});
+    if (m_job.dropped)
+        m_job.dropped->write(nameOf(reason).latin1() + ('\t' + QByteArray::number(rows.line())) +
+                             '\t' + bytesOf(rows.text()) + '\n');
+}
+
+// Notes the values of test and trait columns, and whether a marker occurs under several of them.
+void Preparation::noteParts(const TableRows& rows, quint32 chromosome, int position) {
+    if (chromosome != m_partsChromosome || position != m_partsPosition) {
+        m_partsHere.clear();
+        m_partsChromosome = chromosome;
+        m_partsPosition = position;
+    }
+    for (Parts& parts : m_parts) {
+        const std::string_view value = rows.field(static_cast<size_t>(parts.column));
+        if (parts.values.isEmpty())
+            parts.first = bytesOf(value);
+        if (parts.values.isEmpty() || viewOf(parts.first) != value)
+            parts.values.insert(bytesOf(value));
+        if (parts.isTest && parts.values.size() > 1 && parts.values.contains("ADD"))
+            m_testToKeep = "ADD";
+        const QByteArray name =
+            QByteArray::number(parts.column) + '\t' +
+            (m_columns.name >= 0 ? bytesOf(rows.field(static_cast<size_t>(m_columns.name)))
+                                 : QByteArray());
+        QList<QByteArray>& here = m_partsHere[name];
+        parts.hasRepeats = parts.hasRepeats || (!here.isEmpty() && here.first() != bytesOf(value));
+        if (here.isEmpty())
+            here.append(bytesOf(value));
+    }
+}
+
+Failure Preparation::judgeParts() {
+    for (const Parts& parts : std::as_const(m_parts)) {
+        if (parts.values.size() < 2 || !parts.hasRepeats)
+            continue;
+        QList<QByteArray> values(parts.values.cbegin(), parts.values.cend());
+        std::sort(values.begin(), values.end());
+        const QByteArray title = titleOf(m_tables.first(), parts.column);
+        Refusal refusal;
+        refusal.code = parts.isTest ? RefusalCode::SeveralTests : RefusalCode::SeveralTraits;
+        refusal.message =
+            QStringLiteral("%1 has %2 values, and markers occur under several of them: "
+                           "say which rows to keep.")
+                .arg(columnText(m_tables.first().format.titles, parts.column))
+                .arg(values.size());
+        for (const QByteArray& value : values.mid(0, 20)) {
+            refusal.candidates.append(value);
+            refusal.options.append(parts.isTest ? "--test-name " + value
+                                                : "--where " + title + '=' + value);
+        }
+        return refusal;
+    }
+    return std::nullopt;
+}
+
+Failure Preparation::finish() {
+    collect(m_converter);
+    const PrepareOptions& options = m_job.options;
+    if (m_report.zeroBySmallest > 0 && options.zeroP == ZeroP::Fail)
+        return Refusal{RefusalCode::ZeroP,
+                       QStringLiteral("%1 rows have a p of 0.").arg(m_report.zeroBySmallest),
+                       {},
+                       {"--zero smallest", "--zero drop"}};
+    QList<QByteArray> labels;
+    for (const TableChromosome& chromosome : m_sink.chromosomes())
+        labels.append(chromosome.label);
+    const NamedChromosomes named = nameChromosomes(labels, options.chromosomeNames, false, false);
+    m_report.remarks += named.remarks;
+    RowSink::Finish finish{named.names,
+                           m_report.zeroBySmallest > 0 ? m_converter.smallestText() : QByteArray(),
+                           m_report.zeroBySmallest > 0 || named.names != labels};
+    const QList<quint32> ranks = m_sink.ranks();
+    m_report.chromosomes.resize(labels.size());
+    for (qsizetype c = 0; c < labels.size(); ++c) {
+        const qint64 markers = m_sink.chromosomes()[c].markers;
+        if (markers < options.minMarkers) {
+            finish.names[c].clear();
+            finish.isNeeded = true;
+            m_report.written -= markers;
+            m_report.dropped[static_cast<size_t>(DropReason::SmallChromosome)].count += markers;
+        }
+        m_report.chromosomes[ranks[c]] = {finish.names[c], markers};
+    }
+    m_report.chromosomes.removeIf([](const ChromosomeCount& each) { return each.name.isEmpty(); });
+    m_report.wasInOrder = m_sink.isInOrder();
+    if (m_sink.finish(finish))
+        return std::nullopt;
+    return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
+}
+
+void Preparation::collect(const PConverter& converter) {
+    const PrepareReport& met = converter.met();
+    m_report.bounds = met.bounds;
+    m_report.roundedToOne = met.roundedToOne;
+    m_report.belowSmallest = met.belowSmallest;
+    m_report.strongest = met.strongest;
+    m_report.strongestLine = met.strongestLine;
+    m_report.zeroByLog = met.zeroByLog;
+    m_report.zeroBySmallest = met.zeroBySmallest;
+    m_report.smallestP = converter.smallestText().split('\t').first();
+}
+
+// The layouts of all inputs; those after the first must have its titles.
+std::variant<QList<Understanding>, Refusal> understandAll(const PrepareJob& job) {
+    QList<Understanding> tables;
+    for (const QString& path : job.inputs) {
+        const auto table = understandFile(path, job.options);
+        if (const auto* refusal = std::get_if<Refusal>(&table))
+            return *refusal;
+        tables.append(std::get<Understanding>(table));
+        if (tables.last().format.titles != tables.first().format.titles)
+            return Refusal{RefusalCode::DifferentColumns,
+                           QStringLiteral("%1 has other columns than %2: prepare them one by one.")
+                               .arg(path, job.inputs.first()),
+                           {},
+                           {}};
+    }
+    return tables;
+}
+
+} // namespace
+
+std::variant<PrepareReport, Refusal> prepare(const PrepareJob& job, QFileDevice& output) {
+    const auto understood = understandAll(job);
+    if (const auto* refusal = std::get_if<Refusal>(&understood))
+        return *refusal;
+    const auto& tables = std::get<QList<Understanding>>(understood);
+    // That a table holds several tests may show only far down in it. It is then read again.
+    for (QByteArray keptTest;;) {
+        if (!output.resize(0) || !output.seek(0) ||
+            (job.dropped && (!job.dropped->resize(0) || !job.dropped->seek(0))))
+            return Refusal{RefusalCode::Unwritable, output.errorString(), {}, {}};
+        Preparation preparation(job, tables, output, keptTest);
+        if (const Failure failure = preparation.run())
+            return *failure;
+        if (preparation.testToKeep().isEmpty())
+            return preparation.report();
+        keptTest = preparation.testToKeep();
+    }
+}

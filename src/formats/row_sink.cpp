@@ -1,0 +1,205 @@
+#include "row_sink.h"
+
+#include "chromosome_names.h"
+#include "p_converter.h"
+#include "titles.h"
+
+#include <QTemporaryFile>
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+
+namespace {
+
+constexpr qsizetype blockSize = 256 * 1024;
+
+void appendNumber(int number, QByteArray& text) {
+    char digits[16];
+    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    text.append(digits, end - digits);
+}
+
+// Rows that were written in order, read back line by line.
+class WrittenRows {
+public:
+    WrittenRows(QIODevice& device, const QList<quint32>& chromosomes, const QList<qint64>& counts)
+        : m_device(device), m_chromosomes(chromosomes), m_counts(counts) {}
+
+    // False after the last row, and where the file cannot be read.
+    bool next(OrderedRow& row) {
+        while (m_run < m_chromosomes.size() && m_taken == m_counts[m_run]) {
+            ++m_run;
+            m_taken = 0;
+        }
+        if (m_run == m_chromosomes.size())
+            return false;
+        m_line = m_device.readLine();
+        m_failed = !m_line.endsWith('\n');
+        if (m_failed)
+            return false;
+        ++m_taken;
+        const qsizetype position = m_line.indexOf('\t') + 1, text = m_line.indexOf('\t', position);
+        row.chromosome = m_chromosomes[m_run];
+        std::from_chars(m_line.constData() + position, m_line.constData() + text, row.position);
+        row.text = viewOf(m_line).substr(size_t(text + 1), size_t(m_line.size() - text - 2));
+        return true;
+    }
+
+    bool failed() const { return m_failed; }
+
+private:
+    QIODevice& m_device;
+    const QList<quint32> m_chromosomes;
+    const QList<qint64> m_counts;
+    qsizetype m_run = 0;
+    qint64 m_taken = 0;
+    QByteArray m_line;
+    bool m_failed = false;
+};
+
+bool copyAll(QIODevice& from, QIODevice& to) {
+    QByteArray block(blockSize, '\0');
+    for (qint64 got = 0; (got = from.read(block.data(), block.size())) != 0;)
+        if (got < 0 || to.write(block.constData(), got) != got)
+            return false;
+    return true;
+}
+
+} // namespace
+
+RowSink::RowSink(QFileDevice& output, const QByteArray& header, qint64 memory)
+    : m_output(output), m_header(header + '\n'), m_memory(memory), m_block(m_header) {}
+
+quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
+    if (m_lastChromosome && viewOf(m_lastLabel) == label) {
+        isOtherSpelling = m_lastIsOther;
+        return m_lastOfLabel;
+    }
+    const QByteArray text = bytesOf(label);
+    auto found = m_byLabel.constFind(text);
+    if (found == m_byLabel.constEnd()) {
+        const QByteArray key = chromosomeKey(label);
+        const auto known = m_byKey.constFind(key);
+        const auto number =
+            known != m_byKey.constEnd() ? *known : static_cast<quint32>(m_chromosomes.size());
+        if (known == m_byKey.constEnd()) {
+            m_byKey.insert(key, number);
+            m_chromosomes.append({text, 0});
+        }
+        found = m_byLabel.insert(text, number);
+    }
+    m_lastLabel = text;
+    m_lastOfLabel = *found;
+    m_lastIsOther = m_chromosomes[*found].label != text;
+    isOtherSpelling = m_lastIsOther;
+    return *found;
+}
+
+bool RowSink::isAfterLast(quint32 chromosome, int position) const {
+    if (!m_lastChromosome)
+        return true;
+    if (chromosome == *m_lastChromosome)
+        return position >= m_lastPosition;
+    // Chromosomes that neither comes before the other are in order of their first rows.
+    const auto label = [&](quint32 c) { return viewOf(m_chromosomes[c].label); };
+    return isBefore(label(*m_lastChromosome), label(chromosome)) ||
+           (!isBefore(label(chromosome), label(*m_lastChromosome)) &&
+            chromosome > *m_lastChromosome);
+}
+
+bool RowSink::add(quint32 chromosome, int position, std::string_view text) {
+    ++m_chromosomes[chromosome].markers;
+    if (!m_rows && !isAfterLast(chromosome, position))
+        m_rows = std::make_unique<OrderedRows>(m_memory);
+    if (m_rows) {
+        if (m_rows->add(chromosome, position, text))
+            return true;
+        m_error = m_rows->error();
+        return false;
+    }
+    if (m_lastChromosome != chromosome) {
+        m_written.append(chromosome);
+        m_writtenRows.append(0);
+    }
+    ++m_writtenRows.last();
+    m_lastChromosome = chromosome;
+    m_lastPosition = position;
+    return append(m_chromosomes[chromosome].label, position, text);
+}
+
+bool RowSink::append(const QByteArray& name, int position, std::string_view text) {
+    m_block.append(name).append('\t');
+    appendNumber(position, m_block);
+    m_block.append('\t').append(text.data(), static_cast<qsizetype>(text.size())).append('\n');
+    return m_block.size() < blockSize || flush();
+}
+
+bool RowSink::flush() {
+    const bool isWritten = m_output.write(m_block) == m_block.size();
+    if (!isWritten)
+        m_error = m_output.errorString();
+    m_block.resize(0);
+    return isWritten;
+}
+
+QList<quint32> RowSink::ranks() const {
+    QList<quint32> order(m_chromosomes.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) {
+        return isBefore(viewOf(m_chromosomes[a].label), viewOf(m_chromosomes[b].label));
+    });
+    QList<quint32> ranks(order.size());
+    for (qsizetype place = 0; place < order.size(); ++place)
+        ranks[order[place]] = static_cast<quint32>(place);
+    return ranks;
+}
+
+bool RowSink::finish(const Finish& finish) {
+    if (!flush())
+        return false;
+    if (!m_rows && !finish.isNeeded)
+        return m_output.flush();
+    return rewrite(finish) && flush() && m_output.flush();
+}
+
+// Merges the rows that came in order, which move to a file of their own, with the sorted others.
+// Of equals the former come first, as they did in the table.
+bool RowSink::rewrite(const Finish& finish) {
+    QTemporaryFile written;
+    if (!written.open() || !m_output.seek(m_header.size()) || !copyAll(m_output, written) ||
+        !written.seek(0) || !m_output.resize(0) || !m_output.seek(0)) {
+        m_error = written.error() != QFileDevice::NoError ? written.errorString()
+                                                          : m_output.errorString();
+        return false;
+    }
+    const QList<quint32> rank = ranks();
+    if (m_rows && !m_rows->sort(rank)) {
+        m_error = m_rows->error();
+        return false;
+    }
+    WrittenRows early(written, m_written, m_writtenRows);
+    OrderedRow first, second;
+    bool isFirst = early.next(first), isSecond = m_rows && m_rows->next(second);
+    const auto keyOf = [&](const OrderedRow& row) {
+        return std::pair(rank[row.chromosome], row.position);
+    };
+    m_block = m_header;
+    while (isFirst || isSecond) {
+        const bool takesFirst = isFirst && (!isSecond || keyOf(first) <= keyOf(second));
+        const OrderedRow& row = takesFirst ? first : second;
+        const QByteArray& name = finish.names[row.chromosome];
+        const std::string_view zero = PConverter::zeroPlaceholder;
+        const bool isZero = !finish.zeroText.isEmpty() && row.text.starts_with(zero) &&
+                            (row.text.size() == zero.size() || row.text[zero.size()] == '\t');
+        const QByteArray replaced =
+            isZero ? finish.zeroText + bytesOf(row.text.substr(zero.size())) : QByteArray();
+        if (!name.isEmpty() && !append(name, row.position, isZero ? viewOf(replaced) : row.text))
+            return false;
+        (takesFirst ? isFirst : isSecond) = takesFirst ? early.next(first) : m_rows->next(second);
+    }
+    if (early.failed())
+        m_error = written.errorString();
+    else if (m_rows)
+        m_error = m_rows->error();
+    return m_error.isEmpty();
+}

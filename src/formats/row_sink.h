@@ -1,0 +1,74 @@
+#pragma once
+
+#include "ordered_rows.h"
+#include "prepare_report.h"
+
+#include <QByteArray>
+#include <QFileDevice>
+#include <QHash>
+#include <QList>
+#include <memory>
+#include <optional>
+
+// One chromosome of a table.
+struct TableChromosome {
+    QByteArray label; // the first spelling
+    qint64 markers = 0;
+};
+
+// Takes the kept rows of a table in any order and writes them in order. As long as they come in
+// order they go straight to the output, in constant memory; after that through OrderedRows.
+class RowSink {
+public:
+    // The output is open for reading and writing, empty, and random-access.
+    RowSink(QFileDevice& output, const QByteArray& header, qint64 memory);
+
+    // The number of a chromosome by one of its spellings. `isOtherSpelling` says that another was
+    // seen first.
+    quint32 chromosome(std::string_view label, bool& isOtherSpelling);
+
+    // A row's text starts after the position. False when something could not be written.
+    bool add(quint32 chromosome, int position, std::string_view text);
+
+    const QList<TableChromosome>& chromosomes() const { return m_chromosomes; }
+    bool isInOrder() const { return !m_rows; }
+
+    // The place of each chromosome in the order.
+    QList<quint32> ranks() const;
+
+    // How the rows are finished: the names of the chromosomes, what stands for a placeholder, and
+    // the chromosomes that are left out.
+    struct Finish {
+        QList<QByteArray> names; // by the chromosome's number; empty where it is left out
+        QByteArray zeroText;     // in place of PConverter::zeroPlaceholder; empty to leave it
+        bool isNeeded = false;   // else the rows are right as they were taken
+    };
+
+    // Ends adding. False when something could not be written or read again.
+    bool finish(const Finish& finish);
+
+    QString error() const { return m_error; }
+
+private:
+    bool isAfterLast(quint32 chromosome, int position) const;
+    bool append(const QByteArray& name, int position, std::string_view text);
+    bool flush();
+    bool rewrite(const Finish& finish);
+
+    QFileDevice& m_output;
+    const QByteArray m_header;
+    const qint64 m_memory;
+    QByteArray m_block;
+    QHash<QByteArray, quint32> m_byLabel; // each spelling
+    QHash<QByteArray, quint32> m_byKey;
+    QList<TableChromosome> m_chromosomes;
+    QByteArray m_lastLabel;
+    quint32 m_lastOfLabel = 0;
+    bool m_lastIsOther = false;
+    std::optional<quint32> m_lastChromosome;
+    int m_lastPosition = 0;
+    QList<quint32> m_written; // the chromosomes of the output so far, in order, and where
+    QList<qint64> m_writtenRows;
+    std::unique_ptr<OrderedRows> m_rows;
+    QString m_error;
+};

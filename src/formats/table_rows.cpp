@@ -1,0 +1,53 @@
+#include "table_rows.h"
+
+namespace {
+
+constexpr qsizetype blockSize = 256 * 1024;
+
+char delimiterOf(Separator separator) {
+    switch (separator) {
+    case Separator::Comma:
+        return ',';
+    case Separator::Semicolon:
+        return ';';
+    case Separator::Spaces:
+    case Separator::WideSpaces:
+        return ' ';
+    default:
+        return '\t';
+    }
+}
+
+} // namespace
+
+TableRows::TableRows(QIODevice& device, const TableFormat& format)
+    : m_format(format), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
+
+bool TableRows::next() {
+    while (!m_lines.nextLine()) {
+        m_linesBefore += static_cast<qint64>(m_lines.lineCount());
+        const bool isMore = m_blocks.next();
+        m_lines.find(isMore ? m_blocks.piece() : std::string_view(),
+                     delimiterOf(m_format.separator));
+        if (!isMore)
+            return false;
+    }
+    m_isPlain = isPlainLine();
+    if (!m_isPlain)
+        splitLine(text(), m_format, m_fields, m_scratch);
+    return true;
+}
+
+// Where runs of spaces separate, a line without any is split the same way by single ones.
+bool TableRows::isPlainLine() const {
+    if (m_format.quoted && text().find('"') != std::string_view::npos)
+        return false;
+    if (m_format.separator < Separator::Spaces)
+        return true;
+    if (m_format.separator != Separator::Spaces)
+        return false;
+    for (size_t i = 0; i < m_lines.fieldCount(); ++i)
+        if (m_lines.field(i).empty())
+            return false;
+    return true;
+}

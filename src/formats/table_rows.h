@@ -1,0 +1,53 @@
+#pragma once
+
+#include "line_fields.h"
+#include "table_format.h"
+#include "text_blocks.h"
+
+#include <QByteArray>
+#include <QList>
+#include <string_view>
+
+class QIODevice;
+
+// The lines of a table, one after the other from its first, and their fields without quotes and the
+// spaces around them. Bytes that are no UTF-8 are kept as they are; carriage returns are dropped.
+// Views are valid until the next line is read.
+class TableRows {
+public:
+    // The device is open for reading, at its start, and outlives this.
+    TableRows(QIODevice& device, const TableFormat& format);
+
+    // Goes to the next line. False after the last one, and where the device could not be read.
+    bool next();
+    bool failed() const { return m_blocks.failed(); }
+
+    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
+    std::string_view text() const { return m_lines.text(); }
+
+    size_t fieldCount() const {
+        return m_isPlain ? m_lines.fieldCount() : static_cast<size_t>(m_fields.size());
+    }
+    std::string_view field(size_t i) const {
+        return m_isPlain ? trimmed(m_lines.field(i)) : m_fields[static_cast<qsizetype>(i)];
+    }
+
+private:
+    static std::string_view trimmed(std::string_view text) {
+        const auto isSpace = [](char c) { return c == ' ' || c == '\t'; };
+        while (!text.empty() && isSpace(text.front()))
+            text.remove_prefix(1);
+        while (!text.empty() && isSpace(text.back()))
+            text.remove_suffix(1);
+        return text;
+    }
+    bool isPlainLine() const;
+
+    const TableFormat m_format;
+    TextBlocks m_blocks;
+    LineFields m_lines;
+    qint64 m_linesBefore = 0; // in the pieces before this one
+    bool m_isPlain = true;    // this line is split by single separators, without quotes
+    QList<std::string_view> m_fields;
+    QByteArray m_scratch;
+};
