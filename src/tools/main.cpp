@@ -1,4 +1,5 @@
 #include "command.h"
+#include "exit_status.h"
 
 #include <QFile>
 #include <cstdio>
