@@ -94,6 +94,10 @@ void compareTexts(qint64 line, const QList<std::string_view>& windows,
     column.rightText = excerpt(rights[right]);
 }
 
+bool isTaken(int column, int choice) {
+    return choice >= 0 && column == choice;
+}
+
 void addTest(const QList<std::string_view>& fields, int column, QList<QString>& tests) {
     constexpr qsizetype testsKept = 6;
     if (column < 0 || column >= fields.size() || tests.size() >= testsKept)
@@ -136,7 +140,9 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
                 compareTexts(line, windows, rights, *column);
         });
     // The right column can hold something else than the window takes it for.
-    result.isJoined = isJoined && result.chromosome.isRight;
+    const int taken = result.chromosome.number - 1;
+    result.isNames = isAlike && !isTaken(taken, choice.chromosome) &&
+                     (isTaken(taken, choice.joined) || isTaken(taken, choice.name));
     result.isLog = choice.p < 0 && choice.logP >= 0 && result.p.isRight;
     if (isJoined)
         result.chromosome.isRight = result.position.isRight = false;

@@ -24,7 +24,7 @@ struct ComparedColumns {
     ComparedColumn position;
     ComparedColumn p;
     bool isLog = false;     // the window's p-values are logarithms of p
-    bool isJoined = false;  // the window's chromosome names its position too
+    bool isNames = false;   // the window's chromosomes are names of markers
     QList<QString> tests;   // that rows are of, where a column says so; a few at most
     bool isAligned = false; // runs of spaces part the fields: the window sees empty ones
 };

@@ -94,7 +94,9 @@ void addColumnFindings(Diagnosis& diagnosis) {
     const ComparedColumns& columns = *diagnosis.columns;
     QList<Finding>& findings = diagnosis.findings;
     if (!columns.chromosome.isRight)
-        add(findings, FindingCode::WrongChromosome, placeOf(columns.chromosome));
+        add(findings,
+            columns.isNames ? FindingCode::NamesAsChromosomes : FindingCode::WrongChromosome,
+            placeOf(columns.chromosome));
     if (!columns.position.isRight)
         add(findings, FindingCode::WrongPosition, placeOf(columns.position));
     if (!columns.p.isRight)
@@ -111,7 +113,10 @@ void addValueFindings(Diagnosis& diagnosis) {
     const WindowReading& reading = diagnosis.reading;
     QList<Finding>& findings = diagnosis.findings;
     constexpr qint64 manyLabels = 1000;
-    if (reading.chromosomes.size() > manyLabels && reading.chromosomes.size() * 2 > reading.rows)
+    const bool isRight = !diagnosis.columns || diagnosis.columns->chromosome.isRight;
+    if (isRight && reading.chromosomes.size() > manyLabels &&
+        reading.chromosomes.size() * 2 >
+            std::min(reading.rows, 2 * WindowReading::chromosomesKept - 1))
         add(findings, FindingCode::NamesAsChromosomes,
             {0, reading.layout->chromosome.name, QString::fromUtf8(reading.chromosomes[0].label)});
     const bool isKnown = diagnosis.columns && diagnosis.columns->p.rightNumber > 0;
@@ -158,7 +163,38 @@ bool endsTheWindow(FindingCode code) {
 
 bool isMisreading(FindingCode code) {
     return code == FindingCode::WrongChromosome || code == FindingCode::WrongPosition ||
-           code == FindingCode::WrongP || code == FindingCode::LogAsP;
+           code == FindingCode::WrongP || code == FindingCode::LogAsP ||
+           code == FindingCode::NamesAsChromosomes;
+}
+
+// What a wrong column makes of the file is no fault of the file's.
+void removeConsequences(QList<Finding>& findings) {
+    const auto has = [&](FindingCode code) {
+        return std::any_of(findings.begin(), findings.end(),
+                           [&](const Finding& finding) { return finding.code == code; });
+    };
+    const bool isLog = has(FindingCode::LogAsP);
+    const bool isOtherLabel =
+        has(FindingCode::WrongChromosome) || has(FindingCode::NamesAsChromosomes);
+    const bool isOtherPosition = has(FindingCode::WrongPosition);
+    findings.removeIf([&](const Finding& finding) {
+        switch (finding.code) {
+        case FindingCode::POutOfRange:
+        case FindingCode::PZero:
+            return isLog;
+        case FindingCode::ChromosomeReturns:
+        case FindingCode::FewMarkers:
+        case FindingCode::SeveralSpellings:
+            return isOtherLabel;
+        case FindingCode::PositionsUnsorted:
+        case FindingCode::EqualPositions:
+            return isOtherLabel || isOtherPosition;
+        case FindingCode::PositionNotPositive:
+            return isOtherPosition;
+        default:
+            return false;
+        }
+    });
 }
 
 // The first line at which the window ends; 0 where it reads the whole file.
@@ -198,7 +234,7 @@ Verdict verdictOf(Diagnosis& diagnosis, const FileFacts& file) {
 } // namespace
 
 Severity severity(FindingCode code) {
-    return code <= FindingCode::LogAsP ? Severity::Error : Severity::Warning;
+    return code <= FindingCode::NamesAsChromosomes ? Severity::Error : Severity::Warning;
 }
 
 Diagnosis diagnose(const FileFacts& file, WindowReading reading,
@@ -226,6 +262,7 @@ Diagnosis diagnose(const FileFacts& file, WindowReading reading,
         addValueFindings(diagnosis);
         addChromosomeFindings(diagnosis);
         addDoubts(diagnosis);
+        removeConsequences(diagnosis.findings);
     }
     diagnosis.verdict = verdictOf(diagnosis, file);
     std::stable_sort(diagnosis.findings.begin(), diagnosis.findings.end(),

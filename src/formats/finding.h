@@ -24,8 +24,8 @@ enum class FindingCode {
     WrongPosition,
     WrongP,
     LogAsP,
-    // The window opens the file, but ...
     NamesAsChromosomes,
+    // The window opens the file, but ...
     ColumnsInDoubt,
     PZero,
     PTiny,

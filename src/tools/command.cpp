@@ -33,7 +33,7 @@ int wrongCall(Streams& streams, const QByteArray& message) {
 
 QByteArray suggestion(const QByteArray& word, const QList<QByteArray>& candidates) {
     const QByteArray best = nearest(word, candidates);
-    return best.isEmpty() ? QByteArray() : "; did you mean " + best + '?';
+    return best.isEmpty() ? QByteArray(".") : "; did you mean " + best + '?';
 }
 
 // What the library stored, by the option's name.
@@ -44,7 +44,7 @@ struct Parsed {
 };
 
 void declare(const CommandSpec& command, CLI::App& app, Parsed& parsed) {
-    app.add_option(command.files, parsed.files, "the files to read; - is standard input");
+    app.add_option("FILE", parsed.files, "the files to read; - is standard input")->type_name("");
     for (const OptionSpec& spec : command.options) {
         const std::string name = spec.longName().toStdString();
         if (spec.value == nullptr) {
@@ -91,6 +91,7 @@ int runCommand(const CommandSpec& command, QByteArrayList words, Streams& stream
     app.set_help_flag("--help,-h", "print this help and exit");
     app.footer(std::string(command.details) + "\n\n" + statuses);
     app.get_formatter()->column_width(30);
+    app.allow_extras(); // so that they can be named
     Parsed parsed;
     declare(command, app, parsed);
     std::vector<std::string> reversed; // as the library wants them
@@ -101,12 +102,11 @@ int runCommand(const CommandSpec& command, QByteArrayList words, Streams& stream
     } catch (const CLI::CallForHelp&) {
         streams.out.write(QByteArray::fromStdString(app.help()));
         return StatusFine;
-    } catch (const CLI::ExtrasError&) {
-        return wrongCall(streams,
-                         aboutExtras(command, QByteArray::fromStdString(app.remaining().at(0))));
     } catch (const CLI::ParseError& error) {
         return wrongCall(streams, error.what());
     }
+    if (!app.remaining().empty())
+        return wrongCall(streams, aboutExtras(command, QByteArray::fromStdString(app.remaining()[0])));
     const Arguments arguments = argumentsOf(parsed);
     if (arguments.files.isEmpty())
         return wrongCall(streams, QByteArray("no file is named. See pelmark-tools ") +

@@ -33,7 +33,6 @@ struct OptionSpec {
 struct CommandSpec {
     const char* name;
     const char* summary; // one line
-    const char* files;   // what stands for the files in the help
     const char* details; // after the options
     std::vector<OptionSpec> options;
     int (*run)(const Arguments&, Streams&);

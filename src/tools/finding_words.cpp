@@ -42,8 +42,8 @@ constexpr Words words[] = {
     {FindingCode::LogAsP, "log-as-p",
      "the window takes \"%2\" for p, but it holds logarithms of p: the plot would point downwards"},
     {FindingCode::NamesAsChromosomes, "names-as-chromosomes",
-     "\"%2\" holds a new label on nearly every line, such as \"%1\": marker names, not "
-     "chromosomes"},
+     "the window takes \"%2\" for the chromosome, but it holds marker names: nearly every line would "
+     "be a chromosome of its own"},
     {FindingCode::ColumnsInDoubt, "columns-in-doubt",
      "whether the window takes the right columns cannot be told. %1"},
     {FindingCode::PZero, "p-zero",
@@ -124,10 +124,8 @@ QString addition(FindingCode code, const Diagnosis& diagnosis) {
         return {};
     switch (code) {
     case FindingCode::WrongChromosome:
-        return diagnosis.columns->isJoined
-                   ? QStringLiteral(", but it names the position too: every marker would be a "
-                                    "chromosome of its own")
-                   : rightColumn(diagnosis.columns->chromosome);
+    case FindingCode::NamesAsChromosomes:
+        return rightColumn(diagnosis.columns->chromosome);
     case FindingCode::WrongPosition:
         return rightColumn(diagnosis.columns->position);
     case FindingCode::WrongP:

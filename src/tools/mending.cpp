@@ -44,9 +44,17 @@ bool isMendedByPrepare(FindingCode code) {
            code != FindingCode::FileName;
 }
 
+// Chromosomes that have one marker in the whole file, not only in their first stretch.
+bool hasSingleMarkers(const Diagnosis& diagnosis) {
+    const QList<ChromosomeFacts>& all = diagnosis.reading.chromosomes;
+    return has(diagnosis, FindingCode::FewMarkers) &&
+           std::any_of(all.begin(), all.end(),
+                       [](const ChromosomeFacts& facts) { return facts.markers == 1; });
+}
+
 void addCommands(const Diagnosis& diagnosis, const QString& name, Mending& mending) {
     const QString few =
-        has(diagnosis, FindingCode::FewMarkers) ? QStringLiteral("--min-markers 2") : QString();
+        hasSingleMarkers(diagnosis) ? QStringLiteral("--min-markers 2") : QString();
     const auto* refusal = std::get_if<Refusal>(&diagnosis.right);
     if (refusal == nullptr) {
         mending.commands.append(prepareCommand(name, few));
@@ -71,7 +79,7 @@ Mending mending(const Diagnosis& diagnosis, const QString& name) {
     else if (has(diagnosis, FindingCode::FileName) && !isForeign)
         mending.commands.append(QStringLiteral("mv -i ") + fileWord(name) + QLatin1Char(' ') +
                                 fileWord(name + QLatin1String(".txt")));
-    if (has(diagnosis, FindingCode::FewMarkers))
+    if (hasSingleMarkers(diagnosis))
         mending.advice.append(
             QStringLiteral("--min-markers 2 leaves such chromosomes out; with them "
                            "in, draw no box over one."));
