@@ -187,7 +187,8 @@ public:
                 labels += fields.value(m_columns.chromosome);
             }
         }
-        m_counts.labels = isWhole ? labels.size() : 0;
+        if (isWhole)
+            m_counts.labels = labels.size();
         return m_counts;
     }
 

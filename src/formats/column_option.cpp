@@ -40,7 +40,11 @@ QList<QByteArray> nearest(const QByteArray& text, QList<QByteArray> titles) {
 
 Refusal unknownColumn(const char* option, const QByteArray& text, const QList<QByteArray>& titles,
                       int columnCount) {
-    Refusal refusal{RefusalCode::UnknownColumn, {}, nearest(text, titles), {}};
+    bool isNumber = false;
+    text.toInt(&isNumber);
+    Refusal refusal{RefusalCode::UnknownColumn, {}, {}, {}};
+    if (!isNumber)
+        refusal.candidates = nearest(text, titles);
     refusal.message = QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
                           .arg(QLatin1String(option), QString::fromUtf8(text))
                           .arg(columnCount);

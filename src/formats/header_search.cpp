@@ -29,12 +29,9 @@ constexpr Split splits[] = {
     {Separator::WideSpaces, Separator::WideSpaces},
     {Separator::WhiteSpace, Separator::Tab},
     {Separator::WhiteSpace, Separator::WhiteSpace},
-};
-// For a header that stands in a comment, which may be written in another way than the table.
-constexpr Split commentSplits[] = {
-    {Separator::Comma, Separator::Tab},       {Separator::Comma, Separator::WhiteSpace},
-    {Separator::Tab, Separator::WhiteSpace},  {Separator::WhiteSpace, Separator::Comma},
-    {Separator::Comma, Separator::Semicolon}, {Separator::WhiteSpace, Separator::Semicolon},
+    {Separator::Comma, Separator::Tab},
+    {Separator::Comma, Separator::WhiteSpace},
+    {Separator::WhiteSpace, Separator::Comma},
 };
 
 enum class Agreement { Agrees, OneFieldMore, Differs };
@@ -98,8 +95,9 @@ Agreement agreement(const HeadTable& table) {
     }
     if (oneMore > 0 && oneMore == lines.size())
         return Agreement::OneFieldMore;
-    return equal + shorter == lines.size() && equal >= shorter ? Agreement::Agrees
-                                                               : Agreement::Differs;
+    return equal + shorter == lines.size() && (equal > shorter || lines.isEmpty())
+               ? Agreement::Agrees
+               : Agreement::Differs;
 }
 
 bool isNumber(const QByteArray& text) {
@@ -133,6 +131,13 @@ bool namesColumns(const PrepareOptions& options) {
     return options.chromosome || options.position || options.p || options.name || options.z;
 }
 
+// Commas with a space after each part these titles, not the spaces.
+bool endInCommas(const QList<QByteArray>& titles) {
+    const auto ending = std::count_if(titles.begin(), titles.end(),
+                                      [](const QByteArray& title) { return title.endsWith(','); });
+    return ending + 1 >= titles.size();
+}
+
 bool hasNumbers(const QList<QByteArray>& titles) {
     return std::any_of(titles.begin(), titles.end(), isNumber);
 }
@@ -162,13 +167,48 @@ bool asksForAChoice(const Refusal& refusal) {
     }
 }
 
+bool hasQuotes(const QList<HeadLine>& lines) {
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const HeadLine& line) { return line.text.find('"') != line.text.npos; });
+}
+
+// In tables of commas and semicolons a later line may have quotes where no earlier one has.
+bool isQuoted(Separator separator, bool hasQuotes) {
+    return hasQuotes || separator == Separator::Comma || separator == Separator::Semicolon;
+}
+
+// The first separator that parts the first lines into as many fields each.
+std::optional<HeadTable> evenTable(const QList<HeadLine>& body) {
+    for (const Split& split : splits) {
+        TableFormat format;
+        format.separator = split.body;
+        format.quoted = isQuoted(split.body, hasQuotes(body));
+        HeadTable table(format, body);
+        const qsizetype count = body.isEmpty() ? 0 : table.fields(body.first()).size();
+        const auto lines = body.first(std::min(linesCompared, body.size()));
+        if (count > 1 && std::all_of(lines.begin(), lines.end(), [&](const HeadLine& line) {
+                return table.fields(line).size() == count;
+            }))
+            return table;
+    }
+    return std::nullopt;
+}
+
+// "1 is rs123, 2 is 1, 3 is 752566", to find the columns by.
+QString numberedFields(const HeadTable& table) {
+    QStringList texts;
+    for (const QByteArray& field :
+         table.fields(table.body().first())
+             .first(std::min(12, int(table.fields(table.body().first()).size()))))
+        texts += QStringLiteral("%1 is %2").arg(texts.size() + 1).arg(QString::fromUtf8(field));
+    return texts.join(QStringLiteral(", "));
+}
+
 class HeaderSearch {
 public:
     HeaderSearch(const QList<HeadLine>& lines, bool isWhole, const PrepareOptions& options)
         : m_lines(lines), m_isWhole(isWhole), m_options(options) {
-        m_isQuoted = std::any_of(lines.begin(), lines.end(), [](const HeadLine& line) {
-            return line.text.find('"') != line.text.npos;
-        });
+        m_isQuoted = hasQuotes(lines);
     }
 
     std::variant<Understanding, Refusal> search() {
@@ -177,20 +217,18 @@ public:
         for (qsizetype at = 0; at < m_lines.size() && tried < linesTried; ++at) {
             if (m_lines[at].text.substr(0, 2) == "##")
                 lastComment = at;
-            else if (!m_lines[at].isEmpty() && ++tried > 0 && tryLine(at, splits))
+            else if (!m_lines[at].isEmpty() && ++tried > 0 && tryLine(at))
                 return result(*m_found);
         }
-        if (lastComment >= 0 &&
-            (tryLine(lastComment, splits) || tryLine(lastComment, commentSplits)))
+        if (lastComment >= 0 && tryLine(lastComment))
             return result(*m_found);
         return m_best ? result(*m_best) : notATable();
     }
 
 private:
     // True where the line is the header, whether or not a choice is left to the user.
-    template <size_t Count>
-    bool tryLine(qsizetype at, const Split (&ways)[Count]) {
-        for (const Split& split : ways) {
+    bool tryLine(qsizetype at) {
+        for (const Split& split : splits) {
             std::optional<Attempt> attempt = tryAs(at, split);
             if (!attempt)
                 continue;
@@ -198,23 +236,29 @@ private:
                 m_found = attempt;
                 return true;
             }
-            if (attempt->score > 0 && (!m_best || attempt->score > m_best->score))
+            if (isTelling(*attempt) && (!m_best || attempt->score > m_best->score))
                 m_best = attempt;
         }
         return false;
+    }
+
+    // Enough titles to say what the table lacks; a line of prose may have one by chance.
+    bool isTelling(const Attempt& attempt) const {
+        return attempt.score > 1 || namesColumns(m_options) ||
+               (attempt.score == 1 && attempt.understanding.format.titles.size() > 2);
     }
 
     // Nothing where the line makes no sense as header.
     std::optional<Attempt> tryAs(qsizetype at, const Split& split) {
         TableFormat format;
         format.separator = split.header;
-        format.quoted = m_isQuoted;
+        format.quoted = isQuoted(split.body, m_isQuoted);
         format.titles = titlesOf(m_lines[at], format);
         format.separator = split.body;
         format.headerLine = m_lines[at].number;
         const int score = scoreOf(format.titles);
-        if (format.titles.size() < 2 || (score == 0 && !namesColumns(m_options)) ||
-            (score < 3 && hasNumbers(format.titles)))
+        if (format.titles.size() < 2 || endInCommas(format.titles) ||
+            (score == 0 && !namesColumns(m_options)) || (score < 3 && hasNumbers(format.titles)))
             return std::nullopt;
         HeadTable table(format, bodyFrom(m_lines, at + 1));
         return tryTable(table, score);
@@ -292,11 +336,24 @@ private:
                 {},
                 {},
                 m_disagreeingLine};
-        return {RefusalCode::NotATable,
-                QStringLiteral("No line looks like the header of a table of results. For a table "
-                               "without a header, say --no-header and give the columns by number."),
-                {},
-                {"--no-header --chromosome 1 --position 2 --p 3"}};
+        return withoutHeader();
+    }
+
+    Refusal withoutHeader() const {
+        Refusal refusal{RefusalCode::NotATable,
+                        QStringLiteral("No line looks like the header of a table of results."),
+                        {},
+                        {}};
+        const std::optional<HeadTable> table = evenTable(bodyFrom(m_lines, 0));
+        if (!table || !hasNumbers(table->fields(table->body().first())))
+            return refusal;
+        refusal.line = table->body().first().number;
+        refusal.message +=
+            QStringLiteral(" If it has none, say --no-header and give the columns by "
+                           "number. Of the first line: %1.")
+                .arg(numberedFields(*table));
+        refusal.options = {"--no-header --chromosome N --position N --p N"};
+        return refusal;
     }
 
     const QList<HeadLine>& m_lines;
@@ -339,25 +396,6 @@ Understanding prepared(const QList<HeadLine>& lines) {
                      preparedNote(Role::PValue, 2), preparedNote(Role::LogP, 3)};
     chooseName(HeadTable(format, {}), {}, columns);
     return understanding;
-}
-
-// The first separator that parts the first lines into as many fields each.
-std::optional<HeadTable> evenTable(const QList<HeadLine>& body) {
-    for (const Split& split : splits) {
-        TableFormat format;
-        format.separator = split.body;
-        format.quoted = std::any_of(body.begin(), body.end(), [](const HeadLine& line) {
-            return line.text.find('"') != line.text.npos;
-        });
-        HeadTable table(format, body);
-        const qsizetype count = fieldCount(table, body.first());
-        const auto lines = body.first(std::min(linesCompared, body.size()));
-        if (count > 1 && std::all_of(lines.begin(), lines.end(), [&](const HeadLine& line) {
-                return fieldCount(table, line) == count;
-            }))
-            return table;
-    }
-    return std::nullopt;
 }
 
 } // namespace

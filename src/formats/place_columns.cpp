@@ -204,6 +204,10 @@ private:
     }
 
     std::optional<Refusal> finish(int family) {
+        if (!m_options.positionsFile.isEmpty())
+            m_choice.remarks +=
+                QStringLiteral("The table has positions of its own; --positions is not "
+                               "needed and not used.");
         if (!m_options.zeroBased && isZeroBased(m_choice.position))
             return zeroBased();
         noteRole(Role::Chromosome, m_choice.chromosome, m_named.chromosome, "--chromosome");

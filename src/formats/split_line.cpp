@@ -79,9 +79,12 @@ private:
         return trimmed(m_line.substr(start, m_at - start));
     }
 
-    // The quote that ends the field: a separator or the line's end follows it.
+    // The quote that ends the field: a separator or the line's end follows it. A tab stands in no
+    // field of a table of tabs, so that two fields with a lone quote each stay two.
     size_t closingQuote() const {
         for (size_t at = m_at + 1; at < m_line.size(); ++at) {
+            if (m_line[at] == '\t' && m_format.separator == Separator::Tab)
+                return m_line.npos;
             if (m_line[at] != '"')
                 continue;
             if (m_line.substr(at, 2) == "\"\"" && !isEndAfterSpaces(at + 1))

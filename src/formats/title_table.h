@@ -116,7 +116,7 @@ inline constexpr std::string_view names[] = {
     "snp",        "id",         "rsid",     "rs",           "rsids",    "snpid",
     "markername", "markerid",   "marker",   "predictor",    "rsnumber", "variantid",
     "variant",    "variants",   "name",     "varid",        "cptid",    "snpname",
-    "uniqid",     "uniqida1a2", "uniqueid", "alternateids", "locus",
+    "uniqid",     "uniqida1a2", "uniqueid", "alternateids", "locus",    "snps",
 };
 
 // Words that say p. "p" and one of the words after it, in a row, count as "p" alone.

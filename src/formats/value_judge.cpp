@@ -133,15 +133,29 @@ std::optional<Refusal> judgePosition(const ValueCounts& counts, const Understand
     return std::nullopt;
 }
 
+Refusal noChromosomes(const Understanding& table) {
+    return {
+        RefusalCode::NoChromosome,
+        QStringLiteral("No line has a chromosome in %1. Name another column with --chromosome or, "
+                       "for a table of one chromosome, say --chromosome-value NAME.")
+            .arg(column(table, table.columns.chromosome)),
+        {table.format.titles.value(table.columns.chromosome)},
+        {"--chromosome COLUMN", "--chromosome-value NAME"}};
+}
+
 std::optional<Refusal> judgeChromosome(const ValueCounts& counts, const Understanding& table) {
-    if (counts.labels <= manyLabels || counts.labels * 2 <= counts.chromosomeRows)
+    if (!counts.labels)
+        return std::nullopt;
+    if (*counts.labels == 0 && counts.rows > 0)
+        return noChromosomes(table);
+    if (*counts.labels <= manyLabels || *counts.labels * 2 <= counts.chromosomeRows)
         return std::nullopt;
     return Refusal{
         RefusalCode::LooksLikeNames,
         QStringLiteral("%1 has %2 different texts in %3 lines: they look like marker names, "
                        "not chromosomes. Name the right column with --chromosome.")
             .arg(column(table, table.columns.chromosome))
-            .arg(counts.labels)
+            .arg(*counts.labels)
             .arg(counts.chromosomeRows),
         {table.format.titles.value(table.columns.chromosome)},
         {"--chromosome COLUMN"}};

@@ -32,8 +32,8 @@ struct ValueCounts {
     qint64 positionsFractional = 0;
     qint64 positionTexts = 0;
 
-    qint64 chromosomeRows = 0; // with a chromosome
-    qint64 labels = 0;         // chromosomes that differ; 0 where they were not counted
+    qint64 chromosomeRows = 0;    // with a chromosome
+    std::optional<qint64> labels; // chromosomes that differ, of a whole table
 
     // `negLog10` is that of p's own text.
     void countP(double p, bool isNegative, double negLog10);

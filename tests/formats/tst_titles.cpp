@@ -345,6 +345,7 @@ void Titles::lines_data() {
     line("tabs", Separator::Tab, false, "a\t\tb c\t", {"a", "", "b c", ""});
     line("empty", Separator::Tab, false, "", {""});
     line("one quote", Separator::Tab, true, "5\"\t\"a\tb", {"5\"", "\"a", "b"});
+    line("lone quotes", Separator::Tab, true, "\"a\tb\"\tc", {"\"a", "b\"", "c"});
     line("quotes", Separator::Comma, true, R"("a,b", "c" ,d,"")", {"a,b", "c", "d", ""});
     line("doubled quotes", Separator::Comma, true, R"("a""b","""c""",d)", {"a\"b", "\"c\"", "d"});
     line("quotes that are text", Separator::Comma, false, R"("a",b)", {"\"a\"", "b"});
