@@ -86,7 +86,7 @@ QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
            command.name + " --help.";
 }
 
-int runCommand(const CommandSpec& command, QByteArrayList words, Streams& streams) {
+int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams& streams) {
     CLI::App app(command.summary, std::string("pelmark-tools ") + command.name);
     app.set_help_flag("--help,-h", "print this help and exit");
     app.footer(std::string(command.details) + "\n\n" + statuses);
@@ -106,8 +106,10 @@ int runCommand(const CommandSpec& command, QByteArrayList words, Streams& stream
         return wrongCall(streams, error.what());
     }
     if (!app.remaining().empty())
-        return wrongCall(streams, aboutExtras(command, QByteArray::fromStdString(app.remaining()[0])));
-    const Arguments arguments = argumentsOf(parsed);
+        return wrongCall(streams,
+                         aboutExtras(command, QByteArray::fromStdString(app.remaining()[0])));
+    Arguments arguments = argumentsOf(parsed);
+    arguments.words = words;
     if (arguments.files.isEmpty())
         return wrongCall(streams, QByteArray("no file is named. See pelmark-tools ") +
                                       command.name + " --help.");

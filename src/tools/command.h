@@ -12,6 +12,7 @@
 struct Arguments {
     QHash<QByteArray, QByteArrayList> options; // by long name; flags have an empty value
     QByteArrayList files;
+    QByteArrayList words; // as they were typed, after the command's name
 
     bool has(const char* option) const { return options.contains(option); }
     std::optional<QByteArray> value(const char* option) const {

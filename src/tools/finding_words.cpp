@@ -42,7 +42,8 @@ constexpr Words words[] = {
     {FindingCode::LogAsP, "log-as-p",
      "the window takes \"%2\" for p, but it holds logarithms of p: the plot would point downwards"},
     {FindingCode::NamesAsChromosomes, "names-as-chromosomes",
-     "the window takes \"%2\" for the chromosome, but it holds marker names: nearly every line would "
+     "the window takes \"%2\" for the chromosome, but it holds marker names: nearly every line "
+     "would "
      "be a chromosome of its own"},
     {FindingCode::ColumnsInDoubt, "columns-in-doubt",
      "whether the window takes the right columns cannot be told. %1"},

@@ -22,6 +22,9 @@ public:
     // listed, but not good.
     std::optional<Failure> add(const QByteArray& name);
 
+    // Makes contains() know the files of another list too.
+    void protect(const Inputs& others) { m_identities += others.m_identities; }
+
     // What to open, index-aligned with the files added, and how to call it.
     const QStringList& paths() const { return m_paths; }
     const QStringList& names() const { return m_names; }

@@ -1,6 +1,6 @@
 #include "mending.h"
 
-#include "shell_quoted.h"
+#include "column_option.h"
 
 #include <algorithm>
 
@@ -26,7 +26,8 @@ QString outputName(const QString& name) {
 // A name that begins with a hyphen would be taken for an option.
 QString fileWord(const QString& name) {
     const bool isOption = name.startsWith(QLatin1Char('-')) && name.size() > 1;
-    return shellQuoted(isOption ? QLatin1String("./") + name : name);
+    const QString word = isOption ? QLatin1String("./") + name : name;
+    return QString::fromUtf8(shellQuoted(word.toUtf8()));
 }
 
 QString prepareCommand(const QString& name, const QString& options) {
@@ -53,8 +54,7 @@ bool hasSingleMarkers(const Diagnosis& diagnosis) {
 }
 
 void addCommands(const Diagnosis& diagnosis, const QString& name, Mending& mending) {
-    const QString few =
-        hasSingleMarkers(diagnosis) ? QStringLiteral("--min-markers 2") : QString();
+    const QString few = hasSingleMarkers(diagnosis) ? QStringLiteral("--min-markers 2") : QString();
     const auto* refusal = std::get_if<Refusal>(&diagnosis.right);
     if (refusal == nullptr) {
         mending.commands.append(prepareCommand(name, few));

@@ -7,10 +7,11 @@
 
 TableHead readTableHead(QIODevice& device) {
     constexpr qsizetype linesWanted = 12'000;
+    constexpr qsizetype bytesWanted = 16 * 1024 * 1024;
     TableHead head;
     TextBlocks blocks(device, TextBlocks::defaultBlockSize);
     qsizetype lines = 0;
-    while (lines < linesWanted) {
+    while (lines < linesWanted && head.text.size() < bytesWanted) {
         if (!blocks.next()) {
             head.isFailed = blocks.failed();
             head.isWhole = !head.isFailed;
