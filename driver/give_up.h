@@ -6,7 +6,7 @@
 constexpr int gaveUpStatus = 70;
 constexpr int scriptEndedStatus = 71;
 
-// Names the step at work, for the message of whoever gives up in it.
+// Names the current step, for the message if it gives up.
 void setStep(const QString& step);
 
 // Writes step and reason to standard error and ends the process at once, without the program's own

@@ -4,7 +4,7 @@
 #include <functional>
 
 // What a user does in the window, as one would with the mouse. Each answer is on screen when the
-// plot has been painted anew.
+// plot has been painted again.
 struct Step {
     QString name;
     std::function<void()> act;

@@ -54,7 +54,7 @@ QJsonObject widgetState(QWidget* widget) {
         state["tristate"] = box->isTristate();
     }
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
-        state["ground"] = label->palette().color(QPalette::Window).name(QColor::HexArgb);
+        state["background"] = label->palette().color(QPalette::Window).name(QColor::HexArgb);
         state["filled"] = label->autoFillBackground();
         state["format"] = label->textFormat();
     }

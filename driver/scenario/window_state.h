@@ -3,7 +3,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-// What a person sees of the window, and the private members behind it.
+// What a person sees of the window, and the private members.
 QJsonObject windowState();
 
 // The dialog that is open: its kind, texts and settings. Empty without one.

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <utility>
 
-// Room is made in steps that the processor's nearest memory holds; the lists themselves take care
-// not to move with each of them.
+// Room is made in steps that fit the nearest cache. The lists grow geometrically by themselves.
 void PointCollector::makeRoom() {
     constexpr qsizetype step = 1024;
     takeLogarithms();

@@ -2,12 +2,10 @@
 
 #include "points.h"
 
-// Collects markers one at a time and makes points of them, at a fraction of what it costs to append
-// to two shared lists.
+// Collects markers one at a time and makes points of them.
 //
-// The logarithms are taken of many p-values in a row, when the next one has nothing to wait for: in
-// two thirds of the time that they take between one line and the next. The room that the lists keep
-// for more is mostly never touched, so that it costs addresses rather than memory.
+// Logarithms are computed in batches so that successive calls overlap. The room that the lists keep
+// for more is mostly never touched, so it costs addresses rather than memory.
 class PointCollector {
 public:
     qsizetype size() const { return m_size; }
@@ -28,7 +26,7 @@ private:
     void makeRoom();
     void takeLogarithms();
 
-    Points m_points; // both lists have room behind the points collected
+    Points m_points; // both lists have room after the points collected
     int* m_positions = nullptr;
     double* m_values = nullptr; // -log10 p, but p where no logarithm was taken yet
     qsizetype m_logarithms = 0;

@@ -104,7 +104,7 @@ void SavingFaults::logCannotBeWrittenTo() {
     QCOMPARE(run.log(), "old\n");
 }
 
-// The fault can't be reported anywhere; the program works all the same.
+// The fault cannot be reported anywhere, and the program goes on.
 void SavingFaults::logOnFullDevice() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());

@@ -35,7 +35,7 @@ const QStringList script{"open data.txt",     "dump genome",     "click saveButt
                          "box 520 0 560 300", "dump chromosome", "click saveButton",
                          "name Tabelle ı",    "dump saved",      "click exitButton"};
 
-// The toolkit says which language it takes in place of one whose texts are not in UTF-8.
+// Qt names the locale that it uses instead of one that is not in UTF-8.
 QStringList otherComplaints(const DrivenRun& run) {
     QStringList complaints = run.complaints();
     complaints.removeIf([](const QString& line) {

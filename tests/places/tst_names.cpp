@@ -63,9 +63,9 @@ void addNames(std::initializer_list<const char*> names) {
 
 void Names::typedName_data() {
     addNames({"x.txt",
-              " blank first.txt",
-              "blank last .txt",
-              "two  blanks.csv",
+              " space first.txt",
+              "space last .txt",
+              "two  spaces.csv",
               "'quoted'.txt",
               "<b>bold.txt",
               "a&amp;b.txt",
@@ -171,14 +171,14 @@ void Names::pathLength() {
     QVERIFY(run.state("opened").memberTexts("fileList").contains(run.path(name)));
 }
 
-// The toolkit can't name such a file, so it cannot be opened; it harms nothing beside it.
+// Qt cannot name such a file, so it cannot be opened. It does no harm to its siblings.
 void Names::bytesThatAreNoText() {
     DrivenRun run;
     run.addFile("data.txt", samples::genomeTable());
     const QByteArray name = QFile::encodeName(run.path("")) + "bytes \xff\xfe\xc3.txt";
     QVERIFY(QFile::copy(run.path("data.txt"), run.path("copy.txt")));
     QCOMPARE(std::rename(QFile::encodeName(run.path("copy.txt")).constData(), name.constData()), 0);
-    // Nor can the toolkit take it away when this folder goes.
+    // Nor can Qt remove it with the folder.
     const auto away = qScopeGuard([&] { std::remove(name.constData()); });
     QVERIFY(run.playTo(0, QStringList{"open data.txt"} + toTheEnd));
     checkOpened(run, run.path("data.txt"));

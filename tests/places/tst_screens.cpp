@@ -17,7 +17,7 @@ private slots:
 
 namespace {
 
-// What the toolkit's platform without a screen takes for a description of one.
+// The description of a screen that Qt's offscreen platform reads.
 QByteArray description(QSize size) {
     const QJsonObject screen{{"name", "screen"},
                              {"x", 0},

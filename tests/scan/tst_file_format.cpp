@@ -68,14 +68,14 @@ void check() {
 void FileFormat::firstLine_data() {
     addColumns();
     readableRow("tabs", "chr\tpos\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n");
-    readableRow("blanks", "chr pos pval\n7 12345 0.001\n7 23456 0.01\n");
+    readableRow("spaces", "chr pos pval\n7 12345 0.001\n7 23456 0.01\n");
     readableRow("commas", "chr,pos,pval\n7,12345,0.001\n7,23456,0.01\n");
-    readableRow("a tab beats a blank", "chr\tpos here\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n");
+    readableRow("a tab beats a space", "chr\tpos here\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n");
     readableRow("a tab beats a comma", "chr\tpos,here\tpval\n7\t12345\t0.001\n7\t23456\t0.01\n");
-    readableRow("a blank beats a comma", "chr pos,here pval\n7 12345 0.001\n7 23456 0.01\n");
+    readableRow("a space beats a comma", "chr pos,here pval\n7 12345 0.001\n7 23456 0.01\n");
     readableRow("a tab at the end beats all", "a b,c\tchr\tpos\tpval\t\n"
                                               "x\t7\t12345\t0.001\t\nx\t7\t23456\t0.01\t\n");
-    faultRow("commas and a title of two words are split at the blank",
+    faultRow("commas and a title of two words are split at the space",
              "chr,pos,p value\n7,12345,0.001\n7,23456,0.01\n", fewColumns);
     faultRow("a semicolon", "chr;pos;pval\n7;12345;0.001\n", noDelimiter);
     faultRow("a delimiter on the second line only", "chr\n7\t12345\t0.001\n", noDelimiter);
@@ -116,7 +116,7 @@ void FileFormat::titles_data() {
                                           "7\t12345\t0.001\t3\n7\t23456\t0.01\t2\n");
     readableRow("a marker's name before the chromosome is the label",
                 "MarkerID,Chromosome,Position,Pvalue\n7,11,12345,0.001\n7,12,23456,0.01\n");
-    readableRow("a marker's name behind the chromosome is not",
+    readableRow("a marker's name after the chromosome is not",
                 "Chromosome,MarkerID,Position,Pvalue\n7,11,12345,0.001\n7,12,23456,0.01\n");
     readableRow("SNPid", "beta SNPid chr pos p\n1 7 3 12345 0.001\n1 7 4 23456 0.01\n");
     readableRow("awesome", "beta awesome chr pos p\n1 7 3 12345 0.001\n1 7 4 23456 0.01\n");
@@ -132,7 +132,7 @@ void FileFormat::titles_data() {
                 "xP,P-,Px,P,chr,pos\n1,2,3,0.001,7,12345\n1,2,3,0.01,7,23456\n");
     faultRow("prob", "chr,pos,prob\n7,12345,0.001\n7,23456,0.01\n", noColumns);
     faultRow("p_value", "chr,pos,p_value\n7,12345,0.001\n7,23456,0.01\n", noColumns);
-    faultRow("p with a blank at its end", "chr\tpos\tp \n7\t12345\t0.001\n", noColumns);
+    faultRow("p with a space at its end", "chr\tpos\tp \n7\t12345\t0.001\n", noColumns);
     faultRow("P in quotes", "chr,pos,\"P\"\n7,12345,0.001\n", noColumns);
     faultRow("no chromosome", "ch,pos,pval\n7,12345,0.001\n", noColumns);
     faultRow("no position", "chr,base,pval\n7,12345,0.001\n", noColumns);
@@ -164,16 +164,16 @@ void FileFormat::dataLines_data() {
     const QByteArray first = "7\t12345\t0.001\t1\n", second = "7\t23456\t0.01\t2\n";
     const auto between = [&](const QByteArray& lines) { return header + first + lines + second; };
     readableRow("empty lines", header + "\n\n" + first + "\n" + second + "\n\n\n");
-    faultRow("a line of one blank", between(" \n"), noColumns);
-    faultRow("a line of one blank at the end", between("") + " ", noColumns);
-    row("a line of two blanks in a file of blanks",
+    faultRow("a line of one space", between(" \n"), noColumns);
+    faultRow("a line of one space at the end", between("") + " ", noColumns);
+    row("a line of two spaces in a file of spaces",
         "chr pos pval\n7 12345 0.001\n  \n7 23456 0.01\n", badPValue, noPointsLoaded);
     faultRow("a short line", between("7\t5\n"), noColumns);
     faultRow("a short line of no delimiter", between("7\n"), noColumns);
     faultRow("a short line, its p-value missing", between("7\tNA\n"), noColumns);
     faultRow("a short line of another label before the label's own", header + "8\t5\n" + first,
              noColumns);
-    row("a short line of another label behind the label's own",
+    row("a short line of another label after the label's own",
         header + first + second + "8\t5\t0.1\n8\t5\n", noColumns, bothPointsLoaded);
     faultRow("a short line that ends the label's own", header + first + second + "8\t5\n",
              noColumns);
@@ -192,12 +192,12 @@ void FileFormat::dataLines_data() {
     faultRow("na", between("7\t5\tna\t1\n"), badPValue);
     faultRow("N/A", between("7\t5\tN/A\t1\n"), badPValue);
     faultRow("Na", between("7\t5\tNa\t1\n"), badPValue);
-    faultRow("NA with a blank", between("7\t5\tNA \t1\n"), badPValue);
+    faultRow("NA with a space", between("7\t5\tNA \t1\n"), badPValue);
     faultRow("NAN is no missing value", between("7\tx\tNAN\t1\n"), badPosition);
     readableRow("a p-value of 0, its position not looked at",
                 between("7\tx\t0\t1\n7\t\t0.0\t1\n7\t1.5\t0e0\t1\n7\t9\t-0\t1\n"));
-    faultRow("a bad p-value is told before a bad position", between("7\tx\ty\t1\n"), badPValue);
-    row("a bad line behind other points", between("8\t5\tx\t1\n"), badPValue, noPointsLoaded);
+    faultRow("a bad p-value is reported before a bad position", between("7\tx\ty\t1\n"), badPValue);
+    row("a bad line after other points", between("8\t5\tx\t1\n"), badPValue, noPointsLoaded);
     row("a bad position of another label", between("8\tx\t0.5\t1\n"), badPosition, noPointsLoaded);
     row("a bad line of another label before", header + "8\tx\ty\t1\n" + first + second, badPValue,
         bothPointsLoaded);

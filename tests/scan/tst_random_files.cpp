@@ -110,9 +110,8 @@ void RandomFiles::aroundTheStreamsSteps_data() {
     QTest::newRow("an empty line") << QByteArray("\r\n\r\n7\t");
 }
 
-// The stream of the plain reader takes a file in steps of 16384 bytes, and here and there it shows:
-// so the text in question stands at every place before, on and behind the end of such a step, and
-// of half a one.
+// The plain reader's text stream decodes in steps of 16384 bytes, and some texts decode differently
+// across the end of a step. Each text stands at every place before, on and after such an end.
 void RandomFiles::aroundTheStreamsSteps() {
     QFETCH(QByteArray, text);
     constexpr qsizetype step = 16384;

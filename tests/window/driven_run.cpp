@@ -13,7 +13,7 @@ namespace {
 
 constexpr int limitInMilliseconds = 300'000;
 constexpr const char* knownWarning = "No such slot MyWidget::reSize()";
-// What the toolkit's platform without a screen says about itself.
+// Messages of Qt's offscreen platform about itself.
 constexpr const char* platformWarning = "This plugin does not support propagateSizeHints()";
 
 void write(const QString& path, const QByteArray& content) {

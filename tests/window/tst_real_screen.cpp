@@ -81,7 +81,7 @@ static QImage chromosomePlot(const QList<int>& positions) {
     return expectedChromosomePlot(view);
 }
 
-// Without a window manager nobody else gives a window the keyboard.
+// Without a window manager, windows get the keyboard only on request.
 bool TestRealScreen::enter(const QString& title) {
     QByteArray window;
     const auto isThere = [&] {

@@ -148,9 +148,9 @@ void TestStartup::buttons() {
 
 void TestStartup::labelsAndBand() {
     const State state = m_run.state("structure");
-    QCOMPARE(state.widget("imageLabel")["ground"].toString(), "#ff969696");
+    QCOMPARE(state.widget("imageLabel")["background"].toString(), "#ff969696");
     QVERIFY(state.widget("imageLabel")["filled"].toBool());
-    QCOMPARE(state.widget("nameLabel")["ground"].toString(), "#ffa0a0a4");
+    QCOMPARE(state.widget("nameLabel")["background"].toString(), "#ffa0a0a4");
     QVERIFY(state.widget("nameLabel")["filled"].toBool());
     QCOMPARE(state.widget("nameLabel")["format"].toInt(), static_cast<int>(Qt::PlainText));
     QVERIFY(!state.widget("hintLabel")["filled"].toBool());
