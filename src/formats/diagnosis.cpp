@@ -88,6 +88,14 @@ Place placeOf(const ComparedColumn& column) {
     return {column.line, column.title, column.windowText};
 }
 
+// As many as marker names, and more than any genome has sequences to scan.
+bool hasManyLabels(const WindowReading& reading) {
+    constexpr qint64 manyLabels = 1000;
+    const qint64 labels = reading.chromosomes.size();
+    return labels > manyLabels &&
+           (labels == WindowReading::chromosomesKept || labels * 2 > reading.rows);
+}
+
 void addColumnFindings(Diagnosis& diagnosis) {
     if (!diagnosis.columns)
         return;
@@ -95,7 +103,8 @@ void addColumnFindings(Diagnosis& diagnosis) {
     QList<Finding>& findings = diagnosis.findings;
     if (!columns.chromosome.isRight)
         add(findings,
-            columns.isNames ? FindingCode::NamesAsChromosomes : FindingCode::WrongChromosome,
+            columns.isNames || hasManyLabels(diagnosis.reading) ? FindingCode::NamesAsChromosomes
+                                                                : FindingCode::WrongChromosome,
             placeOf(columns.chromosome));
     if (!columns.position.isRight)
         add(findings, FindingCode::WrongPosition, placeOf(columns.position));
@@ -112,13 +121,9 @@ void addColumnFindings(Diagnosis& diagnosis) {
 void addValueFindings(Diagnosis& diagnosis) {
     const WindowReading& reading = diagnosis.reading;
     QList<Finding>& findings = diagnosis.findings;
-    constexpr qint64 manyLabels = 1000;
     const bool isRight = !diagnosis.columns || diagnosis.columns->chromosome.isRight;
-    if (isRight && reading.chromosomes.size() > manyLabels &&
-        reading.chromosomes.size() * 2 >
-            std::min(reading.rows, 2 * WindowReading::chromosomesKept - 1))
-        add(findings, FindingCode::NamesAsChromosomes,
-            {0, reading.layout->chromosome.name, QString::fromUtf8(reading.chromosomes[0].label)});
+    if (isRight && hasManyLabels(reading))
+        add(findings, FindingCode::NamesAsChromosomes, {0, reading.layout->chromosome.name, {}});
     const bool isKnown = diagnosis.columns && diagnosis.columns->p.rightNumber > 0;
     if (!isKnown && reading.aboveOne * 100 > reading.kept)
         add(findings, FindingCode::LogAsP, {0, reading.layout->pValue.name, {}});

@@ -9,7 +9,7 @@ TableHead readTableHead(QIODevice& device) {
     constexpr qsizetype linesWanted = 12'000;
     constexpr qsizetype bytesWanted = 16 * 1024 * 1024;
     TableHead head;
-    TextBlocks blocks(device, TextBlocks::defaultBlockSize);
+    TextBlocks blocks(device, TextBlocks::defaultBlockSize, TextBlocks::Unmarked::AsTheyAre);
     qsizetype lines = 0;
     while (lines < linesWanted && head.text.size() < bytesWanted) {
         if (!blocks.next()) {

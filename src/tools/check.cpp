@@ -107,7 +107,8 @@ void Check::checkFile(qsizetype i, const QByteArray& word) {
                              diagnose(facts, std::move(reading), std::move(right))};
     if (m_isTextWanted)
         m_streams.out.write((i > 0 ? "\n" : "") + textOf(report, m_arguments.has("--quiet")));
-    m_reports.append(jsonOf(report));
+    if (m_arguments.has("--json"))
+        m_reports.append(jsonOf(report));
     if (report.diagnosis.verdict != Verdict::Opens)
         m_status = std::max<int>(m_status, StatusNo);
 }

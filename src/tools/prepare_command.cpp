@@ -69,7 +69,7 @@ private:
     Streams& m_streams;
     Inputs m_inputs;
     Inputs m_positions;
-    std::list<SafeOutput> m_outputs; // in the order in which they are put in place
+    std::list<SafeOutput> m_outputs; // in the order in which they are put in place: the table last
     SafeOutput* m_output = nullptr;
     SafeOutput* m_dropped = nullptr;
     SafeOutput* m_json = nullptr;
@@ -124,9 +124,9 @@ std::optional<Failure> Prepare::openOutputs() {
             paths.append(*path);
         }
     std::optional<Failure> failure;
-    m_output = open("--output", failure);
     m_dropped = open("--dropped", failure);
     m_json = open("--json", failure);
+    m_output = open("--output", failure);
     return failure;
 }
 
