@@ -2,7 +2,7 @@
 set(PELMARK_ID org.pelmark.Pelmark)
 set(PELMARK_SHARE ${PROJECT_SOURCE_DIR}/share)
 
-install(TARGETS pelmark RUNTIME)
+install(TARGETS pelmark pelmark-tools RUNTIME)
 install(FILES ${PELMARK_SHARE}/${PELMARK_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PELMARK_SHARE}/${PELMARK_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 

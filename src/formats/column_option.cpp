@@ -70,19 +70,19 @@ Refusal severalColumns(const char* option, const QByteArray& text, const QList<i
 }
 
 bool isPlainArgument(const QByteArray& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-               QByteArrayView("_.:+-/,@%").contains(c);
+               QByteArrayView("_.:+-/,@%=").contains(c);
     });
 }
 
+} // namespace
+
 QByteArray shellQuoted(QByteArray text) {
-    if (isPlainArgument(text) && !text.startsWith('-'))
+    if (isPlainArgument(text))
         return text;
     return '\'' + text.replace("'", "'\\''") + '\'';
 }
-
-} // namespace
 
 std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByteArray>& text,
                                     const QList<QByteArray>& titles, int columnCount) {

@@ -17,5 +17,8 @@ std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByt
 // not name it alone, and quotes where the shell needs them.
 QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column);
 
+// The word as a POSIX shell must be given it: as it is where that is safe, else in single quotes.
+QByteArray shellQuoted(QByteArray text);
+
 // `"P" (column 4)`, for messages.
 QString columnText(const QList<QByteArray>& titles, int column);

@@ -436,8 +436,8 @@ Failure Preparation::judgeParts() {
                 .arg(values.size());
         for (const QByteArray& value : values.mid(0, 20)) {
             refusal.candidates.append(value);
-            refusal.options.append(parts.isTest ? "--test-name " + value
-                                                : "--where " + title + '=' + value);
+            refusal.options.append(parts.isTest ? "--test-name " + shellQuoted(value)
+                                                : "--where " + shellQuoted(title + '=' + value));
         }
         return refusal;
     }

@@ -47,6 +47,12 @@ bool AssociationFile::readMarker(const Record& record, Marker& marker) {
     return false;
 }
 
+Fault AssociationFile::takeFault() {
+    const Fault fault = *m_fault;
+    m_fault.reset();
+    return fault;
+}
+
 bool AssociationFile::nextPiece() {
     m_linesBefore += static_cast<qint64>(m_lines.lineCount());
     if (m_blocks.next()) {

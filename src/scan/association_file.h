@@ -67,6 +67,16 @@ public:
 
     const std::optional<Fault>& fault() const { return m_fault; }
 
+    // Takes the fault back, so that next() goes on with the line after it. Only for a fault in a
+    // data line.
+    Fault takeFault();
+
+    // Valid once open() returned true.
+    const Layout& layout() const { return m_layout; }
+
+    // The number of the current line from 1, header included.
+    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
+
 private:
     bool nextPiece();
     bool nextLine() {
@@ -75,7 +85,6 @@ private:
                 return false;
         return true;
     }
-    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
     void report(FaultCode code, const QString& column = {}, std::string_view text = {});
     void reportShortLine();
 

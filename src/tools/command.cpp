@@ -1,0 +1,150 @@
+#include "command.h"
+
+#include "exit_status.h"
+#include "nearest.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+constexpr const char* statuses = "Exit status: 0 fine; 1 the answer is no; 2 wrong call; 3 an "
+                                 "input cannot be opened or read, or\n"
+                                 "is damaged; 4 the output cannot be written; 5 the table is not "
+                                 "understood, or you must choose.";
+
+QByteArray overview() {
+    QByteArray text("Usage: pelmark-tools COMMAND [OPTION...] FILE...\n\nCommands:\n");
+    for (const CommandSpec& command : commands())
+        text += "  " + QByteArray(command.name).leftJustified(10) + command.summary + '\n';
+    return text +
+           "\n`pelmark-tools COMMAND --help` explains a command, `--version` prints the version."
+           "\n\n" +
+           statuses + '\n';
+}
+
+int wrongCall(Streams& streams, const QByteArray& message) {
+    complain(streams, QString::fromUtf8(message));
+    return StatusWrongCall;
+}
+
+QByteArray suggestion(const QByteArray& word, const QList<QByteArray>& candidates) {
+    const QByteArray best = nearest(word, candidates);
+    return best.isEmpty() ? QByteArray(".") : "; did you mean " + best + '?';
+}
+
+// What the library stored, by the option's name.
+struct Parsed {
+    std::map<std::string, std::vector<std::string>> values;
+    std::map<std::string, bool> flags;
+    std::vector<std::string> files;
+};
+
+void declare(const CommandSpec& command, CLI::App& app, Parsed& parsed) {
+    app.add_option("FILE", parsed.files, "the files to read; - is standard input")->type_name("");
+    for (const OptionSpec& spec : command.options) {
+        const std::string name = spec.longName().toStdString();
+        if (spec.value == nullptr) {
+            app.add_flag(spec.names, parsed.flags[name], spec.help);
+            continue;
+        }
+        CLI::Option* option = app.add_option(spec.names, parsed.values[name], spec.help);
+        option->type_name(spec.value)->type_size(1)->expected(1);
+        option->multi_option_policy(spec.isRepeated ? CLI::MultiOptionPolicy::TakeAll
+                                                    : CLI::MultiOptionPolicy::Throw);
+        option->allow_extra_args(false);
+        if (!spec.choices.empty())
+            option->check(
+                CLI::IsMember(std::vector<std::string>(spec.choices.begin(), spec.choices.end())));
+    }
+}
+
+Arguments argumentsOf(const Parsed& parsed) {
+    Arguments arguments;
+    for (const auto& [name, isSet] : parsed.flags)
+        if (isSet)
+            arguments.options[QByteArray::fromStdString(name)] = {QByteArray()};
+    for (const auto& [name, values] : parsed.values)
+        for (const std::string& value : values)
+            arguments.options[QByteArray::fromStdString(name)].append(
+                QByteArray::fromStdString(value));
+    for (const std::string& file : parsed.files)
+        arguments.files.append(QByteArray::fromStdString(file));
+    return arguments;
+}
+
+// An option that does not exist, and the nearest that does.
+QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
+    QList<QByteArray> names{"--help"};
+    for (const OptionSpec& option : command.options)
+        names.append(option.longName());
+    const QByteArray name = word.left(word.indexOf('='));
+    return "there is no option " + name + suggestion(name, names) + " See pelmark-tools " +
+           command.name + " --help.";
+}
+
+int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams& streams) {
+    CLI::App app(command.summary, std::string("pelmark-tools ") + command.name);
+    app.set_help_flag("--help,-h", "print this help and exit");
+    app.footer(std::string(command.details) + "\n\n" + statuses);
+    app.get_formatter()->column_width(30);
+    app.allow_extras(); // so that they can be named
+    Parsed parsed;
+    declare(command, app, parsed);
+    std::vector<std::string> reversed; // as the library wants them
+    std::transform(words.rbegin(), words.rend(), std::back_inserter(reversed),
+                   [](const QByteArray& word) { return word.toStdString(); });
+    try {
+        app.parse(reversed);
+    } catch (const CLI::CallForHelp&) {
+        streams.out.write(QByteArray::fromStdString(app.help()));
+        return StatusFine;
+    } catch (const CLI::ParseError& error) {
+        return wrongCall(streams, error.what());
+    }
+    if (!app.remaining().empty())
+        return wrongCall(streams,
+                         aboutExtras(command, QByteArray::fromStdString(app.remaining()[0])));
+    Arguments arguments = argumentsOf(parsed);
+    arguments.words = words;
+    if (arguments.files.isEmpty())
+        return wrongCall(streams, QByteArray("no file is named. See pelmark-tools ") +
+                                      command.name + " --help.");
+    return command.run(arguments, streams);
+}
+
+} // namespace
+
+QByteArray OptionSpec::longName() const {
+    const QByteArray all(names);
+    return all.mid(all.lastIndexOf(',') + 1);
+}
+
+int runCommandLine(const QByteArrayList& words, Streams& streams) {
+    if (words.isEmpty()) {
+        streams.error.write(overview());
+        return StatusWrongCall;
+    }
+    const QByteArray& name = words[0];
+    if (name == "--help" || name == "-h" || name == "help") {
+        streams.out.write(overview());
+        return StatusFine;
+    }
+    if (name == "--version") {
+        streams.out.write("pelmark-tools " PELMARK_VERSION "\n");
+        return StatusFine;
+    }
+    QList<QByteArray> names;
+    for (const CommandSpec& command : commands()) {
+        if (name == command.name)
+            return runCommand(command, words.mid(1), streams);
+        names.append(command.name);
+    }
+    names += {"--help", "--version"};
+    return wrongCall(streams,
+                     (name.startsWith('-') ? "there is no option " : "there is no command ") +
+                         name + suggestion(name, names) + " See pelmark-tools --help.");
+}

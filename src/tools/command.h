@@ -1,0 +1,47 @@
+#pragma once
+
+#include "streams.h"
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QHash>
+#include <optional>
+#include <vector>
+
+// The words of a command line, sorted by option.
+struct Arguments {
+    QHash<QByteArray, QByteArrayList> options; // by long name; flags have an empty value
+    QByteArrayList files;
+    QByteArrayList words; // as they were typed, after the command's name
+
+    bool has(const char* option) const { return options.contains(option); }
+    std::optional<QByteArray> value(const char* option) const {
+        const auto found = options.constFind(option);
+        return found == options.constEnd() ? std::nullopt : std::optional(found->last());
+    }
+};
+
+struct OptionSpec {
+    const char* names; // "-o,--output": the long name last
+    const char* value; // what stands for its value in the help; null for a flag
+    const char* help;
+    std::vector<const char*> choices = {}; // the only values; empty for any
+    bool isRepeated = false;
+
+    QByteArray longName() const;
+};
+
+struct CommandSpec {
+    const char* name;
+    const char* summary; // one line
+    const char* details; // after the options
+    std::vector<OptionSpec> options;
+    int (*run)(const Arguments&, Streams&);
+};
+
+// Every command of the program. Help, completion and the manual are made of this.
+const std::vector<CommandSpec>& commands();
+
+// Finds the command that the words after the program's name ask for, and runs it. Returns the exit
+// status.
+int runCommandLine(const QByteArrayList& words, Streams& streams);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "exit_status.h"
+
+#include <QString>
+
+// Why a command ends, in words for its user, and with which status.
+struct Failure {
+    ExitStatus status = StatusFine;
+    QString message; // empty where nobody is there to read it
+};

@@ -1,0 +1,103 @@
+#include "inputs.h"
+
+#include "temporary_files.h"
+
+#include <QFile>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+Failure unreadable(const QString& name, int error) {
+    return {StatusUnreadable, name + QStringLiteral(": cannot be read: ") +
+                                  QString::fromLocal8Bit(std::strerror(error))};
+}
+
+// Copies all that comes into a nameless file. Fails with errno.
+int spool(int from, const QString& name, std::optional<Failure>& failure) {
+    const int to = openNamelessFile(temporaryFolder());
+    const auto cannotKeep = [&] {
+        return Failure{StatusUnwritable,
+                       name + QStringLiteral(": cannot be kept in ") +
+                           QFile::decodeName(temporaryFolder()) + QStringLiteral(": ") +
+                           QString::fromLocal8Bit(std::strerror(errno)) +
+                           QStringLiteral(". Set TMPDIR to a folder with more room.")};
+    };
+    if (to < 0) {
+        failure = cannotKeep();
+        return to;
+    }
+    std::array<char, 128 * 1024> block{};
+    while (!failure) {
+        const ssize_t size = read(from, block.data(), block.size());
+        if (size == 0)
+            break;
+        if (size < 0 && errno == EINTR)
+            continue;
+        if (size < 0)
+            failure = unreadable(name, errno);
+        for (ssize_t at = 0; at < size && !failure;) {
+            const ssize_t written = write(to, block.data() + at, static_cast<size_t>(size - at));
+            if (written < 0 && errno != EINTR)
+                failure = cannotKeep();
+            at += std::max<ssize_t>(written, 0);
+        }
+    }
+    return to;
+}
+
+} // namespace
+
+Inputs::~Inputs() {
+    for (const int descriptor : m_kept)
+        close(descriptor);
+}
+
+std::optional<Failure> Inputs::add(const QByteArray& bytes) {
+    const bool isStandardInput = bytes == "-";
+    const QString name =
+        isStandardInput ? QStringLiteral("standard input") : QFile::decodeName(bytes);
+    const int descriptor =
+        isStandardInput ? dup(STDIN_FILENO) : ::open(bytes.constData(), O_RDONLY | O_CLOEXEC);
+    struct stat status {};
+    std::optional<Failure> failure;
+    if (descriptor < 0 || fstat(descriptor, &status) != 0)
+        failure = unreadable(name, errno);
+    if (S_ISDIR(status.st_mode))
+        failure = unreadable(name, EISDIR);
+    QString path = name;
+    const bool isRegular = S_ISREG(status.st_mode);
+    int kept = isStandardInput && isRegular ? descriptor : -1; // what the path leads to
+    if (isRegular)
+        m_identities.append({status.st_dev, status.st_ino});
+    else if (!failure)
+        kept = spool(descriptor, name, failure);
+    if (kept >= 0) {
+        m_kept.append(kept);
+        path = QStringLiteral("/dev/fd/%1").arg(kept);
+    }
+    if (descriptor >= 0 && descriptor != kept)
+        close(descriptor);
+    m_paths.append(path);
+    m_names.append(name);
+    m_isGood.append(!failure);
+    return failure;
+}
+
+QString Inputs::named(QString text) const {
+    for (qsizetype i = 0; i < m_paths.size(); ++i)
+        if (isPiped(i))
+            text.replace(m_paths[i], m_names[i]);
+    return text;
+}
+
+bool Inputs::contains(const struct stat& status) const {
+    return S_ISREG(status.st_mode) &&
+           std::any_of(m_identities.begin(), m_identities.end(), [&](const Identity& identity) {
+               return identity.device == status.st_dev && identity.inode == status.st_ino;
+           });
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "prepare_report.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+// What `prepare` says of what it did.
+struct PreparedTable {
+    QStringList inputs; // as their user calls them
+    QString output;
+    PrepareReport report;
+};
+
+// The report as text in UTF-8.
+QByteArray textOf(const PreparedTable& table);
+
+// The report for programs; docs/tools.md describes it.
+QJsonObject jsonOf(const PreparedTable& table);
