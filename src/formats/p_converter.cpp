@@ -83,10 +83,11 @@ std::optional<DropReason> PConverter::appendOddP(std::string_view p, const Table
         text.append("1\t0");
         return std::nullopt;
     }
-    if (!value.isReadByWindow)
+    const std::string_view number = value.isBound ? p.substr(p.find_first_not_of("<= ")) : p;
+    if (!readPValue(number, m_table.format.decimalComma).isReadByWindow)
         return appendTiny(value.negLog10, rows, text);
     const qsizetype start = text.size();
-    appendOwnText(value.isBound ? p.substr(p.find_first_not_of("<= ")) : p, text);
+    appendOwnText(number, text);
     text.append('\t');
     appendNegLog10(value.negLog10, text);
     noteSmallest(value.negLog10, text, start);
