@@ -104,7 +104,7 @@ void RunReader::next() {
         return;
     }
     std::memcpy(&header, m_buffer.constData() + m_taken, sizeof header);
-    const auto size = static_cast<qsizetype>(sizeof header + header.textSize);
+    const auto size = qsizetype{sizeof header} + qsizetype{header.textSize};
     if (!provide(size)) {
         m_part = m_parts.size();
         return;
