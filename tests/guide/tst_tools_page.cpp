@@ -1,0 +1,194 @@
+#include "tools_run.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+#include <memory>
+
+namespace {
+
+QString textOf(const QString& name) {
+    QFile file(QStringLiteral(PELMARK_SOURCE "/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(name));
+    return QString::fromUtf8(file.readAll());
+}
+
+QString page() {
+    return textOf(QStringLiteral("docs/tools.md"));
+}
+
+// The page's part between a heading and the next one of its level.
+QString part(const QString& heading) {
+    const QString level = heading.section(u' ', 0, 0);
+    return page().section(u'\n' + heading + u'\n', 1).section(u'\n' + level + u' ', 0, 0);
+}
+
+// What the pattern's first group finds, in the order of the text.
+QStringList found(const QString& text, const QString& pattern) {
+    QStringList results;
+    const QRegularExpression expression(pattern, QRegularExpression::MultilineOption);
+    for (QRegularExpressionMatchIterator it = expression.globalMatch(text); it.hasNext();)
+        results.append(it.next().captured(1));
+    return results;
+}
+
+QStringList sorted(QStringList texts) {
+    texts.sort();
+    return texts;
+}
+
+// The keys of an object and of all objects in it.
+QStringList keysOf(const QJsonValue& value) {
+    QStringList keys;
+    for (const QJsonValue& element : value.toArray())
+        keys += keysOf(element);
+    const QJsonObject object = value.toObject();
+    for (auto it = object.begin(); it != object.end(); ++it)
+        keys += QStringList(it.key()) + keysOf(it.value());
+    keys.removeDuplicates();
+    return keys;
+}
+
+} // namespace
+
+// The page about pelmark-tools says what the program does.
+class ToolsPage : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void optionsAreListed_data();
+    void optionsAreListed();
+    void namesAreListed_data();
+    void namesAreListed();
+    void keysAreListed();
+    void examplesAreTrue_data();
+    void examplesAreTrue();
+
+private:
+    QJsonObject report(const QStringList& words) const {
+        return QJsonDocument::fromJson(m_run->run(words).out).object();
+    }
+
+    std::unique_ptr<ToolsRun> m_run; // in a folder with a copy of all tools' files
+};
+
+void ToolsPage::init() {
+    m_run = std::make_unique<ToolsRun>();
+    const QDir folder(QStringLiteral(PELMARK_GUIDE_DATA "/tool_outputs"));
+    for (const QString& name : folder.entryList(QDir::Files))
+        QVERIFY(QFile::copy(folder.filePath(name), m_run->path(name)));
+}
+
+void ToolsPage::optionsAreListed_data() {
+    QTest::addColumn<QString>("command");
+    QTest::newRow("check") << "check";
+    QTest::newRow("prepare") << "prepare";
+}
+
+// Each with what stands for its value, and the values it can have.
+void ToolsPage::optionsAreListed() {
+    QFETCH(QString, command);
+    const QString help = QString::fromUtf8(m_run->run({command, QStringLiteral("--help")}).out);
+    QString text = part(QStringLiteral("## ") + command);
+    text.remove(u'\\');
+    QCOMPARE(found(text, QStringLiteral("^\\| (?:`-\\w`, )?`(--[^`]*)` \\|")),
+             found(help, QStringLiteral("^  (?:-\\w,)?(--[a-z0-9-]+(?: [A-Z=|]+)?)")));
+    const QRegularExpression choices(QStringLiteral("(--[a-z-]+) [A-Z]+:\\{([^}]*)\\}"));
+    for (auto it = choices.globalMatch(help); it.hasNext();) {
+        const QRegularExpressionMatch option = it.next();
+        const QString row = found(text, u"^(\\| `" + option.captured(1) + u" .*)$").value(0);
+        for (const QString& choice : option.captured(2).split(u','))
+            QVERIFY2(row.contains(u'`' + choice + u'`'), qPrintable(option.captured()));
+    }
+}
+
+void ToolsPage::namesAreListed_data() {
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("heading");
+    QTest::addColumn<QString>("listed");
+    QTest::newRow("drop reasons") << "src/formats/prepare_report.cpp"
+                                  << "^ +\"([a-z-]+)\",$"
+                                  << "### Dropped rows"
+                                  << "^\\| `([^`]*)` \\|";
+    QTest::newRow("findings") << "src/tools/finding_words.cpp"
+                              << "\\{FindingCode::\\w+,\\s*\"([a-z-]+)\""
+                              << "## check"
+                              << "(?:^\\| |`, )`([a-z-]+)`(?=,.*\\||[^|]*\\| (?:error|warning))";
+    QTest::newRow("verdicts") << "src/tools/finding_words.cpp"
+                              << "Verdict::\\w+:\\s*return QLatin1String\\(\"([a-z-]+)\"\\)"
+                              << "## check"
+                              << "^\\| [^`|]+ \\| `([^`]*)` \\|";
+    QTest::newRow("exit statuses") << "src/tools/exit_status.h"
+                                   << "Status\\w+ = (\\d+)"
+                                   << "### Exit status"
+                                   << "^\\| (\\d+) \\|";
+    QTest::newRow("changes") << "src/tools/prepare_words.cpp"
+                             << "\\{\"([a-z_]+)\", report\\."
+                             << "## JSON, version 1"
+                             << "(?:change: |`, )`([a-z_]+)`(?=[^|]*left out \\|)";
+}
+
+// Whatever the sources name is in the page's table, and nothing else.
+void ToolsPage::namesAreListed() {
+    QFETCH(QString, source);
+    QFETCH(QString, name);
+    QFETCH(QString, heading);
+    QFETCH(QString, listed);
+    const QStringList names = found(textOf(source), name);
+    QVERIFY(names.size() > 3);
+    QCOMPARE(sorted(found(part(heading), listed)), sorted(names));
+}
+
+// Every key of a report is on the page; drop reasons are compared elsewhere.
+void ToolsPage::keysAreListed() {
+    m_run->write(QStringLiteral("bad.txt"), "chr\tpos\tp\n1\t5\t0.1\n1\tx\t0.2\n");
+    const QString json = QStringLiteral("--json");
+    QJsonObject prepared = report({"prepare", "trait.regenie", "-q", "-o", "out.txt", json, "-"});
+    QCOMPARE(prepared["written"], 8);
+    prepared["dropped"] = prepared["dropped"].toObject()["p-missing"];
+    const QJsonObject checked = report({"check", "bad.txt", "trait.regenie", json, "-"});
+    QCOMPARE(checked["files"].toArray().size(), 2);
+    const QString text = part(QStringLiteral("## JSON, version 1"));
+    for (const QJsonObject& object : {prepared, checked}) {
+        QCOMPARE(object["version"], 1);
+        for (const QString& key : keysOf(object))
+            QVERIFY2(text.contains(u'`' + key + u'`'), qPrintable(key));
+    }
+}
+
+void ToolsPage::examplesAreTrue_data() {
+    QTest::addColumn<QString>("example");
+    const QString both = textOf(QStringLiteral("README.md")) + page();
+    for (const QString& example :
+         found(both, QStringLiteral("^```console\\n((?:(?!```).*\\n)+)```$")))
+        QTest::addRow("%s", qPrintable(example.section(u'\n', 0, 0))) << example;
+}
+
+// After each "$ " a command, then what it prints.
+void ToolsPage::examplesAreTrue() {
+    QFETCH(QString, example);
+    QProcess shell;
+    shell.setWorkingDirectory(m_run->path(QStringLiteral(".")));
+    shell.setProcessChannelMode(QProcess::MergedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PATH"), QFileInfo(ToolsRun::program()).path() + u':' +
+                                                   environment.value(QStringLiteral("PATH")));
+    shell.setProcessEnvironment(environment);
+    QString output;
+    for (const QString& command : found(example, QStringLiteral("^\\$ (.*)$"))) {
+        shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+        QVERIFY(shell.waitForFinished());
+        output += QStringLiteral("$ ") + command + u'\n' + QString::fromUtf8(shell.readAll());
+    }
+    QCOMPARE(output, example);
+}
+
+QTEST_GUILESS_MAIN(ToolsPage)
+#include "tst_tools_page.moc"
