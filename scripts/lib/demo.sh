@@ -1,4 +1,16 @@
-# The main job from open to save, played on the real program. To be sourced after screen.sh.
+# The main job from open to save, played on the real programs. To be sourced after screen.sh.
+
+# A file that the window refuses is checked, and prepared for it. Begins the folder of the results.
+prepareRefused() {
+    local tools=$root/build/release/bin/pelmark-tools refused=tests/data/refused_no_p.txt
+    out="$root/out/demo"
+    rm -rf "$out" && mkdir -p "$out"
+    cd "$root"
+    # Status 1 is the answer: the window does not open this file.
+    "$tools" check "$refused" >"$out/check.txt" || [[ $? -eq 1 ]]
+    "$tools" prepare "$refused" -o "$out/prepared.txt"
+    "$tools" check "$out/prepared.txt" --quiet
+}
 
 # The lone marker stands far above its neighbours, as one that was measured badly does.
 workTheProgram() {
@@ -40,6 +52,8 @@ Pelmark was worked from open to save on examples/genome_100k.txt. The results ar
     cleaned.txt             the saved table: $(tail -n +2 "$out/cleaned.txt" | wc -l) markers, one removed
     cleaned.png             the plot that was saved with it
     Pelmark_log.txt         what the program wrote to its log
+    check.txt               why the window refuses tests/data/refused_no_p.txt
+    prepared.txt            the same table, made by pelmark-tools prepare: the window opens it
 END
 }
 
@@ -57,10 +71,9 @@ endDemo() {
 
 # The program works among links to the examples, as it would in examples/.
 demo() {
-    out="$root/out/demo"
+    prepareRefused
     scratch=$(mktemp -d)
     trap endDemo EXIT
-    rm -rf "$out" && mkdir -p "$out"
     ln -s "$root"/examples/*.txt "$out"
     cd "$out"
     startScreen 1280x1024 "$scratch"
