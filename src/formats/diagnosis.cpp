@@ -2,6 +2,7 @@
 
 #include "chromosome_names.h"
 #include "text_blocks.h"
+#include "utf8.h"
 
 #include <QHash>
 #include <algorithm>
@@ -14,6 +15,10 @@ constexpr qsizetype windowPathBytes = 200;
 std::string_view firstLineOf(const QByteArray& head) {
     const std::string_view text(head.constData(), static_cast<size_t>(head.size()));
     return text.substr(0, text.find('\n'));
+}
+
+QString textOf(const QByteArray& label) {
+    return fromUtf8({label.constData(), static_cast<size_t>(label.size())});
 }
 
 void add(QList<Finding>& findings, FindingCode code, const Place& place = {}) {
@@ -77,7 +82,10 @@ void addHeaderFindings(const FileFacts& file, Diagnosis& diagnosis) {
     const auto* right = std::get_if<Understanding>(&diagnosis.right);
     if (right == nullptr)
         return;
-    if (right->format.quoted)
+    const bool areTitlesQuoted =
+        right->format.headerLine == 1 && line.find('"') != std::string_view::npos;
+    if (right->format.quoted &&
+        (areTitlesQuoted || (diagnosis.columns && diagnosis.columns->isQuoted)))
         add(findings, FindingCode::Quotes, {right->format.headerLine, {}, {}});
     const auto has = [&](char c) { return line.find(c) != std::string_view::npos; };
     if (right->format.separator == Separator::Comma && has(' ') && !has('\t'))
@@ -136,7 +144,7 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
     for (const ChromosomeFacts& facts : diagnosis.reading.chromosomes) {
         if (facts.markers == 0)
             continue;
-        const QString label = QString::fromUtf8(facts.label);
+        const QString label = textOf(facts.label);
         if (facts.loaded < 2)
             few.add({facts.firstLine, {}, label});
         else if (facts.firstPosition == facts.lastPosition)
@@ -146,8 +154,7 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
         if (first.isNull())
             first = facts.label.isNull() ? QByteArray("") : facts.label;
         else
-            spellings.add(
-                {facts.firstLine, {}, QString::fromUtf8(first) + QLatin1String(" and ") + label});
+            spellings.add({facts.firstLine, {}, textOf(first) + QLatin1String(" and ") + label});
     }
     for (const Finding& finding : {few, equal, spellings})
         if (finding.count > 0)
@@ -249,13 +256,13 @@ Diagnosis diagnose(const FileFacts& file, WindowReading reading,
     diagnosis.right = std::move(right);
     diagnosis.findings = diagnosis.reading.findings;
     addFileFindings(file, diagnosis);
-    addHeaderFindings(file, diagnosis);
     const auto* understanding = std::get_if<Understanding>(&diagnosis.right);
     const std::optional<Layout>& layout = diagnosis.reading.layout;
     if (layout && understanding != nullptr && !file.head.isEmpty())
         diagnosis.columns =
             compareColumns(*layout, *understanding,
                            {file.head.constData(), static_cast<size_t>(file.head.size())});
+    addHeaderFindings(file, diagnosis);
     if (diagnosis.reading.refusal) {
         if (file.packing == QLatin1String("plain") && file.foreignKind.isEmpty()) {
             addRefusal(*diagnosis.reading.refusal, diagnosis);
