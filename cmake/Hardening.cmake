@@ -32,4 +32,6 @@ endif()
 # The table of library functions is filled at startup and read-only afterwards.
 if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
   add_link_options(LINKER:-z,relro LINKER:-z,now)
+  # Each program depends on the libraries that it calls, and on no others.
+  add_link_options(LINKER:--as-needed)
 endif()

@@ -5,6 +5,7 @@
 #include "p_value.h"
 #include "place_columns.h"
 #include "position_text.h"
+#include "role_titles.h"
 #include "title_table.h"
 #include "titles.h"
 #include "value_judge.h"
@@ -107,11 +108,9 @@ private:
 };
 
 bool isTaken(int column, const ColumnChoice& choice) {
-    for (const int taken : {choice.chromosome, choice.position, choice.joined, choice.p,
-                            choice.logP, choice.name, choice.test})
-        if (column == taken)
-            return true;
-    return false;
+    return QList<int>{choice.chromosome, choice.position, choice.joined, choice.p,
+                      choice.logP,       choice.name,     choice.test}
+        .contains(column);
 }
 
 template <typename List>
@@ -202,7 +201,7 @@ private:
     }
 
     QByteArray logText(const QList<QByteArray>& fields) const {
-        const QByteArray text = fields.value(m_columns.logP);
+        QByteArray text = fields.value(m_columns.logP);
         if (m_columns.format < 0)
             return text;
         return bytesOf(vcfSubfield(viewOf(fields.value(m_columns.format)), viewOf(text),

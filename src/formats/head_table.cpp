@@ -7,7 +7,7 @@
 #include <algorithm>
 
 bool HeadLine::isEmpty() const {
-    return text.find_first_not_of(" \t") == text.npos;
+    return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
 QList<HeadLine> linesOf(std::string_view text) {

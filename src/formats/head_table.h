@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <string_view>
+#include <utility>
 
 struct HeadLine {
     std::string_view text;
@@ -20,8 +21,8 @@ QList<HeadLine> linesOf(std::string_view text);
 class HeadTable {
 public:
     // `body` has neither empty lines nor comments.
-    HeadTable(const TableFormat& format, const QList<HeadLine>& body)
-        : m_format(format), m_body(body) {}
+    HeadTable(TableFormat format, QList<HeadLine> body)
+        : m_format(std::move(format)), m_body(std::move(body)) {}
 
     const TableFormat& format() const { return m_format; }
     TableFormat& format() { return m_format; }

@@ -1,9 +1,8 @@
 #include "header_search.h"
 
+#include "body_agreement.h"
 #include "column_choice.h"
-#include "p_columns.h"
-#include "p_value.h"
-#include "place_columns.h"
+#include "role_titles.h"
 #include "title_table.h"
 #include "titles.h"
 
@@ -14,7 +13,6 @@
 namespace {
 
 constexpr qsizetype linesTried = 1'000;
-constexpr qsizetype linesCompared = 20;
 
 // How the header and the lines after it are split.
 struct Split {
@@ -33,8 +31,6 @@ constexpr Split splits[] = {
     {Separator::Comma, Separator::WhiteSpace},
     {Separator::WhiteSpace, Separator::Comma},
 };
-
-enum class Agreement { Agrees, OneFieldMore, Differs };
 
 // What came of taking a line for the header.
 struct Attempt {
@@ -67,61 +63,6 @@ QList<QByteArray> titlesOf(const HeadLine& line, const TableFormat& format) {
     return titles;
 }
 
-bool endsInList(const QList<QByteArray>& titles) {
-    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
-        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
-    });
-}
-
-qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
-    QList<QByteArray> fields = table.fields(line);
-    while (fields.size() > table.titles().size() && fields.last().isEmpty())
-        fields.removeLast();
-    return fields.size();
-}
-
-// Lines that are too short for their titles are faults of the table where they are few; a line that
-// is too long says that the fields are parted in another way.
-Agreement agreement(const HeadTable& table) {
-    const qsizetype titles = table.titles().size();
-    qsizetype equal = 0, shorter = 0, oneMore = 0;
-    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
-    for (const HeadLine& line : lines) {
-        const qsizetype count = fieldCount(table, line);
-        const bool isEqual = count == titles || (count > titles && endsInList(table.titles()));
-        equal += isEqual ? 1 : 0;
-        shorter += count < titles ? 1 : 0;
-        oneMore += !isEqual && count == titles + 1 ? 1 : 0;
-    }
-    if (oneMore > 0 && oneMore == lines.size())
-        return Agreement::OneFieldMore;
-    return equal + shorter == lines.size() && (equal > shorter || lines.isEmpty())
-               ? Agreement::Agrees
-               : Agreement::Differs;
-}
-
-bool isNumber(const QByteArray& text) {
-    double number = 0.0;
-    return readNumber(viewOf(text), false, number);
-}
-
-// Row names as R writes them have no title: consecutive numbers, quoted texts or marker names.
-bool startWithRowNames(const HeadTable& table) {
-    const QList<QByteArray> names = table.column(0, linesCompared);
-    const auto isNumbered = [&] {
-        for (qsizetype i = 1; i < names.size(); ++i)
-            if (names[i].toLongLong() != names[i - 1].toLongLong() + 1)
-                return false;
-        return isNumber(names.first());
-    };
-    const auto isQuoted = [](const HeadLine& line) { return line.text.substr(0, 1) == "\""; };
-    const auto isMarker = [](const QByteArray& name) {
-        return name.startsWith("rs") && isNumber(name.mid(2));
-    };
-    return isNumbered() || std::all_of(table.body().begin(), table.body().end(), isQuoted) ||
-           std::all_of(names.begin(), names.end(), isMarker);
-}
-
 int scoreOf(const QList<QByteArray>& titles) {
     return int(saysChromosome(titles)) + int(saysPosition(titles)) + int(saysPValue(titles)) +
            int(saysName(titles));
@@ -138,22 +79,6 @@ bool endInCommas(const QList<QByteArray>& titles) {
     return ending + 1 >= titles.size();
 }
 
-bool hasNumbers(const QList<QByteArray>& titles) {
-    return std::any_of(titles.begin(), titles.end(), isNumber);
-}
-
-// In a table parted by semicolons a comma is the decimal point, unless its numbers have points.
-bool hasDecimalComma(const HeadTable& table) {
-    bool hasPoint = false;
-    for (const HeadLine& line : table.body().first(std::min(linesCompared, table.body().size())))
-        for (QByteArray field : table.fields(line)) {
-            hasPoint = hasPoint || (field.contains('.') && isNumber(field));
-            if (field.count(',') == 1 && isNumber(field.replace(",", ".")))
-                return true;
-        }
-    return !hasPoint;
-}
-
 bool asksForAChoice(const Refusal& refusal) {
     switch (refusal.code) {
     case RefusalCode::NoChromosome:
@@ -168,8 +93,9 @@ bool asksForAChoice(const Refusal& refusal) {
 }
 
 bool hasQuotes(const QList<HeadLine>& lines) {
-    return std::any_of(lines.begin(), lines.end(),
-                       [](const HeadLine& line) { return line.text.find('"') != line.text.npos; });
+    return std::any_of(lines.begin(), lines.end(), [](const HeadLine& line) {
+        return line.text.find('"') != std::string_view::npos;
+    });
 }
 
 // In tables of commas and semicolons a later line may have quotes where no earlier one has.
@@ -266,7 +192,7 @@ private:
 
     std::optional<Attempt> tryTable(HeadTable& table, int score) {
         Attempt attempt{{}, std::nullopt, score};
-        const Agreement agrees = agreement(table);
+        const Agreement agrees = agreement(table, m_isWhole);
         if (agrees == Agreement::OneFieldMore && startWithRowNames(table) && !makesSense(table))
             addRowNames(table, attempt);
         else if (agrees != Agreement::Agrees)

@@ -27,12 +27,12 @@ bool equals(std::string_view text, std::string_view upperText) {
 }
 
 bool isNumbered(std::string_view text) {
-    const auto letters = std::find_if_not(text.begin(), text.end(), isDigit);
+    const auto* const letters = std::find_if_not(text.begin(), text.end(), isDigit);
     const auto digits = letters - text.begin();
     const std::string_view rest = text.substr(size_t(digits));
     return (digits == 1 || digits == 2) &&
-           (rest.empty() ||
-            (rest.size() == 1 && std::string_view("ABCDLR").find(upper(rest[0])) != rest.npos));
+           (rest.empty() || (rest.size() == 1 && std::string_view("ABCDLR").find(upper(rest[0])) !=
+                                                     std::string_view::npos));
 }
 
 bool isLettered(std::string_view text) {
@@ -53,9 +53,9 @@ bool isChromosome(std::string_view text) {
 
 // The number that the text starts with, if the name can go on after it.
 std::optional<std::string_view> positionAt(std::string_view text) {
-    const auto end = std::find_if_not(text.begin(), text.end(), isDigit);
-    const size_t digits = size_t(end - text.begin());
-    if (digits == 0 || (end != text.end() && endsOfPosition.find(*end) == endsOfPosition.npos))
+    const auto* const end = std::find_if_not(text.begin(), text.end(), isDigit);
+    const auto digits = size_t(end - text.begin());
+    if (digits == 0 || (end != text.end() && endsOfPosition.find(*end) == std::string_view::npos))
         return std::nullopt;
     return text.substr(0, digits);
 }
@@ -64,7 +64,7 @@ std::optional<std::string_view> positionAt(std::string_view text) {
 
 std::optional<JoinedId> readJoinedId(std::string_view text) {
     size_t at = text.find_first_of(separators);
-    for (; at != text.npos; at = text.find_first_of(separators, at + 1)) {
+    for (; at != std::string_view::npos; at = text.find_first_of(separators, at + 1)) {
         const std::optional<std::string_view> position = positionAt(text.substr(at + 1));
         if (position && isChromosome(text.substr(0, at)))
             return JoinedId{text.substr(0, at), *position};

@@ -343,8 +343,3 @@ std::optional<Refusal> choosePValue(const HeadTable& table, const NamedColumns& 
         readSigns(table, choice);
     return std::nullopt;
 }
-
-bool saysPValue(const QList<QByteArray>& titles) {
-    return std::any_of(titles.begin(), titles.end(),
-                       [](const QByteArray& raw) { return readPTitle(viewOf(raw)).has_value(); });
-}

@@ -11,6 +11,3 @@
 // computed from, where the options ask for it.
 std::optional<Refusal> choosePValue(const HeadTable& table, const NamedColumns& named,
                                     const PrepareOptions& options, ColumnChoice& choice);
-
-// True where a title says p and may be taken for it.
-bool saysPValue(const QList<QByteArray>& titles);

@@ -195,6 +195,8 @@ private:
         const auto title = readPlaceTitle(viewOf(m_table.titles().value(column)));
         if (title && title->isZeroBased)
             return true;
+        if (m_named.position >= 0) // the user has looked
+            return false;
         for (int end = 0; isStart(column) && end < m_table.titles().size(); ++end)
             if (contains(title_table::ends,
                          viewOf(placeTitle(viewOf(m_table.titles()[end])).title)) &&
@@ -212,6 +214,7 @@ private:
             return zeroBased();
         noteRole(Role::Chromosome, m_choice.chromosome, m_named.chromosome, "--chromosome");
         noteRole(Role::Position, m_choice.position, m_named.position, "--position");
+        remarkTwins();
         noteOthers(Role::Chromosome, m_chromosomes, m_choice.chromosome);
         noteOthers(Role::Position, m_positions, m_choice.position);
         if (family == title_table::harmonisedFamily &&
@@ -242,6 +245,19 @@ private:
         else if (title && title->rank > 0)
             why = QStringLiteral("no other title says it better");
         m_choice.notes += note(role, m_table, column, why);
+    }
+
+    // Another position column that is as good by its title may hold another build.
+    void remarkTwins() {
+        if (m_named.position >= 0 || m_choice.position < 0)
+            return;
+        const auto chosen = readPlaceTitle(viewOf(m_table.titles()[m_choice.position]));
+        for (const Candidate& other : m_positions)
+            if (other.column != m_choice.position && other.title.family == chosen->family &&
+                other.title.rank == chosen->rank)
+                m_choice.remarks += QStringLiteral("%1 says a position too; the leftmost is taken. "
+                                                   "--position decides.")
+                                        .arg(raw(m_table, other.column));
     }
 
     void noteOthers(Role role, const Candidates& candidates, int chosen) {
@@ -342,46 +358,9 @@ private:
     std::optional<Refusal> m_refusal;
 };
 
-int nameColumn(const QList<QByteArray>& titles) {
-    for (const std::string_view name : title_table::names)
-        for (int column = 0; column < titles.size(); ++column)
-            if (placeTitle(viewOf(titles[column])).title == bytesOf(name))
-                return column;
-    return -1;
-}
-
-bool says(const QList<QByteArray>& titles, bool chromosome) {
-    return std::any_of(titles.begin(), titles.end(), [&](const QByteArray& title) {
-        const auto place = readPlaceTitle(viewOf(title));
-        return place && place->isChromosome == chromosome;
-    });
-}
-
 } // namespace
 
 std::optional<Refusal> choosePlace(const HeadTable& table, const NamedColumns& named,
                                    const PrepareOptions& options, ColumnChoice& choice) {
     return PlaceChooser(table, named, options, choice).choose();
-}
-
-void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice& choice) {
-    choice.name = named.name >= 0 ? named.name : nameColumn(table.titles());
-    if (choice.name < 0)
-        choice.name = choice.joined;
-    if (choice.name >= 0)
-        choice.notes += note(Role::Name, table, choice.name,
-                             named.name >= 0 ? QStringLiteral("named by --name")
-                                             : QStringLiteral("names the markers"));
-}
-
-bool saysChromosome(const QList<QByteArray>& titles) {
-    return says(titles, true);
-}
-
-bool saysPosition(const QList<QByteArray>& titles) {
-    return says(titles, false);
-}
-
-bool saysName(const QList<QByteArray>& titles) {
-    return nameColumn(titles) >= 0;
 }

@@ -15,11 +15,3 @@ struct NamedColumns {
 // Chooses the columns of chromosome and position, as a pair of one family or as one joined column.
 std::optional<Refusal> choosePlace(const HeadTable& table, const NamedColumns& named,
                                    const PrepareOptions& options, ColumnChoice& choice);
-
-// Chooses the column of marker names; there may be none.
-void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice& choice);
-
-// True where the titles say a chromosome or a position.
-bool saysChromosome(const QList<QByteArray>& titles);
-bool saysPosition(const QList<QByteArray>& titles);
-bool saysName(const QList<QByteArray>& titles);

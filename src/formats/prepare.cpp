@@ -231,6 +231,8 @@ Failure Preparation::run() {
         if (!m_testToKeep.isEmpty())
             return std::nullopt;
     }
+    if (m_report.written > 0)
+        m_converter.counts().labels = m_sink.chromosomes().size();
     if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
         return refusal;
     if (Failure refusal = judgeParts())
@@ -293,10 +295,10 @@ std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     const std::string_view line = rows.text();
     if (line.empty() || (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == line.npos))
         return DropReason::Empty;
-    if (line.front() == '#' && !(viewOf(m_headerLine) == line))
-        return DropReason::Comment;
-    if (line.front() == viewOf(m_headerLine).substr(0, 1).front() && viewOf(m_headerLine) == line)
+    if (line == viewOf(m_headerLine))
         return DropReason::RepeatedHeader;
+    if (line.front() == '#')
+        return DropReason::Comment;
     return rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
                                                : std::nullopt;
 }
@@ -332,7 +334,10 @@ std::optional<DropReason> Preparation::readPlace(const TableRows& rows,
         return DropReason::ChromosomeMissing;
     if (const auto reason = readPosition(positionText, position))
         return reason;
-    return isMissing(chromosome) ? std::optional(DropReason::ChromosomeMissing) : std::nullopt;
+    if (isMissing(chromosome))
+        return DropReason::ChromosomeMissing;
+    ++m_converter.counts().chromosomeRows;
+    return std::nullopt;
 }
 
 std::optional<DropReason> Preparation::readPosition(std::string_view text, int& position) {

@@ -71,7 +71,7 @@ private:
         while (m_format.quoted && !isEnd(m_at) && isSpace(m_line[m_at]))
             ++m_at;
         if (m_format.quoted && m_at < m_line.size() && m_line[m_at] == '"')
-            if (const size_t end = closingQuote(); end != m_line.npos)
+            if (const size_t end = closingQuote(); end != std::string_view::npos)
                 return quotedField(end);
         m_at = start;
         while (!isEnd(m_at))
@@ -84,7 +84,7 @@ private:
     size_t closingQuote() const {
         for (size_t at = m_at + 1; at < m_line.size(); ++at) {
             if (m_line[at] == '\t' && m_format.separator == Separator::Tab)
-                return m_line.npos;
+                return std::string_view::npos;
             if (m_line[at] != '"')
                 continue;
             if (m_line.substr(at, 2) == "\"\"" && !isEndAfterSpaces(at + 1))
@@ -92,7 +92,7 @@ private:
             else if (isEndAfterSpaces(at + 1))
                 return at;
         }
-        return m_line.npos;
+        return std::string_view::npos;
     }
 
     bool isEndAfterSpaces(size_t at) const {
@@ -106,7 +106,7 @@ private:
         m_at = end + 1;
         while (!isEnd(m_at))
             ++m_at;
-        return trimmed(text.find("\"\"") == text.npos ? text : withSingleQuotes(text));
+        return trimmed(text.find("\"\"") == std::string_view::npos ? text : withSingleQuotes(text));
     }
 
     std::string_view withSingleQuotes(std::string_view text) {

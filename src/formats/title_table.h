@@ -63,7 +63,7 @@ inline constexpr RankedTitle positions[] = {
     {"bplocation", 0},
     {"posbp", 0},
     {"positionbp", 0},
-    {"chrpos", 0}, // these three may also hold 1:15791: their values decide
+    {"chrpos", 0}, // from here to the next rank, values like 1:15791 may stand instead
     {"chrposition", 0},
     {"chrompos", 0},
     {"chromposition", 0},

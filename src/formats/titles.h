@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 #include <QList>
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 // The title without a byte-order mark, without spaces around it and without one pair of quotes.
@@ -24,10 +26,7 @@ PlaceTitle placeTitle(std::string_view raw);
 // True where one of the list's texts equals the text.
 template <typename List>
 bool contains(const List& list, std::string_view text) {
-    for (const std::string_view entry : list)
-        if (entry == text)
-            return true;
-    return false;
+    return std::find(std::begin(list), std::end(list), text) != std::end(list);
 }
 
 inline std::string_view viewOf(const QByteArray& text) {

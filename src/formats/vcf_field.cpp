@@ -6,7 +6,7 @@ namespace {
 std::string_view takePiece(std::string_view& text) {
     const size_t colon = text.find(':');
     const std::string_view piece = text.substr(0, colon);
-    text.remove_prefix(colon == text.npos ? text.size() : colon + 1);
+    text.remove_prefix(colon == std::string_view::npos ? text.size() : colon + 1);
     return piece;
 }
 

@@ -1,6 +1,8 @@
 #include "unpacked.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace {
 
@@ -10,9 +12,9 @@ struct Kind {
     const char* name;
 };
 
-template <qsizetype size>
+template <size_t size>
 constexpr Kind kind(const char (&magic)[size], const char* name, qsizetype offset = 0) {
-    return {offset, QByteArrayView(magic, size - 1), name};
+    return {offset, QByteArrayView(magic, static_cast<qsizetype>(size) - 1), name};
 }
 
 constexpr std::array kinds = {
@@ -87,7 +89,7 @@ QString markupKind(QByteArrayView head) {
 
 QString foreignKind(QByteArrayView head) {
     if (head.startsWith("PK"))
-        if (const QString office = officeKind(head); !office.isEmpty())
+        if (QString office = officeKind(head); !office.isEmpty())
             return office;
     for (const Kind& kind : kinds)
         if (head.size() > kind.offset && head.sliced(kind.offset).startsWith(kind.magic))

@@ -128,9 +128,11 @@ GzipDecoder::Start GzipDecoder::failed(const char* what) {
 GzipDecoder::Start GzipDecoder::skipPadding() {
     while (input().available() > 0) {
         const QByteArrayView bytes = input().bytes();
-        const auto end = std::find_if(bytes.begin(), bytes.end(), [](char byte) { return byte; });
-        input().take(end - bytes.begin());
-        if (end != bytes.end())
+        const auto zeros =
+            std::find_if(bytes.begin(), bytes.end(), [](char byte) { return byte; }) -
+            bytes.begin();
+        input().take(zeros);
+        if (zeros < bytes.size())
             return failed(noGzipData);
         if (!input().fill(1))
             return Start::Failure;

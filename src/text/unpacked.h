@@ -36,7 +36,7 @@ public:
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override;
-    qint64 writeData(const char*, qint64) override { return -1; }
+    qint64 writeData(const char* /*data*/, qint64 /*size*/) override { return -1; }
 
 private:
     struct Implementation;

@@ -1,6 +1,7 @@
 #include "table_format.h"
 #include "titles.h"
 
+#include <QFile>
 #include <QTest>
 
 // Tables as association tools and archives write them, and the columns that are right; or why a
@@ -21,6 +22,8 @@ private slots:
     void values() { check(); }
     void options_data();
     void options() { check(); }
+    void sampleFiles_data();
+    void sampleFiles();
     void manyLabels();
     void roles();
     void refusalsSayWhatToType();
@@ -622,6 +625,8 @@ void Understand::choices_data() {
            "chrom chromStart chromEnd pos p\n1 752565 752566 752566 0.43\n", "chrom:pos p");
     tabRow("BED-like", "chr start end p\n1 752565 752566 0.43\n1 846807 846808 0.43\n",
            "ZeroBased [start]");
+    tabRow("BED-like, named", "chr start end p\n1 752565 752566 0.43\n", "chr:start p",
+           with(position("start")));
     tabRow("start and end alike", "chr start end p\n1 752566 752566 0.43\n1 846808 846808 0.43\n",
            "chr:start p");
     tabRow("two builds", "chr POS_hg18 POS_hg19 p\n1 742429 752566 0.43\n",
@@ -682,6 +687,7 @@ void Understand::layouts_data() {
     row("trailing tab in the header", tabbed("SNP CHR BP P \nrs1 1 752566 0.43\n"), "CHR:BP P");
     row("ragged last line", tabbed("SNP CHR BP P\nrs1 1 752566 0.43\nrs1 1 752577 0.4\nrs2 1\n"),
         "CHR:BP P");
+    row("cut short", tabbed("SNP CHR BP P\nrs1 1 752566 0.43\nrs2 1 8"), "CHR:BP P");
     row("R row names", "\"CHR\" \"BP\" \"P\"\n\"1\" 1 752566 0.43\n\"2\" 1 846808 0.5\n",
         "CHR:BP P");
     row("R row names without quotes", "SNP CHR BP P\n1 rs1 1 752566 0.43\n2 rs2 1 846808 0.5\n",
@@ -783,6 +789,30 @@ void Understand::options_data() {
            with([](PrepareOptions& options) {
                options.where = {{"pop", "EUR"}};
            }));
+}
+
+void Understand::sampleFiles_data() {
+    QTest::addColumn<QByteArray>("expected");
+    const auto file = [](const char* name, const char* expected) {
+        QTest::newRow(name) << QByteArray(expected);
+    };
+    file("comma.csv", "Chr:Pos Pval");
+    file("double_blanks.txt", "CHR:POS PVAL");
+    file("nan_p.txt", "CHROM:POSITION Pval");
+    file("neglog10_first.txt", "chr:pos -log10 neglog10_pval_meta_hq");
+    file("refused_bp.csv", "CHR:BP P");
+    file("refused_no_p.txt", "CHR:BP P_BOLT_LMM");
+    file("refused_quoted.csv", "NoPValue []");
+    file("rsid_first.txt", "CHR:POS pval");
+    file("sorted_by_p_crlf.txt", "Chromosome:Position Pvalue");
+    file("blocks_unsorted.txt", "SNP_Chr:SNP_Pos_hg19 P-val");
+}
+
+void Understand::sampleFiles() {
+    QFile file(QStringLiteral(PELMARK_TEST_DATA "/") + QString::fromUtf8(QTest::currentDataTag()));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll().replace("\r", "");
+    QTEST(described(understand(viewOf(text), true, {})), "expected");
 }
 
 void Understand::manyLabels() {

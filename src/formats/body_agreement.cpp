@@ -1,0 +1,81 @@
+#include "body_agreement.h"
+
+#include "p_value.h"
+#include "title_table.h"
+#include "titles.h"
+
+#include <algorithm>
+
+namespace {
+
+bool endsInList(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
+        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
+    });
+}
+
+qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
+    QList<QByteArray> fields = table.fields(line);
+    while (fields.size() > table.titles().size() && fields.last().isEmpty())
+        fields.removeLast();
+    return fields.size();
+}
+
+bool isNumber(const QByteArray& text) {
+    double number = 0.0;
+    return readNumber(viewOf(text), false, number);
+}
+
+} // namespace
+
+Agreement agreement(const HeadTable& table, bool isWhole) {
+    const qsizetype titles = table.titles().size();
+    qsizetype equal = 0, shorter = 0, oneMore = 0;
+    auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    if (isWhole && lines.size() > 1 && fieldCount(table, table.body().last()) < titles &&
+        lines.size() == table.body().size())
+        lines.removeLast(); // the file may be cut short there
+    for (const HeadLine& line : lines) {
+        const qsizetype count = fieldCount(table, line);
+        const bool isEqual = count == titles || (count > titles && endsInList(table.titles()));
+        equal += isEqual ? 1 : 0;
+        shorter += count < titles ? 1 : 0;
+        oneMore += !isEqual && count == titles + 1 ? 1 : 0;
+    }
+    if (oneMore > 0 && oneMore == lines.size())
+        return Agreement::OneFieldMore;
+    return equal + shorter == lines.size() && (equal > shorter || lines.isEmpty())
+               ? Agreement::Agrees
+               : Agreement::Differs;
+}
+
+bool startWithRowNames(const HeadTable& table) {
+    const QList<QByteArray> names = table.column(0, linesCompared);
+    const auto isNumbered = [&] {
+        for (qsizetype i = 1; i < names.size(); ++i)
+            if (names[i].toLongLong() != names[i - 1].toLongLong() + 1)
+                return false;
+        return isNumber(names.first());
+    };
+    const auto isQuoted = [](const HeadLine& line) { return line.text.substr(0, 1) == "\""; };
+    const auto isMarker = [](const QByteArray& name) {
+        return name.startsWith("rs") && isNumber(name.mid(2));
+    };
+    return isNumbered() || std::all_of(table.body().begin(), table.body().end(), isQuoted) ||
+           std::all_of(names.begin(), names.end(), isMarker);
+}
+
+bool hasNumbers(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), isNumber);
+}
+
+bool hasDecimalComma(const HeadTable& table) {
+    bool hasPoint = false;
+    for (const HeadLine& line : table.body().first(std::min(linesCompared, table.body().size())))
+        for (QByteArray field : table.fields(line)) {
+            hasPoint = hasPoint || (field.contains('.') && isNumber(field));
+            if (field.count(',') == 1 && isNumber(field.replace(",", ".")))
+                return true;
+        }
+    return !hasPoint;
+}

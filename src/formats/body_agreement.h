@@ -1,0 +1,20 @@
+#pragma once
+
+#include "head_table.h"
+
+// How many of the first lines after a header are compared with it.
+inline constexpr qsizetype linesCompared = 20;
+
+// Whether the first lines have as many fields as there are titles. Lines that are too short are
+// faults of the table where they are few; a line that is too long says that the fields are parted
+// in another way.
+enum class Agreement { Agrees, OneFieldMore, Differs };
+Agreement agreement(const HeadTable& table, bool isWhole);
+
+// Row names as R writes them have no title: consecutive numbers, quoted texts or marker names.
+bool startWithRowNames(const HeadTable& table);
+
+bool hasNumbers(const QList<QByteArray>& texts);
+
+// In a table parted by semicolons a comma is the decimal point, unless its numbers have points.
+bool hasDecimalComma(const HeadTable& table);
