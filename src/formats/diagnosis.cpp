@@ -63,6 +63,8 @@ void addFileFindings(const FileFacts& file, Diagnosis& diagnosis) {
         add(findings, FindingCode::ForeignFile, {0, {}, file.foreignKind});
     if (!file.packing.isEmpty() && file.packing != QLatin1String("plain"))
         add(findings, FindingCode::Packed, {0, {}, file.packing});
+    if (file.hasLoneReturns)
+        add(findings, FindingCode::LoneReturns);
     if (file.path.isEmpty())
         return;
     if (file.pathBytes >= windowPathBytes)
@@ -163,7 +165,8 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
 
 void addDoubts(Diagnosis& diagnosis) {
     const auto* refusal = std::get_if<Refusal>(&diagnosis.right);
-    if (refusal != nullptr && diagnosis.reading.layout && diagnosis.reading.layout->headerLines > 0)
+    if (refusal != nullptr && diagnosis.reading.rows > 0 &&
+        diagnosis.reading.layout->headerLines > 0)
         add(diagnosis.findings, FindingCode::ColumnsInDoubt, {refusal->line, {}, refusal->message});
 }
 

@@ -132,7 +132,7 @@ QString chromosomesText(const WindowReading& reading) {
 
 QString mendingText(const CheckReport& report) {
     const Mending mended = mending(report.diagnosis, report.word);
-    QString text;
+    QString text = mended.reason.isEmpty() ? QString() : mended.reason + QLatin1Char('\n');
     if (!mended.commands.isEmpty())
         text += mended.commands.size() == 1 ? QStringLiteral("To mend it:\n")
                                             : QStringLiteral("To mend it, choose one:\n");
@@ -225,6 +225,7 @@ QJsonObject jsonOf(const CheckReport& report) {
         findings.append(jsonOf(finding, diagnosis));
     object["findings"] = findings;
     const Mending mended = mending(diagnosis, report.word);
+    object["reason"] = mended.reason;
     object["commands"] = QJsonArray::fromStringList(mended.commands);
     object["advice"] = QJsonArray::fromStringList(mended.advice);
     return object;

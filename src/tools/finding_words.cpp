@@ -34,6 +34,8 @@ constexpr Words words[] = {
      "this is no text but %1 (export the table as text, then check that)"},
     {FindingCode::Packed, "compressed",
      "the file is compressed by %1, which the window does not unpack"},
+    {FindingCode::LoneReturns, "lone-returns",
+     "a carriage return alone ends each line; the window drops it, and the file is one line"},
     {FindingCode::WrongChromosome, "wrong-chromosome-column",
      "the window takes \"%2\" for the chromosome"},
     {FindingCode::WrongPosition, "wrong-position-column",
@@ -100,6 +102,8 @@ QString titleNeeded(const QString& role) {
 }
 
 QString missing(const Diagnosis& diagnosis) {
+    if (diagnosis.missingRoles.isEmpty())
+        return QStringLiteral("the window finds no titles in the first line");
     QList<QString> needed;
     for (const QString& role : diagnosis.missingRoles)
         needed.append(titleNeeded(role));

@@ -64,7 +64,8 @@ void addCommands(const Diagnosis& diagnosis, const QString& name, Mending& mendi
         mending.commands.append(prepareCommand(name, always));
         return;
     }
-    mending.advice.append(refusal->message);
+    if (!has(diagnosis, FindingCode::ColumnsInDoubt))
+        mending.reason = refusal->message;
     for (const QByteArray& option : refusal->options)
         mending.commands.append(prepareCommand(
             name, (QString::fromUtf8(option) + QLatin1Char(' ') + always).trimmed()));

@@ -84,6 +84,10 @@ void Check::says_data() {
         QByteArray::fromHex("1f8b08000000000000034bce28e22cc82fe62ce032e43434e034d0330532"
                             "8c400c432e0007ffdbf81c000000"),
         "a.txt.gz: warning: the name ends", "a.txt.gz");
+    row("lone-returns", "refuses", "chr\tpos\tp\r1\t10\t0.5\r1\t20\t0.1\r", "the file is one line");
+    row("columns-in-doubt", "opens-but",
+        "chr\tpos\tpval\tP_value\n1\t10\t0.5\t0.1\n1\t20\t0.5\t0.1\n",
+        "whether the window takes the right columns cannot be told");
     row("not-a-table", "refuses", "%PDF-1.4\n%\xE2\xE3\n1 0 obj\n", "this is no text but a PDF");
     row("wrong-position-column", "ends",
         "exposure\tchr\tpos\tp\nbmi\t1\t10\t0.5\nbmi\t1\t20\t0.5\n",
