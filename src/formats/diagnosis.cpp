@@ -135,7 +135,11 @@ void addValueFindings(Diagnosis& diagnosis) {
     if (isRight && hasManyLabels(reading))
         add(findings, FindingCode::NamesAsChromosomes, {0, reading.layout->chromosome.name, {}});
     const bool isKnown = diagnosis.columns && diagnosis.columns->p.rightNumber > 0;
-    if (!isKnown && reading.aboveOne * 100 > reading.kept)
+    const auto outside =
+        std::find_if(reading.findings.begin(), reading.findings.end(), [](const Finding& finding) {
+            return finding.code == FindingCode::POutOfRange;
+        });
+    if (!isKnown && outside != reading.findings.end() && outside->count * 100 > reading.kept)
         add(findings, FindingCode::LogAsP, {0, reading.layout->pValue.name, {}});
 }
 

@@ -94,6 +94,8 @@ void Check::says_data() {
         "the window takes \"exposure\" for the position; the right column is \"pos\" (column 3)");
     row("log-as-p", "misreads", "chr\tpos\tneglog10_pval\n1\t10\t0.5\n1\t20\t3.5\n",
         "\"neglog10_pval\" for p, but it holds logarithms of p");
+    row("log-as-p", "misreads", "chr\tpos\tpval\n1\t10\t-0.5\n1\t20\t-3.5\n",
+        "\"pval\" for p, but it seems to hold logarithms of p", "a.txt", " seen in values");
     row("wrong-p-column", "misreads",
         "chr\tpos\thet_pval\tpval\n1\t10\t0.5\t0.1\n1\t20\t0.5\t0.2\n",
         "the window takes \"het_pval\" for p; the right column is \"pval\" (column 4)");
@@ -110,8 +112,9 @@ void Check::says_data() {
     row("p-out-of-range", "opens-but",
         QByteArray(good).append(QByteArray("1\t30\t0.3\n").repeated(150)) + "1\t30\t1.5\n",
         "a.txt:154: warning: p is 1.5, which no p-value can be");
-    row("p-out-of-range", "opens-but", good + QByteArray("1\t30\t-0.5\n"),
-        "a.txt:4: warning: p is -0.5", "a.txt", " negative");
+    row("p-out-of-range", "opens-but",
+        good + QByteArray("1\t30\t0.3\n").repeated(150) + "1\t30\t-0.5\n",
+        "a.txt:154: warning: p is -0.5", "a.txt", " negative");
     row("position-not-positive", "opens-but", titles + "1\t-9\t0.5\n1\t10\t0.5\n",
         "a.txt:2: warning: pos is -9");
     row("chromosome-returns", "opens-but", good + QByteArray("2\t1\t0.1\n2\t2\t0.1\n1\t30\t0.1\n"),
