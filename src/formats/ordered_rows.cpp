@@ -47,6 +47,7 @@ std::vector<ChunkReader> readersOf(const SortedChunks& chunks) {
 std::vector<std::vector<RunReader::Part>> partsOf(const std::vector<Segment>& run,
                                                   const QList<quint32>& rank) {
     std::vector<RunReader::Part> parts;
+    parts.reserve(run.size());
     for (const Segment& segment : run)
         parts.push_back({rank[segment.chromosome], segment});
     std::ranges::stable_sort(parts, {}, &RunReader::Part::rank);
@@ -104,6 +105,7 @@ void OrderedRows::Implementation::mergeRuns(const QList<quint32>& rank) {
             lists.push_back(std::move(parts));
     const qint64 share = memory / std::max<qint64>(static_cast<qint64>(lists.size()), 1);
     std::vector<RunReader> readers;
+    readers.reserve(lists.size());
     for (std::vector<RunReader::Part>& parts : lists)
         readers.emplace_back(file, std::move(parts),
                              std::clamp(share, smallestBuffer, largestBuffer));

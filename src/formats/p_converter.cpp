@@ -1,6 +1,7 @@
 #include "p_converter.h"
 
 #include "number_fields.h"
+#include "number_text.h"
 #include "p_value.h"
 #include "titles.h"
 #include "vcf_field.h"
@@ -18,6 +19,18 @@ std::string_view fieldOf(const TableRows& rows, int column) {
     return rows.field(static_cast<size_t>(column));
 }
 
+void appendLogText(double negLog10, TextBuffer& text) {
+    QByteArray number;
+    appendNegLog10(negLog10, number);
+    text.append(viewOf(number));
+}
+
+void appendPText(double negLog10, TextBuffer& text) {
+    QByteArray number;
+    appendPOfNegLog10(negLog10, number);
+    text.append(viewOf(number));
+}
+
 // The number after "LOG10P=" in a list of keys and values; empty where there is none.
 std::string_view infoLog(std::string_view info) {
     const size_t at = info.find(infoKey);
@@ -29,9 +42,9 @@ std::string_view infoLog(std::string_view info) {
 
 } // namespace
 
-std::optional<DropReason> PConverter::append(const TableRows& rows, QByteArray& text) {
+std::optional<DropReason> PConverter::append(const TableRows& rows, TextBuffer& text) {
     const ColumnChoice& columns = m_table.columns;
-    const qsizetype start = text.size();
+    const size_t start = text.size();
     std::optional<DropReason> reason;
     if (columns.isPrepared)
         reason = appendPrepared(rows, text);
@@ -42,29 +55,30 @@ std::optional<DropReason> PConverter::append(const TableRows& rows, QByteArray& 
     else
         reason = appendFromEffect(rows, text);
     if (reason)
-        text.resize(start);
+        text.truncate(start);
     return reason;
 }
 
 // The plain case: a number that the window reads, above the smallest normal double.
 std::optional<DropReason> PConverter::appendP(std::string_view p, const TableRows& rows,
-                                              QByteArray& text) {
+                                              TextBuffer& text) {
     double number = 0.0;
     if (m_table.format.decimalComma || !readReal(p, number) || !(number >= DBL_MIN && number <= 1))
         return appendOddP(p, rows, text);
-    const qsizetype start = text.size();
+    const size_t start = text.size();
     const double negLog10 = 0.0 - std::log10(number);
     m_counts.countP(number, false, negLog10);
     if (m_table.columns.logP >= 0)
         comparePair(number, negLog10, p, rows);
-    text.append(p.data(), static_cast<qsizetype>(p.size())).append('\t');
-    appendNegLog10(negLog10, text);
+    text.append(p);
+    text.append('\t');
+    text.setEnd(writeNumber(negLog10, text.room(longestNumberText)));
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }
 
 std::optional<DropReason> PConverter::appendOddP(std::string_view p, const TableRows& rows,
-                                                 QByteArray& text) {
+                                                 TextBuffer& text) {
     const PValue value = readPValue(p, m_table.format.decimalComma);
     if (value.kind == PValue::Kind::Missing)
         return DropReason::PMissing;
@@ -83,44 +97,43 @@ std::optional<DropReason> PConverter::appendOddP(std::string_view p, const Table
         text.append("1\t0");
         return std::nullopt;
     }
-    if (!value.isReadByWindow)
+    const std::string_view number = value.isBound ? p.substr(p.find_first_not_of("<= ")) : p;
+    if (!readPValue(number, m_table.format.decimalComma).isReadByWindow)
         return appendTiny(value.negLog10, rows, text);
-    const qsizetype start = text.size();
-    appendOwnText(value.isBound ? p.substr(p.find_first_not_of("<= ")) : p, text);
+    const size_t start = text.size();
+    appendOwnText(number, text);
     text.append('\t');
-    appendNegLog10(value.negLog10, text);
+    appendLogText(value.negLog10, text);
     noteSmallest(value.negLog10, text, start);
     return std::nullopt;
 }
 
 // A p-value that is too small for the window's reader: the paired logarithm knows it as well.
 std::optional<DropReason> PConverter::appendTiny(double negLog10, const TableRows& rows,
-                                                 QByteArray& text) {
+                                                 TextBuffer& text) {
     std::string_view log;
     double paired = 0.0;
     const bool isPaired = pairedLog(rows, log, paired);
-    const qsizetype start = text.size();
-    appendPOfNegLog10(isPaired ? paired : negLog10, text);
+    const size_t start = text.size();
+    appendPText(isPaired ? paired : negLog10, text);
     text.append('\t');
     if (isPaired)
         appendOwnText(log, text);
     else
-        appendNegLog10(negLog10, text);
-    noteBelowSmallest(isPaired ? paired : negLog10,
-                      std::string_view(text.constData(), static_cast<size_t>(text.size()))
-                          .substr(static_cast<size_t>(text.lastIndexOf('\t') + 1)),
+        appendLogText(negLog10, text);
+    noteBelowSmallest(isPaired ? paired : negLog10, text.view().substr(text.view().rfind('\t') + 1),
                       rows.line());
     noteSmallest(isPaired ? paired : negLog10, text, start);
     return std::nullopt;
 }
 
-std::optional<DropReason> PConverter::appendZero(const TableRows& rows, QByteArray& text) {
+std::optional<DropReason> PConverter::appendZero(const TableRows& rows, TextBuffer& text) {
     std::string_view log;
     double negLog10 = 0.0;
     if (pairedLog(rows, log, negLog10) && negLog10 > 0.0) {
         ++m_met.zeroByLog;
-        const qsizetype start = text.size();
-        appendPOfNegLog10(negLog10, text);
+        const size_t start = text.size();
+        appendPText(negLog10, text);
         text.append('\t');
         appendOwnText(log, text);
         noteBelowSmallest(negLog10, log, rows.line());
@@ -135,7 +148,7 @@ std::optional<DropReason> PConverter::appendZero(const TableRows& rows, QByteArr
 }
 
 std::optional<DropReason> PConverter::appendLog(std::string_view log, const TableRows& rows,
-                                                QByteArray& text) {
+                                                TextBuffer& text) {
     double value = 0.0;
     if (isMissing(log))
         return DropReason::PMissing;
@@ -153,11 +166,11 @@ std::optional<DropReason> PConverter::appendLog(std::string_view log, const Tabl
         text.append("1\t0");
         return std::nullopt;
     }
-    const qsizetype start = text.size();
-    appendPOfNegLog10(negLog10, text);
+    const size_t start = text.size();
+    appendPText(negLog10, text);
     text.append('\t');
     if (scale == PScale::Ln)
-        appendNegLog10(negLog10, text);
+        appendLogText(negLog10, text);
     else
         appendOwnText(scale == PScale::Log10 ? log.substr(1) : log, text);
     noteBelowSmallest(negLog10, log, rows.line());
@@ -165,7 +178,7 @@ std::optional<DropReason> PConverter::appendLog(std::string_view log, const Tabl
     return std::nullopt;
 }
 
-std::optional<DropReason> PConverter::appendFromEffect(const TableRows& rows, QByteArray& text) {
+std::optional<DropReason> PConverter::appendFromEffect(const TableRows& rows, TextBuffer& text) {
     const ColumnChoice& columns = m_table.columns;
     const bool isComma = m_table.format.decimalComma;
     double z = 0.0, error = 1.0;
@@ -176,16 +189,16 @@ std::optional<DropReason> PConverter::appendFromEffect(const TableRows& rows, QB
     if (!readNumber(effect, isComma, z) || !readNumber(divisor, isComma, error) || error <= 0.0)
         return DropReason::PNotANumber;
     const double negLog10 = negLog10OfZ(z / error);
-    const qsizetype start = text.size();
-    appendPOfNegLog10(negLog10, text);
+    const size_t start = text.size();
+    appendPText(negLog10, text);
     text.append('\t');
-    appendNegLog10(negLog10, text);
+    appendLogText(negLog10, text);
     noteBelowSmallest(negLog10, effect, rows.line());
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }
 
-std::optional<DropReason> PConverter::appendPrepared(const TableRows& rows, QByteArray& text) {
+std::optional<DropReason> PConverter::appendPrepared(const TableRows& rows, TextBuffer& text) {
     const std::string_view p = fieldOf(rows, m_table.columns.p);
     const std::string_view log = fieldOf(rows, m_table.columns.logP);
     double number = 0.0, negLog10 = 0.0;
@@ -193,26 +206,25 @@ std::optional<DropReason> PConverter::appendPrepared(const TableRows& rows, QByt
         !readNumber(log, false, negLog10))
         return appendOddP(p, rows, text);
     m_counts.countP(number, false, negLog10);
-    const qsizetype start = text.size();
-    text.append(p.data(), static_cast<qsizetype>(p.size())).append('\t');
-    text.append(log.data(), static_cast<qsizetype>(log.size()));
+    const size_t start = text.size();
+    text.append(p);
+    text.append('\t');
+    text.append(log);
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }
 
 // A number as IN writes it, with a decimal point.
-void PConverter::appendOwnText(std::string_view number, QByteArray& text) const {
-    const qsizetype start = text.size();
-    text.append(number.data(), static_cast<qsizetype>(number.size()));
+void PConverter::appendOwnText(std::string_view number, TextBuffer& text) const {
+    QByteArray own = bytesOf(number);
     if (m_table.format.decimalComma)
-        std::replace(text.begin() + start, text.end(), ',', '.');
+        own.replace(',', '.');
+    text.append(viewOf(own));
 }
 
-void PConverter::noteSmallest(double negLog10, const QByteArray& text, qsizetype start) {
-    if (negLog10 <= m_smallest)
-        return;
+void PConverter::setSmallest(double negLog10, std::string_view text) {
     m_smallest = negLog10;
-    m_smallestText = text.sliced(start);
+    m_smallestText = bytesOf(text);
 }
 
 void PConverter::noteBelowSmallest(double negLog10, std::string_view text, qint64 line) {

@@ -2,6 +2,7 @@
 
 #include "prepare_report.h"
 #include "table_rows.h"
+#include "text_buffer.h"
 #include "value_judge.h"
 
 #include <QByteArray>
@@ -15,7 +16,7 @@ public:
 
     // Appends p and -log10 p, a tab between them. A p of 0 that is to be written as the smallest p
     // of the table becomes zeroPlaceholder. A reason instead where the row has no p-value.
-    std::optional<DropReason> append(const TableRows& rows, QByteArray& text);
+    std::optional<DropReason> append(const TableRows& rows, TextBuffer& text);
 
     // Stands for p and -log10 p of a p-value that is 0; no other row has these texts.
     static constexpr const char* zeroPlaceholder = "0\t0";
@@ -28,17 +29,21 @@ public:
     const QByteArray& smallestText() const { return m_smallestText; } // p and -log10 p
 
 private:
-    std::optional<DropReason> appendP(std::string_view p, const TableRows& rows, QByteArray& text);
+    std::optional<DropReason> appendP(std::string_view p, const TableRows& rows, TextBuffer& text);
     std::optional<DropReason> appendOddP(std::string_view p, const TableRows& rows,
-                                         QByteArray& text);
-    std::optional<DropReason> appendTiny(double negLog10, const TableRows& rows, QByteArray& text);
-    std::optional<DropReason> appendZero(const TableRows& rows, QByteArray& text);
+                                         TextBuffer& text);
+    std::optional<DropReason> appendTiny(double negLog10, const TableRows& rows, TextBuffer& text);
+    std::optional<DropReason> appendZero(const TableRows& rows, TextBuffer& text);
     std::optional<DropReason> appendLog(std::string_view log, const TableRows& rows,
-                                        QByteArray& text);
-    std::optional<DropReason> appendFromEffect(const TableRows& rows, QByteArray& text);
-    std::optional<DropReason> appendPrepared(const TableRows& rows, QByteArray& text);
-    void appendOwnText(std::string_view number, QByteArray& text) const;
-    void noteSmallest(double negLog10, const QByteArray& text, qsizetype start);
+                                        TextBuffer& text);
+    std::optional<DropReason> appendFromEffect(const TableRows& rows, TextBuffer& text);
+    std::optional<DropReason> appendPrepared(const TableRows& rows, TextBuffer& text);
+    void appendOwnText(std::string_view number, TextBuffer& text) const;
+    void noteSmallest(double negLog10, const TextBuffer& text, size_t start) {
+        if (negLog10 > m_smallest)
+            setSmallest(negLog10, text.view().substr(start));
+    }
+    void setSmallest(double negLog10, std::string_view text);
     void noteBelowSmallest(double negLog10, std::string_view text, qint64 line);
     void comparePair(double p, double negLog10, std::string_view text, const TableRows& rows);
     std::string_view logText(const TableRows& rows) const; // of the paired logarithm

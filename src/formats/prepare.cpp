@@ -3,6 +3,7 @@
 #include "chromosome_names.h"
 #include "column_option.h"
 #include "joined_id.h"
+#include "number_fields.h"
 #include "p_converter.h"
 #include "p_value.h"
 #include "position_text.h"
@@ -125,7 +126,8 @@ private:
     std::optional<DropReason> readPlace(const TableRows& rows, std::string_view& chromosome,
                                         int& position);
     std::optional<DropReason> readPosition(std::string_view text, int& position);
-    void appendName(const TableRows& rows, QByteArray& text) const;
+    void appendName(const TableRows& rows);
+    void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
     void noteParts(const TableRows& rows, quint32 chromosome, int position);
     Failure judgeParts();
@@ -149,7 +151,8 @@ private:
     quint32 m_partsChromosome = 0;
     int m_partsPosition = 0;
     QHash<QByteArray, QList<QByteArray>> m_partsHere; // marker names at this position, their values
-    QByteArray m_text;
+    TextBuffer m_text;
+    QByteArray m_knownLabel; // a chromosome that is not missing
     int m_input = 0;
 };
 
@@ -268,7 +271,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
     std::optional<DropReason> reason = lineFault(rows);
     if (!reason)
         reason = filterFault(rows);
-    m_text.resize(0);
+    m_text.clear();
     if (!reason)
         reason = m_converter.append(rows, m_text);
     std::string_view label;
@@ -279,14 +282,14 @@ Failure Preparation::takeRow(const TableRows& rows) {
         drop(*reason, rows);
         return std::nullopt;
     }
-    appendName(rows, m_text);
+    appendName(rows);
     bool isOtherSpelling = false;
     const quint32 chromosome = m_sink.chromosome(label, isOtherSpelling);
     m_report.otherSpellings += isOtherSpelling ? 1 : 0;
     if (!m_parts.isEmpty())
         noteParts(rows, chromosome, position);
     ++m_report.written;
-    if (m_sink.add(chromosome, position, viewOf(m_text)))
+    if (m_sink.add(chromosome, position, m_text.view()))
         return std::nullopt;
     return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
 }
@@ -334,14 +337,23 @@ std::optional<DropReason> Preparation::readPlace(const TableRows& rows,
         return DropReason::ChromosomeMissing;
     if (const auto reason = readPosition(positionText, position))
         return reason;
-    if (isMissing(chromosome))
-        return DropReason::ChromosomeMissing;
+    if (chromosome != viewOf(m_knownLabel)) {
+        if (isMissing(chromosome))
+            return DropReason::ChromosomeMissing;
+        m_knownLabel = bytesOf(chromosome);
+    }
     ++m_converter.counts().chromosomeRows;
     return std::nullopt;
 }
 
 std::optional<DropReason> Preparation::readPosition(std::string_view text, int& position) {
     ValueCounts& counts = m_converter.counts();
+    const std::optional<int> plain = plainInteger(text);
+    if (plain && *plain > 0 && *plain < INT_MAX) {
+        ++counts.positions;
+        position = *plain + (m_job.options.zeroBased ? 1 : 0);
+        return std::nullopt;
+    }
     switch (::readPosition(text, m_tables.first().format, position)) {
     case PositionKind::Missing:
         return DropReason::PositionMissing;
@@ -367,21 +379,25 @@ std::optional<DropReason> Preparation::readPosition(std::string_view text, int& 
     return position < 1 ? std::optional(DropReason::PositionNotPositive) : std::nullopt;
 }
 
-void Preparation::appendName(const TableRows& rows, QByteArray& text) const {
-    const auto appendField = [&](int column) {
-        const auto place = static_cast<size_t>(column);
-        const std::string_view field =
-            place < rows.fieldCount() ? rows.field(place) : std::string_view();
-        const qsizetype start = text.size() + 1;
-        text.append('\t').append(field.data(), static_cast<qsizetype>(field.size()));
-        std::replace(text.begin() + start, text.end(), '\t', ' '); // a quoted field may hold tabs
-    };
+void Preparation::appendName(const TableRows& rows) {
     if (m_columns.name >= 0)
-        appendField(m_columns.name);
-    for (const int column : m_extraColumns)
-        appendField(column);
-    if (m_job.options.lineNumbers)
-        text.append('\t').append(QByteArray::number(rows.line()));
+        appendField(rows, m_columns.name);
+    for (const int column : std::as_const(m_extraColumns))
+        appendField(rows, column);
+    if (!m_job.options.lineNumbers)
+        return;
+    m_text.append('\t');
+    m_text.append(viewOf(QByteArray::number(rows.line())));
+}
+
+void Preparation::appendField(const TableRows& rows, int column) {
+    const auto place = static_cast<size_t>(column);
+    const std::string_view field = place < rows.fieldCount() ? rows.field(place) : "";
+    m_text.append('\t');
+    if (field.find('\t') == std::string_view::npos)
+        m_text.append(field);
+    else // a quoted field may hold tabs
+        m_text.append(viewOf(bytesOf(field).replace('\t', ' ')));
 }
 
 void Preparation::drop(DropReason reason, const TableRows& rows) {

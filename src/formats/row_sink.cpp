@@ -11,13 +11,7 @@
 
 namespace {
 
-constexpr qsizetype blockSize = 256 * 1024;
-
-void appendNumber(int number, QByteArray& text) {
-    char digits[16];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-    text.append(digits, end - digits);
-}
+constexpr size_t blockSize = 256 * 1024;
 
 // Rows that were written in order, read back line by line.
 class WrittenRows {
@@ -58,7 +52,7 @@ private:
 };
 
 bool copyAll(QIODevice& from, QIODevice& to) {
-    QByteArray block(blockSize, '\0');
+    QByteArray block(qsizetype(blockSize), '\0');
     for (qint64 got = 0; (got = from.read(block.data(), block.size())) != 0;)
         if (got < 0 || to.write(block.constData(), got) != got)
             return false;
@@ -68,7 +62,9 @@ bool copyAll(QIODevice& from, QIODevice& to) {
 } // namespace
 
 RowSink::RowSink(QFileDevice& output, const QByteArray& header, qint64 memory)
-    : m_output(output), m_header(header + '\n'), m_memory(memory), m_block(m_header) {}
+    : m_output(output), m_header(header + '\n'), m_memory(memory) {
+    m_block.append(viewOf(m_header));
+}
 
 quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
     if (m_lastChromosome && viewOf(m_lastLabel) == label) {
@@ -128,17 +124,23 @@ bool RowSink::add(quint32 chromosome, int position, std::string_view text) {
 }
 
 bool RowSink::append(const QByteArray& name, int position, std::string_view text) {
-    m_block.append(name).append('\t');
-    appendNumber(position, m_block);
-    m_block.append('\t').append(text.data(), static_cast<qsizetype>(text.size())).append('\n');
+    constexpr size_t longestPosition = 11;
+    m_block.append(viewOf(name));
+    m_block.append('\t');
+    char* const digits = m_block.room(longestPosition);
+    m_block.setEnd(std::to_chars(digits, digits + longestPosition, position).ptr);
+    m_block.append('\t');
+    m_block.append(text);
+    m_block.append('\n');
     return m_block.size() < blockSize || flush();
 }
 
 bool RowSink::flush() {
-    const bool isWritten = m_output.write(m_block) == m_block.size();
+    const auto size = static_cast<qint64>(m_block.size());
+    const bool isWritten = m_output.write(m_block.view().data(), size) == size;
     if (!isWritten)
         m_error = m_output.errorString();
-    m_block.resize(0);
+    m_block.clear();
     return isWritten;
 }
 
@@ -183,7 +185,8 @@ bool RowSink::rewrite(const Finish& finish) {
     const auto keyOf = [&](const OrderedRow& row) {
         return std::pair(rank[row.chromosome], row.position);
     };
-    m_block = m_header;
+    m_block.clear();
+    m_block.append(viewOf(m_header));
     while (isFirst || isSecond) {
         const bool takesFirst = isFirst && (!isSecond || keyOf(first) <= keyOf(second));
         const OrderedRow& row = takesFirst ? first : second;

@@ -2,6 +2,7 @@
 
 #include "ordered_rows.h"
 #include "prepare_report.h"
+#include "text_buffer.h"
 
 #include <QByteArray>
 #include <QFileDevice>
@@ -58,7 +59,7 @@ private:
     QFileDevice& m_output;
     const QByteArray m_header;
     const qint64 m_memory;
-    QByteArray m_block;
+    TextBuffer m_block;
     QHash<QByteArray, quint32> m_byLabel; // each spelling
     QHash<QByteArray, quint32> m_byKey;
     QList<TableChromosome> m_chromosomes;

@@ -1,8 +1,10 @@
 #include "run_file.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <cstring>
+#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -21,7 +23,21 @@ void appendBytes(const Value& value, QByteArray& bytes) {
     bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
+// Where the folder for temporary files is missing, Qt would take the root of the file system.
+QString fileTemplate() {
+    const QString folder = qEnvironmentVariable("TMPDIR");
+    return (folder.isEmpty() ? QDir::tempPath() : folder) + QStringLiteral("/pelmark.XXXXXX");
+}
+
+// False on most systems, which can make files without a name.
+bool hasName(const QTemporaryFile& file) {
+    struct stat status {};
+    return fstat(file.handle(), &status) != 0 || status.st_nlink > 0;
+}
+
 } // namespace
+
+RunFile::RunFile() : m_file(fileTemplate()) {}
 
 bool RunFile::fail(const QString& what) {
     m_error = QStringLiteral("%1 a temporary file in %2: %3")
@@ -34,8 +50,8 @@ bool RunFile::open() {
         return true;
     if (!m_file.open())
         return fail(QStringLiteral("Cannot create"));
-    m_file.setAutoRemove(false);
-    return QFile::remove(m_file.fileName()) || fail(QStringLiteral("Cannot remove"));
+    return !hasName(m_file) || QFile::remove(m_file.fileName()) ||
+           fail(QStringLiteral("Cannot remove"));
 }
 
 bool RunFile::startRun() {
@@ -88,7 +104,7 @@ void RunReader::next() {
         return;
     }
     std::memcpy(&header, m_buffer.constData() + m_taken, sizeof header);
-    const auto size = static_cast<qsizetype>(sizeof header + header.textSize);
+    const auto size = qsizetype{sizeof header} + qsizetype{header.textSize};
     if (!provide(size)) {
         m_part = m_parts.size();
         return;

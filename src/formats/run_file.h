@@ -18,6 +18,8 @@ struct Segment {
 // A temporary file of sorted runs. It has no name, so that it is gone whenever the program ends.
 class RunFile {
 public:
+    RunFile();
+
     // False when the file cannot be made or written; error() says why.
     bool startRun();
     bool append(const RowPlace& place, std::string_view text);

@@ -10,8 +10,9 @@ struct RowPlace {
     quint64 key = 0; // chromosome and position
     quint64 arrival = 0;
 
-    bool operator==(const RowPlace&) const = default;
-    auto operator<=>(const RowPlace&) const = default;
+    bool operator<(const RowPlace& other) const {
+        return key != other.key ? key < other.key : arrival < other.arrival;
+    }
 };
 
 // Keys order as the position does within a chromosome, negative ones too.

@@ -93,7 +93,7 @@ QList<quint32> randomRanks(Random& random, int chromosomes, bool isShared) {
     return rank;
 }
 
-// The names of files in the folder for temporary files, which is `folder` while this lives.
+// Makes `folder` the one for temporary files while this lives.
 class TemporaryFolder {
 public:
     explicit TemporaryFolder(const QString& folder) : m_before(qgetenv("TMPDIR")) {
