@@ -23,8 +23,7 @@ int openToRead(const QByteArray& path) {
     if (file == nullptr)
         return -1;
     const int descriptor = dup(fileno(file));
-    std::fclose(file);
-    return descriptor;
+    return std::fclose(file) == 0 ? descriptor : -1;
 }
 
 // Copies all that comes into a nameless file. Fails with errno.

@@ -1,6 +1,7 @@
 #include "tools_run.h"
 
-#include <QDirIterator>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -22,6 +23,10 @@ private slots:
     void tellsALongPath();
     void takesSeveralFiles();
     void theCommandMendsTheFile();
+    void everyFindingIsDescribed();
+
+private:
+    QSet<QString> m_codes; // found so far
 };
 
 namespace {
@@ -159,6 +164,7 @@ void Check::says() {
     const QJsonObject report = jsonOf(json.out);
     QTEST(report["verdict"].toString(), "verdict");
     const QSet<QString> codes = codesOf(report);
+    m_codes += codes;
     QVERIFY2(code.isEmpty() ? codes.isEmpty() : codes.contains(code), text.out.constData());
 }
 
@@ -242,6 +248,7 @@ void Check::tellsALongPath() {
     run.write(name, good);
     const QJsonObject report = jsonOf(run.run({"check", name, "--json", "-"}).out);
     QTEST(report["verdict"].toString(), "verdict");
+    m_codes += codesOf(report);
     QCOMPARE(codesOf(report), code.isEmpty() ? QSet<QString>() : QSet<QString>{code});
 }
 
@@ -274,6 +281,21 @@ void Check::theCommandMendsTheFile() {
     QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError().constData());
     const ToolsRun::Result again = run.run({"check", "it's a 'file' $HOME.prepared.txt"});
     QVERIFY2(again.status == 0, again.out.constData());
+}
+
+// Runs last: each code of the document was found in some file, and each that was found is there.
+void Check::everyFindingIsDescribed() {
+    QFile document(QStringLiteral(PELMARK_TOOLS_DOCUMENT));
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(document.readAll());
+    const QString section = text.section("## What check finds", 1).section("\n## ", 0, 0);
+    QSet<QString> described;
+    for (const QString& row : section.split(u'\n'))
+        if (row.startsWith("| `"))
+            for (const QString& code : row.section(u'|', 1, 1).split(u','))
+                described.insert(code.trimmed().remove(u'`'));
+    QCOMPARE((described - m_codes).values(), QList<QString>());
+    QCOMPARE((m_codes - described).values(), QList<QString>());
 }
 
 QTEST_GUILESS_MAIN(Check)
