@@ -20,8 +20,10 @@ void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int posit
             column.values.insert(value);
         if (column.kind == Kind::Test && column.values.size() > 1 && column.values.contains("ADD"))
             m_hasAdditiveTest = true;
-        const auto here = m_here.emplace(std::pair(column.column, name), value);
-        column.hasRepeats = column.hasRepeats || *here != value;
+        const std::pair key(column.column, name);
+        if (!m_here.contains(key))
+            m_here.insert(key, value);
+        column.hasRepeats = column.hasRepeats || m_here.value(key) != value;
     }
 }
 
@@ -42,9 +44,9 @@ std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const 
                         .arg(values.size()),
                     values.mid(0, namedValues),
                     {}};
-    const QByteArray option =
-        isTest ? QByteArray("--test-name ") : "--where " + titles.value(parting->column) + '=';
+    const QByteArray title = titles.value(parting->column);
     for (const QByteArray& value : std::as_const(refusal.candidates))
-        refusal.options.append(option + value);
+        refusal.options.append(isTest ? "--test-name " + shellQuoted(value)
+                                      : "--where " + shellQuoted(title + '=' + value));
     return refusal;
 }
