@@ -2,6 +2,7 @@
 //     pelmark_parts plain-open FILE          the reference's reader and painter
 //     pelmark_parts plain-redraw FILE LABEL  the reference's painter, dots and joined
 //     pelmark_parts save FILE LABEL FOLDER   the program's table writer and a QTextStream
+//     pelmark_parts scan FILE                the program's reading of a whole file
 //     pelmark_parts steps FILE               the steps of opening a file
 //     pelmark_parts same FILE LABEL FOLDER   times nothing; exits with status 1 where program and
 //                                            reference differ
@@ -69,6 +70,12 @@ int save(const QStringList& arguments) {
     return saveBoth(loaded(arguments), arguments[1], arguments[2]) ? 0 : 1;
 }
 
+int scan(const QStringList& arguments) {
+    QFile file(arguments[0]);
+    return std::holds_alternative<GenomeScan>(timed("scan", [&] { return scanGenome(file); })) ? 0
+                                                                                               : 1;
+}
+
 int steps(const QStringList& arguments) {
     timeReadingSteps(arguments[0]);
     return 0;
@@ -110,6 +117,7 @@ struct Task {
 constexpr Task tasks[] = {{"plain-open", 1, plainOpen},
                           {"plain-redraw", 2, plainRedraw},
                           {"save", 3, save},
+                          {"scan", 1, scan},
                           {"steps", 1, steps},
                           {"same", 3, same}};
 

@@ -23,7 +23,8 @@ struct Section {
 
 constexpr Section sections[] = {{"sameness", reportSameness}, {"openings", reportOpenings},
                                 {"redraws", reportRedraws},   {"odd-files", reportOddFiles},
-                                {"steps", reportSteps},       {"others", reportOthers}};
+                                {"steps", reportSteps},       {"others", reportOthers},
+                                {"tools", reportTools}};
 
 QByteArray valueIn(const QString& fileName, const QByteArray& key) {
     for (const QByteArray& line : contentOf(fileName).split('\n'))

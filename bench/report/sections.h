@@ -19,6 +19,7 @@ QList<Verdict> reportRedraws(const Plan& plan);
 QList<Verdict> reportOddFiles(const Plan& plan);
 QList<Verdict> reportSteps(const Plan& plan);
 QList<Verdict> reportOthers(const Plan& plan);
+QList<Verdict> reportTools(const Plan& plan);
 
 // Times nothing: reads, plots and saves every layout with the program's code and with the plain
 // reference, and ends the process with status 1 where the results differ.

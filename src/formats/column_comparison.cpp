@@ -26,9 +26,10 @@ std::string_view bare(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \"") - first + 1);
 }
 
-bool partsAlike(const Layout& window, const TableFormat& right) {
-    return !right.quoted && ((right.separator == Separator::Tab && window.delimiter == '\t') ||
-                             (right.separator == Separator::Comma && window.delimiter == ','));
+bool partsAlike(const Layout& window, const TableFormat& right, std::string_view head) {
+    const bool hasQuotes = right.quoted && head.find('"') != std::string_view::npos;
+    return !hasQuotes && ((right.separator == Separator::Tab && window.delimiter == '\t') ||
+                          (right.separator == Separator::Comma && window.delimiter == ','));
 }
 
 QString titleAt(const TableFormat& format, int column) {
@@ -94,6 +95,10 @@ void compareTexts(qint64 line, const QList<std::string_view>& windows,
     column.rightText = excerpt(rights[right]);
 }
 
+bool isQuoted(std::string_view field) {
+    return field.substr(0, 1) == "\"";
+}
+
 bool isTaken(int column, int choice) {
     return choice >= 0 && column == choice;
 }
@@ -120,7 +125,7 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
                                {Role::Position, Role::Name});
     result.p = compared(window.pValue, choice.p >= 0 ? choice.p : choice.logP, right,
                         {Role::PValue, Role::LogP});
-    const bool isAlike = partsAlike(window, right.format);
+    const bool isAlike = partsAlike(window, right.format, head);
     const bool isSpaced =
         window.delimiter == ' ' && (right.format.separator == Separator::Spaces ||
                                     right.format.separator == Separator::WideSpaces ||
@@ -133,6 +138,8 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
     TextComparison(window, right, head)
         .eachLine([&](qint64 line, const auto& windows, const auto& rights) {
             result.isAligned |= isSpaced && std::any_of(windows.begin(), windows.end(), isEmpty);
+            for (const ComparedColumn* column : columns)
+                result.isQuoted |= isQuoted(windows.value(column->number - 1));
             addTest(rights, choice.test, result.tests);
             if (isAlike)
                 return;

@@ -26,6 +26,7 @@ struct ComparedColumns {
     bool isLog = false;     // the window's p-values are logarithms of p
     bool isNames = false;   // the window's chromosomes are names of markers
     QList<QString> tests;   // that rows are of, where a column says so; a few at most
+    bool isQuoted = false;  // so are fields that the window takes
     bool isAligned = false; // runs of spaces part the fields: the window sees empty ones
 };
 

@@ -2,6 +2,7 @@
 
 #include "chromosome_names.h"
 #include "text_blocks.h"
+#include "utf8.h"
 
 #include <QHash>
 #include <algorithm>
@@ -14,6 +15,10 @@ constexpr qsizetype windowPathBytes = 200;
 std::string_view firstLineOf(const QByteArray& head) {
     const std::string_view text(head.constData(), static_cast<size_t>(head.size()));
     return text.substr(0, text.find('\n'));
+}
+
+QString textOf(const QByteArray& label) {
+    return fromUtf8({label.constData(), static_cast<size_t>(label.size())});
 }
 
 void add(QList<Finding>& findings, FindingCode code, const Place& place = {}) {
@@ -58,6 +63,8 @@ void addFileFindings(const FileFacts& file, Diagnosis& diagnosis) {
         add(findings, FindingCode::ForeignFile, {0, {}, file.foreignKind});
     if (!file.packing.isEmpty() && file.packing != QLatin1String("plain"))
         add(findings, FindingCode::Packed, {0, {}, file.packing});
+    if (file.hasLoneReturns)
+        add(findings, FindingCode::LoneReturns);
     if (file.path.isEmpty())
         return;
     if (file.pathBytes >= windowPathBytes)
@@ -77,7 +84,10 @@ void addHeaderFindings(const FileFacts& file, Diagnosis& diagnosis) {
     const auto* right = std::get_if<Understanding>(&diagnosis.right);
     if (right == nullptr)
         return;
-    if (right->format.quoted)
+    const bool areTitlesQuoted =
+        right->format.headerLine == 1 && line.find('"') != std::string_view::npos;
+    if (right->format.quoted &&
+        (areTitlesQuoted || (diagnosis.columns && diagnosis.columns->isQuoted)))
         add(findings, FindingCode::Quotes, {right->format.headerLine, {}, {}});
     const auto has = [&](char c) { return line.find(c) != std::string_view::npos; };
     if (right->format.separator == Separator::Comma && has(' ') && !has('\t'))
@@ -125,7 +135,11 @@ void addValueFindings(Diagnosis& diagnosis) {
     if (isRight && hasManyLabels(reading))
         add(findings, FindingCode::NamesAsChromosomes, {0, reading.layout->chromosome.name, {}});
     const bool isKnown = diagnosis.columns && diagnosis.columns->p.rightNumber > 0;
-    if (!isKnown && reading.aboveOne * 100 > reading.kept)
+    const auto outside =
+        std::find_if(reading.findings.begin(), reading.findings.end(), [](const Finding& finding) {
+            return finding.code == FindingCode::POutOfRange;
+        });
+    if (!isKnown && outside != reading.findings.end() && outside->count * 100 > reading.kept)
         add(findings, FindingCode::LogAsP, {0, reading.layout->pValue.name, {}});
 }
 
@@ -136,7 +150,7 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
     for (const ChromosomeFacts& facts : diagnosis.reading.chromosomes) {
         if (facts.markers == 0)
             continue;
-        const QString label = QString::fromUtf8(facts.label);
+        const QString label = textOf(facts.label);
         if (facts.loaded < 2)
             few.add({facts.firstLine, {}, label});
         else if (facts.firstPosition == facts.lastPosition)
@@ -146,8 +160,7 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
         if (first.isNull())
             first = facts.label.isNull() ? QByteArray("") : facts.label;
         else
-            spellings.add(
-                {facts.firstLine, {}, QString::fromUtf8(first) + QLatin1String(" and ") + label});
+            spellings.add({facts.firstLine, {}, textOf(first) + QLatin1String(" and ") + label});
     }
     for (const Finding& finding : {few, equal, spellings})
         if (finding.count > 0)
@@ -156,7 +169,8 @@ void addChromosomeFindings(Diagnosis& diagnosis) {
 
 void addDoubts(Diagnosis& diagnosis) {
     const auto* refusal = std::get_if<Refusal>(&diagnosis.right);
-    if (refusal != nullptr && diagnosis.reading.layout && diagnosis.reading.layout->headerLines > 0)
+    if (refusal != nullptr && diagnosis.reading.rows > 0 &&
+        diagnosis.reading.layout->headerLines > 0)
         add(diagnosis.findings, FindingCode::ColumnsInDoubt, {refusal->line, {}, refusal->message});
 }
 
@@ -249,13 +263,13 @@ Diagnosis diagnose(const FileFacts& file, WindowReading reading,
     diagnosis.right = std::move(right);
     diagnosis.findings = diagnosis.reading.findings;
     addFileFindings(file, diagnosis);
-    addHeaderFindings(file, diagnosis);
     const auto* understanding = std::get_if<Understanding>(&diagnosis.right);
     const std::optional<Layout>& layout = diagnosis.reading.layout;
     if (layout && understanding != nullptr && !file.head.isEmpty())
         diagnosis.columns =
             compareColumns(*layout, *understanding,
                            {file.head.constData(), static_cast<size_t>(file.head.size())});
+    addHeaderFindings(file, diagnosis);
     if (diagnosis.reading.refusal) {
         if (file.packing == QLatin1String("plain") && file.foreignKind.isEmpty()) {
             addRefusal(*diagnosis.reading.refusal, diagnosis);

@@ -17,11 +17,12 @@ enum class Verdict { Opens, OpensBut, Misreads, EndsAtLine, Refuses };
 
 // What is known of a file apart from what the window reads in it.
 struct FileFacts {
-    QString path;            // as the user wrote it, absolute or not; empty for a pipe
-    qsizetype pathBytes = 0; // of the absolute path
-    QString packing;         // as UnpackedDevice has it: "plain", "gzip" ...
-    QString foreignKind;     // as foreignKind() has it
-    QByteArray head;         // its first lines, unpacked: UTF-8, whole, without carriage returns
+    QString path;                // as the user wrote it, absolute or not; empty for a pipe
+    qsizetype pathBytes = 0;     // of the absolute path
+    QString packing;             // as UnpackedDevice has it: "plain", "gzip" ...
+    QString foreignKind;         // as foreignKind() has it
+    bool hasLoneReturns = false; // a carriage return alone ends its lines
+    QByteArray head; // its first lines, unpacked: UTF-8, whole, without carriage returns
 };
 
 struct Diagnosis {

@@ -19,6 +19,7 @@ enum class FindingCode {
     PathTooLong,
     ForeignFile,
     Packed,
+    LoneReturns,
     // The window opens the file and shows something else than it holds.
     WrongChromosome,
     WrongPosition,

@@ -239,17 +239,17 @@ void PConverter::noteBelowSmallest(double negLog10, std::string_view text, qint6
     m_met.strongestLine.line = line;
 }
 
-void PConverter::comparePair(double p, double negLog10, std::string_view text,
+void PConverter::comparePair(double p, double negLog10OfP, std::string_view text,
                              const TableRows& rows) {
     std::string_view log;
-    double paired = 0.0;
-    if (!pairedLog(rows, log, paired))
+    double negLog10 = 0.0;
+    if (!pairedLog(rows, log, negLog10))
         return;
-    const bool isFirst = m_counts.pairsDisagreeing == 0 && disagree(negLog10, paired);
+    const bool isFirst = m_counts.pairsDisagreeing == 0 && disagree(negLog10OfP, negLog10);
     const QString texts = isFirst ? QString::fromUtf8(bytesOf(text)) + QStringLiteral(" and ") +
                                         QString::fromUtf8(bytesOf(log))
                                   : QString();
-    m_counts.countPair(p, negLog10, paired, rows.line(), texts);
+    m_counts.countPair(p, negLog10OfP, negLog10, rows.line(), texts);
 }
 
 std::string_view PConverter::logText(const TableRows& rows) const {

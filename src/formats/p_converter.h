@@ -7,12 +7,13 @@
 
 #include <QByteArray>
 #include <optional>
+#include <utility>
 
 // Makes the two texts of a row's p-value from the columns that were chosen, and counts what the
 // values look like.
 class PConverter {
 public:
-    PConverter(const Understanding& table, ZeroP zeroP) : m_table(table), m_zeroP(zeroP) {}
+    PConverter(Understanding table, ZeroP zeroP) : m_table(std::move(table)), m_zeroP(zeroP) {}
 
     // Appends p and -log10 p, a tab between them. A p of 0 that is to be written as the smallest p
     // of the table becomes zeroPlaceholder. A reason instead where the row has no p-value.
@@ -45,7 +46,7 @@ private:
     }
     void setSmallest(double negLog10, std::string_view text);
     void noteBelowSmallest(double negLog10, std::string_view text, qint64 line);
-    void comparePair(double p, double negLog10, std::string_view text, const TableRows& rows);
+    void comparePair(double p, double negLog10OfP, std::string_view text, const TableRows& rows);
     std::string_view logText(const TableRows& rows) const; // of the paired logarithm
     bool pairedLog(const TableRows& rows, std::string_view& text, double& negLog10) const;
 

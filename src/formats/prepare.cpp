@@ -2,107 +2,25 @@
 
 #include "chromosome_names.h"
 #include "column_option.h"
+#include "input_file.h"
 #include "joined_id.h"
 #include "number_fields.h"
 #include "p_converter.h"
 #include "p_value.h"
 #include "position_text.h"
 #include "row_sink.h"
+#include "table_parts.h"
 #include "table_rows.h"
 #include "titles.h"
-#include "unpacked.h"
 
-#include <QFile>
-#include <QSet>
 #include <algorithm>
 #include <climits>
-#include <memory>
-#include <numeric>
 
 namespace {
 
-constexpr int headLines = 12'000;
-constexpr qsizetype headBytes = 16 * 1024 * 1024;
 constexpr qsizetype reportedLines = 5;
 
 using Failure = std::optional<Refusal>;
-
-// An input that is read from its start each time it is opened.
-class InputFile {
-public:
-    explicit InputFile(const QString& path) : m_path(path), m_file(path), m_unpacked(m_file) {}
-
-    Failure open() {
-        if (!m_file.open(QIODevice::ReadOnly))
-            return Refusal{RefusalCode::Unreadable,
-                           m_path + QStringLiteral(": ") + m_file.errorString(),
-                           {},
-                           {}};
-        const QString kind = foreignKind(m_file.peek(4096));
-        if (!kind.isEmpty())
-            return Refusal{RefusalCode::ForeignFile,
-                           QStringLiteral("%1 is %2, not a table of results.").arg(m_path, kind),
-                           {},
-                           {}};
-        if (!m_unpacked.open(QIODevice::ReadOnly))
-            return failure();
-        return std::nullopt;
-    }
-
-    QIODevice& text() { return m_unpacked; }
-    qint64 bytesRead() const { return m_unpacked.packedBytesRead(); }
-
-    Refusal failure() const {
-        return {m_unpacked.isDamaged() ? RefusalCode::Damaged : RefusalCode::Unreadable,
-                m_path + QStringLiteral(": ") + m_unpacked.errorString(),
-                {},
-                {}};
-    }
-
-private:
-    const QString m_path;
-    QFile m_file;
-    UnpackedDevice m_unpacked;
-};
-
-// The first lines of an input, as many as understand() looks at.
-std::variant<QByteArray, Refusal> headOf(const QString& path, bool& isWhole) {
-    InputFile input(path);
-    if (Failure failure = input.open())
-        return *failure;
-    TextBlocks blocks(input.text(), TextBlocks::defaultBlockSize, TextBlocks::Unmarked::AsTheyAre);
-    QByteArray head;
-    for (qsizetype lines = 0; lines < headLines && head.size() < headBytes;) {
-        if (!blocks.next()) {
-            if (blocks.failed())
-                return input.failure();
-            isWhole = true;
-            return head;
-        }
-        head += bytesOf(blocks.piece());
-        lines += std::count(blocks.piece().begin(), blocks.piece().end(), '\n');
-    }
-    isWhole = false;
-    return head;
-}
-
-std::variant<Understanding, Refusal> understandFile(const QString& path,
-                                                    const PrepareOptions& options) {
-    bool isWhole = false;
-    const auto head = headOf(path, isWhole);
-    if (const auto* refusal = std::get_if<Refusal>(&head))
-        return *refusal;
-    return understand(viewOf(std::get<QByteArray>(head)), isWhole, options);
-}
-
-// The value of a column that several tests or traits share, and its other values.
-struct Parts {
-    int column = -1;
-    bool isTest = false;
-    QByteArray first;
-    QSet<QByteArray> values;
-    bool hasRepeats = false; // a marker occurs under more than one value
-};
 
 // One reading of all inputs, from the first row to the finished output.
 class Preparation {
@@ -113,13 +31,13 @@ public:
     // Nothing where all went well; report() is then complete.
     Failure run();
 
-    // After run(): the test whose rows should have been kept, where that is seen only now.
-    const QByteArray& testToKeep() const { return m_testToKeep; }
+    // True where only now a test is seen whose rows alone are to be kept: run() stopped there.
+    bool foundAdditiveTest() const { return m_parts.hasAdditiveTest(); }
     const PrepareReport& report() const { return m_report; }
 
 private:
     Failure findColumns();
-    Failure readInput(int input);
+    Failure readInput(int index);
     Failure takeRow(const TableRows& rows);
     std::optional<DropReason> lineFault(const TableRows& rows) const;
     std::optional<DropReason> filterFault(const TableRows& rows) const;
@@ -129,8 +47,6 @@ private:
     void appendName(const TableRows& rows);
     void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
-    void noteParts(const TableRows& rows, quint32 chromosome, int position);
-    Failure judgeParts();
     Failure finish();
     void collect(const PConverter& converter);
     QByteArray header() const;
@@ -139,7 +55,6 @@ private:
     const QList<Understanding>& m_tables;
     const ColumnChoice& m_columns;
     const QByteArray m_keptTest;
-    QByteArray m_testToKeep;
     RowSink m_sink;
     PConverter m_converter;
     PrepareReport m_report;
@@ -147,10 +62,7 @@ private:
     QList<int> m_extraColumns;
     size_t m_columnsNeeded = 0;
     QByteArray m_headerLine;
-    QList<Parts> m_parts;
-    quint32 m_partsChromosome = 0;
-    int m_partsPosition = 0;
-    QHash<QByteArray, QList<QByteArray>> m_partsHere; // marker names at this position, their values
+    TableParts m_parts;
     TextBuffer m_text;
     QByteArray m_knownLabel; // a chromosome that is not missing
     int m_input = 0;
@@ -159,7 +71,8 @@ private:
 Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tables,
                          QFileDevice& output, const QByteArray& keptTest)
     : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
-      m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP) {
+      m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP),
+      m_parts(m_columns.name) {
     m_report.table = tables.first();
     m_report.keptTest = keptTest;
 }
@@ -203,24 +116,24 @@ Failure Preparation::findColumns() {
     }
     if (m_job.options.allColumns)
         m_extraColumns = otherColumns(m_tables.first());
-    int last = -1;
+    int last = 0;
     for (const int column :
          {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
           m_columns.test, m_columns.z, m_columns.beta, m_columns.standardError, m_columns.format})
         last = std::max(last, column);
     for (const auto& [column, value] : std::as_const(m_where))
         last = std::max(last, column);
-    m_columnsNeeded = static_cast<size_t>(last + 1);
+    m_columnsNeeded = static_cast<size_t>(last) + 1;
     const auto isFiltered = [&](int column) {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });
     };
     if (m_columns.test >= 0 && m_keptTest.isEmpty() && !m_job.options.testName &&
         !isFiltered(m_columns.test))
-        m_parts.append({m_columns.test, true, {}, {}, false});
+        m_parts.watch(m_columns.test, TableParts::Kind::Test);
     for (const int column : m_columns.traits)
         if (!isFiltered(column))
-            m_parts.append({column, false, {}, {}, false});
+            m_parts.watch(column, TableParts::Kind::Trait);
     return std::nullopt;
 }
 
@@ -231,14 +144,14 @@ Failure Preparation::run() {
         m_input = input;
         if (Failure failure = readInput(input))
             return failure;
-        if (!m_testToKeep.isEmpty())
+        if (foundAdditiveTest())
             return std::nullopt;
     }
     if (m_report.written > 0)
         m_converter.counts().labels = m_sink.chromosomes().size();
     if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
         return refusal;
-    if (Failure refusal = judgeParts())
+    if (Failure refusal = m_parts.judge(m_tables.first().format.titles))
         return refusal;
     return finish();
 }
@@ -258,7 +171,7 @@ Failure Preparation::readInput(int index) {
         }
         if (Failure failure = takeRow(rows))
             return failure;
-        if (!m_testToKeep.isEmpty())
+        if (foundAdditiveTest())
             return std::nullopt;
         if (m_report.rows % progressStep == 0)
             m_job.progress(input.bytesRead());
@@ -286,8 +199,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
     bool isOtherSpelling = false;
     const quint32 chromosome = m_sink.chromosome(label, isOtherSpelling);
     m_report.otherSpellings += isOtherSpelling ? 1 : 0;
-    if (!m_parts.isEmpty())
-        noteParts(rows, chromosome, position);
+    m_parts.note(rows, chromosome, position);
     ++m_report.written;
     if (m_sink.add(chromosome, position, m_text.view()))
         return std::nullopt;
@@ -296,7 +208,8 @@ Failure Preparation::takeRow(const TableRows& rows) {
 
 std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     const std::string_view line = rows.text();
-    if (line.empty() || (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == line.npos))
+    if (line.empty() ||
+        (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == std::string_view::npos))
         return DropReason::Empty;
     if (line == viewOf(m_headerLine))
         return DropReason::RepeatedHeader;
@@ -410,56 +323,6 @@ void Preparation::drop(DropReason reason, const TableRows& rows) {
                              '\t' + bytesOf(rows.text()) + '\n');
 }
 
-// Notes the values of test and trait columns, and whether a marker occurs under several of them.
-void Preparation::noteParts(const TableRows& rows, quint32 chromosome, int position) {
-    if (chromosome != m_partsChromosome || position != m_partsPosition) {
-        m_partsHere.clear();
-        m_partsChromosome = chromosome;
-        m_partsPosition = position;
-    }
-    for (Parts& parts : m_parts) {
-        const std::string_view value = rows.field(static_cast<size_t>(parts.column));
-        if (parts.values.isEmpty())
-            parts.first = bytesOf(value);
-        if (parts.values.isEmpty() || viewOf(parts.first) != value)
-            parts.values.insert(bytesOf(value));
-        if (parts.isTest && parts.values.size() > 1 && parts.values.contains("ADD"))
-            m_testToKeep = "ADD";
-        const QByteArray name =
-            QByteArray::number(parts.column) + '\t' +
-            (m_columns.name >= 0 ? bytesOf(rows.field(static_cast<size_t>(m_columns.name)))
-                                 : QByteArray());
-        QList<QByteArray>& here = m_partsHere[name];
-        parts.hasRepeats = parts.hasRepeats || (!here.isEmpty() && here.first() != bytesOf(value));
-        if (here.isEmpty())
-            here.append(bytesOf(value));
-    }
-}
-
-Failure Preparation::judgeParts() {
-    for (const Parts& parts : std::as_const(m_parts)) {
-        if (parts.values.size() < 2 || !parts.hasRepeats)
-            continue;
-        QList<QByteArray> values(parts.values.cbegin(), parts.values.cend());
-        std::sort(values.begin(), values.end());
-        const QByteArray title = titleOf(m_tables.first(), parts.column);
-        Refusal refusal;
-        refusal.code = parts.isTest ? RefusalCode::SeveralTests : RefusalCode::SeveralTraits;
-        refusal.message =
-            QStringLiteral("%1 has %2 values, and markers occur under several of them: "
-                           "say which rows to keep.")
-                .arg(columnText(m_tables.first().format.titles, parts.column))
-                .arg(values.size());
-        for (const QByteArray& value : values.mid(0, 20)) {
-            refusal.candidates.append(value);
-            refusal.options.append(parts.isTest ? "--test-name " + shellQuoted(value)
-                                                : "--where " + shellQuoted(title + '=' + value));
-        }
-        return refusal;
-    }
-    return std::nullopt;
-}
-
 Failure Preparation::finish() {
     collect(m_converter);
     const PrepareOptions& options = m_job.options;
@@ -540,8 +403,8 @@ std::variant<PrepareReport, Refusal> prepare(const PrepareJob& job, QFileDevice&
         Preparation preparation(job, tables, output, keptTest);
         if (const Failure failure = preparation.run())
             return *failure;
-        if (preparation.testToKeep().isEmpty())
+        if (!preparation.foundAdditiveTest())
             return preparation.report();
-        keptTest = preparation.testToKeep();
+        keptTest = "ADD";
     }
 }

@@ -164,39 +164,44 @@ bool RowSink::finish(const Finish& finish) {
     return rewrite(finish) && flush() && m_output.flush();
 }
 
-// Merges the rows that came in order, which move to a file of their own, with the sorted others.
-// Of equals the former come first, as they did in the table.
+// Rows that came in order move to a file of their own, to be merged with the sorted others.
 bool RowSink::rewrite(const Finish& finish) {
     QTemporaryFile written;
-    if (!written.open() || !m_output.seek(m_header.size()) || !copyAll(m_output, written) ||
-        !written.seek(0) || !m_output.resize(0) || !m_output.seek(0)) {
-        m_error = written.error() != QFileDevice::NoError ? written.errorString()
-                                                          : m_output.errorString();
+    if (!written.open()) {
+        m_error = written.errorString();
         return false;
     }
     const QList<quint32> rank = ranks();
+    if (!moveWritten(written))
+        return false;
     if (m_rows && !m_rows->sort(rank)) {
         m_error = m_rows->error();
         return false;
     }
+    return merge(written, rank, finish);
+}
+
+bool RowSink::moveWritten(QFileDevice& to) {
+    const bool isCopied = m_output.seek(m_header.size()) && copyAll(m_output, to) && to.seek(0);
+    if (isCopied && m_output.resize(0) && m_output.seek(0))
+        return true;
+    m_error = to.error() == QFileDevice::NoError ? m_output.errorString() : to.errorString();
+    return false;
+}
+
+// Of rows with equal places those that came in order are first, as they were in the table.
+bool RowSink::merge(QIODevice& written, const QList<quint32>& rank, const Finish& finish) {
     WrittenRows early(written, m_written, m_writtenRows);
     OrderedRow first, second;
     bool isFirst = early.next(first), isSecond = m_rows && m_rows->next(second);
-    const auto keyOf = [&](const OrderedRow& row) {
+    const auto placeOf = [&](const OrderedRow& row) {
         return std::pair(rank[row.chromosome], row.position);
     };
     m_block.clear();
     m_block.append(viewOf(m_header));
     while (isFirst || isSecond) {
-        const bool takesFirst = isFirst && (!isSecond || keyOf(first) <= keyOf(second));
-        const OrderedRow& row = takesFirst ? first : second;
-        const QByteArray& name = finish.names[row.chromosome];
-        const std::string_view zero = PConverter::zeroPlaceholder;
-        const bool isZero = !finish.zeroText.isEmpty() && row.text.starts_with(zero) &&
-                            (row.text.size() == zero.size() || row.text[zero.size()] == '\t');
-        const QByteArray replaced =
-            isZero ? finish.zeroText + bytesOf(row.text.substr(zero.size())) : QByteArray();
-        if (!name.isEmpty() && !append(name, row.position, isZero ? viewOf(replaced) : row.text))
+        const bool takesFirst = isFirst && (!isSecond || placeOf(first) <= placeOf(second));
+        if (!appendFinished(takesFirst ? first : second, finish))
             return false;
         (takesFirst ? isFirst : isSecond) = takesFirst ? early.next(first) : m_rows->next(second);
     }
@@ -205,4 +210,17 @@ bool RowSink::rewrite(const Finish& finish) {
     else if (m_rows)
         m_error = m_rows->error();
     return m_error.isEmpty();
+}
+
+bool RowSink::appendFinished(const OrderedRow& row, const Finish& finish) {
+    const QByteArray& name = finish.names[row.chromosome];
+    if (name.isEmpty())
+        return true;
+    const std::string_view zero = PConverter::zeroPlaceholder;
+    const bool isZero = !finish.zeroText.isEmpty() && row.text.starts_with(zero) &&
+                        (row.text.size() == zero.size() || row.text[zero.size()] == '\t');
+    if (!isZero)
+        return append(name, row.position, row.text);
+    const QByteArray text = finish.zeroText + bytesOf(row.text.substr(zero.size()));
+    return append(name, row.position, viewOf(text));
 }

@@ -55,6 +55,9 @@ private:
     bool append(const QByteArray& name, int position, std::string_view text);
     bool flush();
     bool rewrite(const Finish& finish);
+    bool moveWritten(QFileDevice& to);
+    bool merge(QIODevice& written, const QList<quint32>& rank, const Finish& finish);
+    bool appendFinished(const OrderedRow& row, const Finish& finish);
 
     QFileDevice& m_output;
     const QByteArray m_header;

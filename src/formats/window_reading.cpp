@@ -165,8 +165,6 @@ void Walk::takeOddP(const Record& record, double p) {
     }
     if (p > 0.0)
         m_reading.smallestP = std::min(m_reading.smallestP, p);
-    if (p > 1.0)
-        ++m_reading.aboveOne;
     reportP(p < 0.0 || p > 1.0 ? FindingCode::POutOfRange : FindingCode::PTiny);
 }
 

@@ -27,7 +27,6 @@ struct WindowReading {
     qint64 rows = 0;                    // data lines that are not empty
     qint64 kept = 0;                    // markers
     qint64 leftOut = 0;                 // p of NA or 0
-    qint64 aboveOne = 0;                // markers with p above 1
     double smallestP = 1.0;             // above 0
     QList<ChromosomeFacts> chromosomes; // in file order, at most chromosomesKept
     qint64 stretches = 0;               // of lines with one label

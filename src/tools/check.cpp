@@ -29,13 +29,16 @@ std::optional<Failure> readFacts(const Inputs& inputs, qsizetype i, FileFacts& f
     };
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
-    facts.foreignKind = foreignKind(file.peek(64 * 1024));
+    const QByteArray start = file.peek(64 * 1024);
+    facts.foreignKind = foreignKind(start);
     if (!facts.foreignKind.isEmpty())
         return std::nullopt;
     UnpackedDevice unpacked(file);
     if (!unpacked.open(QIODevice::ReadOnly))
         return failure(unpacked.errorString());
     facts.packing = unpacked.packing();
+    facts.hasLoneReturns =
+        facts.packing == QLatin1String("plain") && start.contains('\r') && !start.contains('\n');
     TableHead head = readTableHead(unpacked);
     if (head.isFailed)
         return failure(unpacked.errorString());

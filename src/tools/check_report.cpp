@@ -2,6 +2,7 @@
 
 #include "finding_words.h"
 #include "mending.h"
+#include "utf8.h"
 
 #include <QJsonArray>
 #include <algorithm>
@@ -10,6 +11,10 @@
 namespace {
 
 constexpr qsizetype chromosomesShown = 50;
+
+QString labelOf(const ChromosomeFacts& facts) {
+    return fromUtf8({facts.label.constData(), static_cast<size_t>(facts.label.size())});
+}
 
 double largestNegLog10(const WindowReading& reading) {
     return reading.kept > 0 ? -std::log10(reading.smallestP) : 0.0;
@@ -107,7 +112,7 @@ QString chromosomesText(const WindowReading& reading) {
             continue;
         ++shown;
         text += QStringLiteral("  %1  %2  %3  %4  %5\n")
-                    .arg(QString::fromUtf8(facts.label), -10)
+                    .arg(labelOf(facts), -10)
                     .arg(facts.markers, 9)
                     .arg(facts.firstLine, 10)
                     .arg(facts.firstPosition, 12)
@@ -127,7 +132,7 @@ QString chromosomesText(const WindowReading& reading) {
 
 QString mendingText(const CheckReport& report) {
     const Mending mended = mending(report.diagnosis, report.word);
-    QString text;
+    QString text = mended.reason.isEmpty() ? QString() : mended.reason + QLatin1Char('\n');
     if (!mended.commands.isEmpty())
         text += mended.commands.size() == 1 ? QStringLiteral("To mend it:\n")
                                             : QStringLiteral("To mend it, choose one:\n");
@@ -170,7 +175,7 @@ QJsonArray chromosomesJson(const WindowReading& reading) {
     QJsonArray chromosomes;
     for (const ChromosomeFacts& facts : reading.chromosomes)
         if (facts.markers > 0)
-            chromosomes.append(QJsonObject{{"label", QString::fromUtf8(facts.label)},
+            chromosomes.append(QJsonObject{{"label", labelOf(facts)},
                                            {"markers", facts.markers},
                                            {"first_line", facts.firstLine},
                                            {"first_position", facts.firstPosition},
@@ -220,6 +225,7 @@ QJsonObject jsonOf(const CheckReport& report) {
         findings.append(jsonOf(finding, diagnosis));
     object["findings"] = findings;
     const Mending mended = mending(diagnosis, report.word);
+    object["reason"] = mended.reason;
     object["commands"] = QJsonArray::fromStringList(mended.commands);
     object["advice"] = QJsonArray::fromStringList(mended.advice);
     return object;

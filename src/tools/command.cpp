@@ -81,7 +81,7 @@ QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
     QList<QByteArray> names{"--help"};
     for (const OptionSpec& option : command.options)
         names.append(option.longName());
-    const QByteArray name = word.left(word.indexOf('='));
+    const QByteArray name = word.mid(0, word.indexOf('='));
     return "there is no option " + name + suggestion(name, names) + " See pelmark-tools " +
            command.name + " --help.";
 }

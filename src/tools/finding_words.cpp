@@ -34,13 +34,16 @@ constexpr Words words[] = {
      "this is no text but %1 (export the table as text, then check that)"},
     {FindingCode::Packed, "compressed",
      "the file is compressed by %1, which the window does not unpack"},
+    {FindingCode::LoneReturns, "lone-returns",
+     "a carriage return alone ends each line; the window drops it, and the file is one line"},
     {FindingCode::WrongChromosome, "wrong-chromosome-column",
      "the window takes \"%2\" for the chromosome"},
     {FindingCode::WrongPosition, "wrong-position-column",
      "the window takes \"%2\" for the position"},
     {FindingCode::WrongP, "wrong-p-column", "the window takes \"%2\" for p"},
     {FindingCode::LogAsP, "log-as-p",
-     "the window takes \"%2\" for p, but it holds logarithms of p: the plot would point downwards"},
+     "the window takes \"%2\" for p, but it holds logarithms of p, which the window would take the "
+     "logarithm of"},
     {FindingCode::NamesAsChromosomes, "names-as-chromosomes",
      "the window takes \"%2\" for the chromosome, but it holds marker names: nearly every line "
      "would "
@@ -100,6 +103,8 @@ QString titleNeeded(const QString& role) {
 }
 
 QString missing(const Diagnosis& diagnosis) {
+    if (diagnosis.missingRoles.isEmpty())
+        return QStringLiteral("the window finds no titles in the first line");
     QList<QString> needed;
     for (const QString& role : diagnosis.missingRoles)
         needed.append(titleNeeded(role));
@@ -145,8 +150,12 @@ QLatin1String nameOf(FindingCode code) {
 QString sentence(const Finding& finding, const Place& place, const Diagnosis& diagnosis) {
     if (finding.code == FindingCode::MissingTitles)
         return missing(diagnosis);
+    const bool isSeen =
+        finding.code == FindingCode::LogAsP && !(diagnosis.columns && diagnosis.columns->isLog);
     // In one step, since the texts are the file's and may hold a percent sign.
     QString text = QString::fromUtf8(wordsOf(finding.code).text);
+    if (isSeen)
+        text.replace(QLatin1String("it holds"), QLatin1String("it seems to hold"));
     const bool hasColumn = text.contains(QLatin1String("%2"));
     const bool hasText = text.contains(QLatin1String("%1"));
     if (hasColumn && hasText)

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -15,6 +15,15 @@ namespace {
 Failure unreadable(const QString& name, int error) {
     return {StatusUnreadable, name + QStringLiteral(": cannot be read: ") +
                                   QString::fromLocal8Bit(std::strerror(error))};
+}
+
+// A descriptor; -1, with errno, where the file cannot be opened.
+int openToRead(const QByteArray& path) {
+    std::FILE* const file = std::fopen(path.constData(), "re");
+    if (file == nullptr)
+        return -1;
+    const int descriptor = dup(fileno(file));
+    return std::fclose(file) == 0 ? descriptor : -1;
 }
 
 // Copies all that comes into a nameless file. Fails with errno.
@@ -57,12 +66,11 @@ Inputs::~Inputs() {
         close(descriptor);
 }
 
-std::optional<Failure> Inputs::add(const QByteArray& bytes) {
-    const bool isStandardInput = bytes == "-";
+std::optional<Failure> Inputs::add(const QByteArray& word) {
+    const bool isStandardInput = word == "-";
     const QString name =
-        isStandardInput ? QStringLiteral("standard input") : QFile::decodeName(bytes);
-    const int descriptor =
-        isStandardInput ? dup(STDIN_FILENO) : ::open(bytes.constData(), O_RDONLY | O_CLOEXEC);
+        isStandardInput ? QStringLiteral("standard input") : QFile::decodeName(word);
+    const int descriptor = isStandardInput ? dup(STDIN_FILENO) : openToRead(word);
     struct stat status {};
     std::optional<Failure> failure;
     if (descriptor < 0 || fstat(descriptor, &status) != 0)

@@ -20,7 +20,7 @@ public:
 
     // Adds a file; "-" is standard input. Fails where it cannot be opened for reading; it is then
     // listed, but not good.
-    std::optional<Failure> add(const QByteArray& name);
+    std::optional<Failure> add(const QByteArray& word);
 
     // Makes contains() know the files of another list too.
     void protect(const Inputs& others) { m_identities += others.m_identities; }

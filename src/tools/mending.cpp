@@ -54,16 +54,21 @@ bool hasSingleMarkers(const Diagnosis& diagnosis) {
 }
 
 void addCommands(const Diagnosis& diagnosis, const QString& name, Mending& mending) {
-    const QString few = hasSingleMarkers(diagnosis) ? QStringLiteral("--min-markers 2") : QString();
+    const bool hasTitles = !diagnosis.reading.layout || diagnosis.reading.layout->headerLines > 0;
+    QString always = hasSingleMarkers(diagnosis) ? QStringLiteral("--min-markers 2") : QString();
+    if (!hasTitles)
+        always =
+            (QStringLiteral("--no-header --chromosome 1 --position 2 --p 3 ") + always).trimmed();
     const auto* refusal = std::get_if<Refusal>(&diagnosis.right);
     if (refusal == nullptr) {
-        mending.commands.append(prepareCommand(name, few));
+        mending.commands.append(prepareCommand(name, always));
         return;
     }
-    mending.advice.append(refusal->message);
+    if (!has(diagnosis, FindingCode::ColumnsInDoubt))
+        mending.reason = refusal->message;
     for (const QByteArray& option : refusal->options)
-        mending.commands.append(
-            prepareCommand(name, (QString::fromUtf8(option) + QLatin1Char(' ') + few).trimmed()));
+        mending.commands.append(prepareCommand(
+            name, (QString::fromUtf8(option) + QLatin1Char(' ') + always).trimmed()));
 }
 
 } // namespace

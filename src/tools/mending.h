@@ -7,6 +7,7 @@
 
 // What to do about a file, as lines for its user.
 struct Mending {
+    QString reason;       // why it takes a choice, or cannot be mended as it is; may be empty
     QStringList commands; // each one mends it, ready to copy into a shell; alternatives
     QStringList advice;   // what else to do
 };

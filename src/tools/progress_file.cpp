@@ -1,6 +1,7 @@
 #include "progress_file.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -8,8 +9,8 @@ constexpr qint64 bytesBetweenReports = 32 * 1024 * 1024;
 
 } // namespace
 
-ProgressFile::ProgressFile(const QString& path, const QString& name, QIODevice* terminal)
-    : QFile(path), m_name(name), m_terminal(terminal) {}
+ProgressFile::ProgressFile(const QString& path, QString name, QIODevice* terminal)
+    : QFile(path), m_name(std::move(name)), m_terminal(terminal) {}
 
 ProgressFile::~ProgressFile() {
     if (m_reported > 0)

@@ -7,7 +7,7 @@
 class ProgressFile : public QFile {
 public:
     // `name` is what the user calls the file. Nothing is reported where `terminal` is null.
-    ProgressFile(const QString& path, const QString& name, QIODevice* terminal);
+    ProgressFile(const QString& path, QString name, QIODevice* terminal);
     ~ProgressFile() override;
 
 protected:

@@ -143,10 +143,7 @@ std::optional<Failure> SafeOutput::commit() {
 std::optional<Failure> SafeOutput::copy() {
     struct stat before {};
     const bool isNew = !isStandardOutput() && stat(m_path.constData(), &before) != 0;
-    const int descriptor =
-        isStandardOutput()
-            ? STDOUT_FILENO
-            : ::open(m_path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    const int descriptor = isStandardOutput() ? STDOUT_FILENO : creat(m_path.constData(), 0666);
     bool isWritten = descriptor >= 0 && copyAll(m_file, descriptor);
     const int failed = errno;
     // Nothing rather than half a table.

@@ -25,8 +25,11 @@ extern "C" void removeAndEnd(int signal) {
     for (const auto& name : names)
         if (name[0] != '\0')
             unlink(name.data());
-    std::signal(signal, SIG_DFL);
-    raise(signal);
+    struct sigaction byDefault {};
+    byDefault.sa_handler = SIG_DFL;
+    // Takes effect when this handler returns.
+    if (sigaction(signal, &byDefault, nullptr) != 0 || raise(signal) != 0)
+        _exit(128 + signal);
 }
 
 // A signal that the caller ignores, as nohup does, stays ignored.
@@ -74,7 +77,7 @@ int openNamelessFile(const QByteArray& folder) {
 
 NamedTemporaryFile::NamedTemporaryFile(const QByteArray& path) {
     QByteArray name = path + ".XXXXXX";
-    const auto slot =
+    auto* const slot =
         std::find_if(names.begin(), names.end(), [](const auto& used) { return used[0] == '\0'; });
     if (slot == names.end() || name.size() >= PATH_MAX) {
         errno = ENAMETOOLONG;

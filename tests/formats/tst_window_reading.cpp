@@ -1,6 +1,7 @@
 #include "support/random.h"
 #include "support/random_association_file.h"
 #include "support/reading.h"
+#include "utf8.h"
 #include "window_reading.h"
 
 #include <QBuffer>
@@ -55,7 +56,9 @@ void WindowReadings::countsTheMarkersOfAScan() {
         for (const ChromosomeFacts& facts : read.chromosomes) {
             if (facts.label.isEmpty() || facts.loaded < 2)
                 continue;
-            const Result<Points> loaded = load(file.bytes, QString::fromUtf8(facts.label));
+            const Result<Points> loaded =
+                load(file.bytes,
+                     fromUtf8({facts.label.constData(), static_cast<size_t>(facts.label.size())}));
             if (const Points* const points = std::get_if<Points>(&loaded)) {
                 QCOMPARE(facts.loaded, points->positions.size());
                 QCOMPARE(facts.firstPosition, points->positions.first());
@@ -90,7 +93,8 @@ void WindowReadings::findsTheFirstFault() {
 }
 
 void WindowReadings::goesOnAfterAFault() {
-    const WindowReading read = reading("chr\tpos\tp\n1\t10\t.\n1\t20\t0.5\n1\n1\tx\t0.1\n2\t30\t1e-9\n");
+    const WindowReading read =
+        reading("chr\tpos\tp\n1\t10\t.\n1\t20\t0.5\n1\n1\tx\t0.1\n2\t30\t1e-9\n");
     QCOMPARE(read.rows, 5);
     QCOMPARE(read.kept, 2);
     QCOMPARE(read.smallestP, 1e-9);

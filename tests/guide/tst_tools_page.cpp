@@ -122,8 +122,6 @@ void ToolsPage::namesAreListed_data() {
     };
     row("drop reasons", "src/formats/prepare_report.cpp", "^ +\"([a-z-]+)\",$", "### Dropped rows",
         "^\\| (`[^|]*) \\|");
-    row("findings", "src/tools/finding_words.cpp", "\\{FindingCode::\\w+,\\s*\"([a-z-]+)\"",
-        "## check", "^\\| (`[^|]*) \\| (?:error|warning)");
     row("verdicts", "src/tools/finding_words.cpp",
         "Verdict::\\w+:\\s*return QLatin1String\\(\"([a-z-]+)\"\\)", "## check",
         "^\\| [^|`]* \\| (`[^|]*) \\|");

@@ -7,173 +7,41 @@
 
 namespace {
 
-const QStringList labels{"1",
-                         "1",
-                         "1",
-                         "2",
-                         "2",
-                         "chr1",
-                         "X",
-                         "",
-                         " ",
-                         "NA",
-                         "10",
-                         "01",
-                         "1 ",
-                         "CHR1",
-                         "chrX1",
-                         "P",
-                         "\"1\"",
-                         "a long label of more than sixteen bytes",
-                         QString::fromUtf8("染色體"),
-                         QString::fromUtf8("Хромосома"),
-                         QString::fromUtf8("é"),
-                         QString::fromUtf8("🧬"),
-                         QString(QChar(0xd800)),
-                         QString(QChar(0xdc00)),
-                         QString(QChar(0xfeff))};
+// The texts between bars.
+QStringList between(const char* texts) {
+    return QString::fromUtf8(texts).split(u'|');
+}
 
-const QStringList goodPValues{"0.001",
-                              "0.5",
-                              "1",
-                              "1e-300",
-                              "5e-08",
-                              "0.04999",
-                              "1.45E-18",
-                              "0.123456789012345",
-                              "3.2e-5",
-                              "8.88e-16",
-                              "0.1",
-                              ".25",
-                              "1.",
-                              "7e+0",
-                              "0.000001",
-                              "0.30102999566398120",
-                              "12",
-                              "4.5e-310",
-                              "1e22",
-                              "1e23",
-                              "0.1e1",
-                              "00.5",
-                              "123456789012345678e-20"};
+const QStringList labels =
+    between("1|1|1|2|2|chr1|X|| |NA|10|01|1 |CHR1|chrX1|P|\"1\"|"
+            "a long label of more than sixteen bytes|染色體|Хромосома|é|🧬") +
+    QStringList{QChar(0xd800), QChar(0xdc00), QChar(0xfeff)};
 
-const QStringList oddPValues{
-    "NA",
-    "na",
-    "N/A",
-    "nan",
-    "NaN",
-    "inf",
-    "-inf",
-    "Inf",
-    "+inf",
-    "infinity",
-    "",
-    "0",
-    "0.0",
-    "0e0",
-    "-0",
-    "+0.5",
-    " 0.5",
-    "0.5 ",
-    "-0.5",
-    "1e",
-    "1e+",
-    "e1",
-    ".",
-    "1e400",
-    "1e-400",
-    "2e-324",
-    "5e-324",
-    "0x10",
-    "1,5",
-    "1.7976931348623157e308",
-    "0.1234567890123456789012345678901234567890",
-    "12345678901234567890123456789",
-    "--1",
-    "1e-5e",
-    "1.2.3",
-    "\"0.5\"",
-    "NA ",
-    "-",
-    "+",
-    "1e0000000000000000001",
-    "0e-99999",
-    "9007199254740993",
-    "0.00000000000000000000000000000000000000000000000000000000000000000001",
-    QString::fromUtf8("٠"),
-    QString::fromUtf8("\u00a00.5"),
-    QString::fromUtf8("1e\u22125"),
-    QString::fromUtf8("0.5\u3000"),
-    QString(QChar(0)),
-    QString("1") + QChar(0)};
+const QStringList goodPValues =
+    between("0.001|0.5|1|1e-300|5e-08|0.04999|1.45E-18|0.123456789012345|3.2e-5|8.88e-16|0.1|.25|"
+            "1.|7e+0|0.000001|0.30102999566398120|12|4.5e-310|1e22|1e23|0.1e1|00.5|"
+            "123456789012345678e-20");
 
-const QStringList oddPositions{"-5",
-                               "+7",
-                               "0",
-                               "-0",
-                               "007",
-                               " 42",
-                               "42 ",
-                               "1.0",
-                               "1e3",
-                               "",
-                               "x",
-                               "2147483647",
-                               "-2147483648",
-                               "2147483648",
-                               "-2147483649",
-                               "99999999999999999999",
-                               "NA",
-                               "1,000",
-                               "0x1f",
-                               "- 5",
-                               "--5",
-                               "+-5",
-                               "+",
-                               "-",
-                               "1_0",
-                               "0000000000000000000000000012",
-                               "4294967297",
-                               "-00000000000000000007",
-                               QString::fromUtf8("٣"),
-                               QString::fromUtf8("\u00a07"),
-                               QString("1") + QChar(0) + "2",
-                               QString("5") + QChar(0)};
+const QStringList oddPValues =
+    between("NA|na|N/A|nan|NaN|inf|-inf|Inf|+inf|infinity||0|0.0|0e0|-0|+0.5| 0.5|0.5 |-0.5|1e|1e+|"
+            "e1|.|1e400|1e-400|2e-324|5e-324|0x10|1,5|1.7976931348623157e308|"
+            "0.1234567890123456789012345678901234567890|12345678901234567890123456789|--1|1e-5e|"
+            "1.2.3|\"0.5\"|NA |-|+|1e0000000000000000001|0e-99999|9007199254740993|"
+            "0.00000000000000000000000000000000000000000000000000000000000000000001|٠|\u00a00.5|"
+            "1e\u22125|0.5\u3000") +
+    QStringList{QChar(0), QString("1") + QChar(0)};
+
+const QStringList oddPositions =
+    between("-5|+7|0|-0|007| 42|42 |1.0|1e3||x|2147483647|-2147483648|2147483648|-2147483649|"
+            "99999999999999999999|NA|1,000|0x1f|- 5|--5|+-5|+|-|1_0|0000000000000000000000000012|"
+            "4294967297|-00000000000000000007|٣|\u00a07") +
+    QStringList{QString("1") + QChar(0) + "2", QString("5") + QChar(0)};
 
 const QStringList goodTitles{"chr", "pos", "pval"};
 
-const QStringList oddTitles{"CHROM",
-                            "Chromosome",
-                            "POS",
-                            "position",
-                            "P",
-                            "p",
-                            "P-value",
-                            "PVALUE",
-                            "pval",
-                            "prob",
-                            "BP",
-                            "MarkerID",
-                            "SNP",
-                            "some",
-                            "id",
-                            "beta",
-                            "",
-                            "1",
-                            "chrpos",
-                            "posid",
-                            "pvalpos",
-                            "p-VAL",
-                            "P ",
-                            "Pos",
-                            "\"chr\"",
-                            "0.5",
-                            "p_value",
-                            QString::fromUtf8("İd"),
-                            QString::fromUtf8("poſ"),
-                            QString::fromUtf8("ＰＯＳ"),
-                            QString::fromUtf8("é")};
+const QStringList oddTitles =
+    between("CHROM|Chromosome|POS|position|P|p|P-value|PVALUE|pval|prob|BP|MarkerID|SNP|some|id|"
+            "beta||1|chrpos|posid|pvalpos|p-VAL|P |Pos|\"chr\"|0.5|p_value|İd|poſ|ＰＯＳ|é");
 
 struct Layout {
     QChar delimiter;

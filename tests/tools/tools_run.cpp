@@ -30,8 +30,9 @@ QByteArray ToolsRun::read(const QString& name) const {
 }
 
 QStringList ToolsRun::files() const {
-    return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                           QDir::Name);
+    return QDir(m_folder.path())
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                   QDir::Name);
 }
 
 void ToolsRun::start(QProcess& process, const QStringList& words) const {

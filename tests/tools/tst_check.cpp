@@ -1,6 +1,7 @@
 #include "tools_run.h"
 
-#include <QDirIterator>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -22,14 +23,19 @@ private slots:
     void tellsALongPath();
     void takesSeveralFiles();
     void theCommandMendsTheFile();
+    void everyFindingIsDescribed();
+
+private:
+    QSet<QString> m_codes; // found so far
 };
 
 namespace {
 
 QJsonObject jsonOf(const QByteArray& text) {
     const QJsonObject document = QJsonDocument::fromJson(text).object();
-    return document["version"] == 1 && document["command"] == "check" ? document["files"][0].toObject()
-                                                                      : QJsonObject();
+    return document["version"] == 1 && document["command"] == "check"
+               ? document["files"][0].toObject()
+               : QJsonObject();
 }
 
 QSet<QString> codesOf(const QJsonObject& report) {
@@ -51,52 +57,71 @@ void Check::says_data() {
     QTest::addColumn<QString>("code"); // empty: no finding at all
     QTest::addColumn<QString>("line"); // of the text report
 
-    const auto row = [](const char* code, const char* verdict, const QByteArray& file, const char* line,
-                        const char* name = "a.txt", const char* tag = "") {
+    const auto row = [](const char* code, const char* verdict, const QByteArray& file,
+                        const char* line, const char* name = "a.txt", const char* tag = "") {
         QTest::addRow("%s%s", code[0] ? code : "good", tag)
             << QString::fromLatin1(name) << file << (qstrcmp(verdict, "opens") == 0 ? 0 : 1)
             << QString::fromLatin1(verdict) << QString::fromLatin1(code) << QString::fromUtf8(line);
     };
     const QByteArray titles = "chr\tpos\tp\n";
     row("", "opens", good, "a.txt: opens\n");
-    row("", "opens", "1,10,0.5\n1,20,0.1\n", "(delimiter: comma, no titles)", "a.csv", " without titles");
+    row("", "opens", "1,10,0.5\n1,20,0.1\n", "(delimiter: comma, no titles)", "a.csv",
+        " without titles");
     row("p-not-a-number", "ends", titles + "1\t10\t0.5\n1\t20\t.\n1\t30\t1\n",
         "a.txt:3: error: p is \".\", which is no number (write NA) [p-not-a-number]\n");
     row("p-too-small", "ends", good + QByteArray("1\t30\t1e-400\n"),
         "a.txt:4: error: p is \"1e-400\", smaller than any number that the window reads");
-    row("position-not-whole", "ends", good + QByteArray("1\t1.5e6\t0.1\n"), "a.txt:4: error: pos is \"1.5e6\"");
+    row("position-not-whole", "ends", good + QByteArray("1\t1.5e6\t0.1\n"),
+        "a.txt:4: error: pos is \"1.5e6\"");
     row("position-too-large", "ends", good + QByteArray("1\t3000000000\t0.1\n"),
         "a.txt:4: error: pos is \"3000000000\"");
-    row("short-line", "ends", good + QByteArray("1\t30\n"), "a.txt:4: error: the line ends before column p");
-    row("no-delimiter", "refuses", "hello\n", "a.txt:1: error: the first line has no tab, space or comma");
-    row("too-few-columns", "refuses", "a b\n1 2\n", "a.txt:1: error: the first line has fewer than three");
+    row("short-line", "ends", good + QByteArray("1\t30\n"),
+        "a.txt:4: error: the line ends before column p");
+    row("no-delimiter", "refuses", "hello\n",
+        "a.txt:1: error: the first line has no tab, space or comma");
+    row("too-few-columns", "refuses", "a b\n1 2\n",
+        "a.txt:1: error: the first line has fewer than three");
     row("missing-titles", "refuses", "CHR\tBP\tP\n1\t10\t0.5\n1\t20\t0.5\n",
         "no title tells the window the position (a title with pos) [missing-titles]");
-    row("too-few-markers", "refuses", titles + "1\t10\t0.5\n1\t20\tNA\n", "markers that the window can show: 1");
+    row("too-few-markers", "refuses", titles + "1\t10\t0.5\n1\t20\tNA\n",
+        "markers that the window can show: 1");
     row("compressed", "refuses",
-        QByteArray::fromHex("1f8b0800000000000003") +
-            QByteArray::fromHex("4bce282acc2fe62ce04ce3e232e434"
-                                "34e034d033e5020a185898700000"),
-        "", "a.txt.gz");
+        QByteArray::fromHex("1f8b08000000000000034bce28e22cc82fe62ce032e43434e034d0330532"
+                            "8c400c432e0007ffdbf81c000000"),
+        "a.txt.gz: warning: the name ends", "a.txt.gz");
+    row("lone-returns", "refuses", "chr\tpos\tp\r1\t10\t0.5\r1\t20\t0.1\r", "the file is one line");
+    row("columns-in-doubt", "opens-but",
+        "chr\tpos\tpval\tP_value\n1\t10\t0.5\t0.1\n1\t20\t0.5\t0.1\n",
+        "whether the window takes the right columns cannot be told");
     row("not-a-table", "refuses", "%PDF-1.4\n%\xE2\xE3\n1 0 obj\n", "this is no text but a PDF");
-    row("wrong-position-column", "ends", "exposure\tchr\tpos\tp\nbmi\t1\t10\t0.5\nbmi\t1\t20\t0.5\n",
+    row("wrong-position-column", "ends",
+        "exposure\tchr\tpos\tp\nbmi\t1\t10\t0.5\nbmi\t1\t20\t0.5\n",
         "the window takes \"exposure\" for the position; the right column is \"pos\" (column 3)");
     row("log-as-p", "misreads", "chr\tpos\tneglog10_pval\n1\t10\t0.5\n1\t20\t3.5\n",
         "\"neglog10_pval\" for p, but it holds logarithms of p");
-    row("wrong-p-column", "misreads", "chr\tpos\thet_pval\tpval\n1\t10\t0.5\t0.1\n1\t20\t0.5\t0.2\n",
+    row("log-as-p", "misreads", "chr\tpos\tpval\n1\t10\t-0.5\n1\t20\t-3.5\n",
+        "\"pval\" for p, but it seems to hold logarithms of p", "a.txt", " seen in values");
+    row("wrong-p-column", "misreads",
+        "chr\tpos\thet_pval\tpval\n1\t10\t0.5\t0.1\n1\t20\t0.5\t0.2\n",
         "the window takes \"het_pval\" for p; the right column is \"pval\" (column 4)");
     row("names-as-chromosomes", "misreads", "rsid\tchr\tpos\tp\nrs1\t1\t10\t0.5\nrs2\t1\t20\t0.5\n",
         "the window takes \"rsid\" for the chromosome, but it holds marker names");
-    row("p-zero", "opens-but", good + QByteArray("1\t30\t0.000\n"), "a.txt:4: warning: p is 0.000:");
-    row("p-tiny", "opens-but", good + QByteArray("1\t30\t1e-310\n"), "a.txt:4: warning: p is 1e-310: drawn");
-    row("p-not-finite", "opens-but", good + QByteArray("1\t30\tnan\n"), "a.txt:4: warning: p is \"nan\"");
-    row("p-not-finite", "opens-but", good + QByteArray("1\t30\tinf\n"), "a.txt:4: warning: p is \"inf\"",
-        "a.txt", " inf");
-    row("p-out-of-range", "opens-but", QByteArray(good).append(QByteArray("1\t30\t0.3\n").repeated(150)) + "1\t30\t1.5\n",
+    row("p-zero", "opens-but", good + QByteArray("1\t30\t0.000\n"),
+        "a.txt:4: warning: p is 0.000:");
+    row("p-tiny", "opens-but", good + QByteArray("1\t30\t1e-310\n"),
+        "a.txt:4: warning: p is 1e-310: drawn");
+    row("p-not-finite", "opens-but", good + QByteArray("1\t30\tnan\n"),
+        "a.txt:4: warning: p is \"nan\"");
+    row("p-not-finite", "opens-but", good + QByteArray("1\t30\tinf\n"),
+        "a.txt:4: warning: p is \"inf\"", "a.txt", " inf");
+    row("p-out-of-range", "opens-but",
+        QByteArray(good).append(QByteArray("1\t30\t0.3\n").repeated(150)) + "1\t30\t1.5\n",
         "a.txt:154: warning: p is 1.5, which no p-value can be");
-    row("p-out-of-range", "opens-but", good + QByteArray("1\t30\t-0.5\n"), "a.txt:4: warning: p is -0.5",
-        "a.txt", " negative");
-    row("position-not-positive", "opens-but", titles + "1\t-9\t0.5\n1\t10\t0.5\n", "a.txt:2: warning: pos is -9");
+    row("p-out-of-range", "opens-but",
+        good + QByteArray("1\t30\t0.3\n").repeated(150) + "1\t30\t-0.5\n",
+        "a.txt:154: warning: p is -0.5", "a.txt", " negative");
+    row("position-not-positive", "opens-but", titles + "1\t-9\t0.5\n1\t10\t0.5\n",
+        "a.txt:2: warning: pos is -9");
     row("chromosome-returns", "opens-but", good + QByteArray("2\t1\t0.1\n2\t2\t0.1\n1\t30\t0.1\n"),
         "a.txt:6: warning: chromosome \"1\" comes back after others");
     row("positions-unsorted", "opens-but", good + QByteArray("1\t15\t0.1\n"),
@@ -108,15 +133,20 @@ void Check::says_data() {
     row("several-spellings", "opens-but", good + QByteArray("chr1\t30\t0.1\nchr1\t40\t0.1\n"),
         "1 and chr1 are the same chromosome");
     row("several-tests", "opens-but",
-        "#CHROM\tPOS\tID\tTEST\tP\n1\t10\tr1\tADD\t0.5\n1\t10\tr1\tDOMDEV\t0.4\n1\t20\tr2\tADD\t0.5\n",
+        "#CHROM\tPOS\tID\tTEST\tP\n1\t10\tr1\tADD\t0.5\n1\t10\tr1\tDOMDEV\t0.4\n1\t20\tr2\tADD\t0."
+        "5\n",
         "several tests share the file (ADD, DOMDEV)");
-    row("comment-lines", "refuses", QByteArray("##made by a tool\n") + good, "the file begins with ## lines");
-    row("quotes", "ends", "\"chr\"\t\"pos\"\t\"pval\"\n\"1\"\t\"10\"\t\"0.5\"\n\"1\"\t\"20\"\t\"0.1\"\n",
+    row("comment-lines", "refuses", QByteArray("##made by a tool\n") + good,
+        "the file begins with ## lines");
+    row("quotes", "ends",
+        "\"chr\"\t\"pos\"\t\"pval\"\n\"1\"\t\"10\"\t\"0.5\"\n\"1\"\t\"20\"\t\"0.1\"\n",
         "fields are quoted");
     row("comma-and-space", "refuses", "chr,pos,p value,n\n1,10,0.5,3\n1,20,0.1,3\n",
         "commas separate the columns, but the first line has a space");
-    row("aligned-columns", "refuses", " CHR   POS     P\n   1    10   0.5\n   1    20   0.1\n", "", "a.txt");
-    row("file-name", "opens-but", good, "a.tsv: warning: the name ends in neither .txt nor .csv", "a.tsv");
+    row("aligned-columns", "ends", " CHR   POS     P\n   1    10   0.5\n   1    20   0.1\n",
+        "runs of spaces align the columns");
+    row("file-name", "opens-but", good, "a.tsv: warning: the name ends in neither .txt nor .csv",
+        "a.tsv");
 }
 
 void Check::says() {
@@ -134,13 +164,15 @@ void Check::says() {
     const QJsonObject report = jsonOf(json.out);
     QTEST(report["verdict"].toString(), "verdict");
     const QSet<QString> codes = codesOf(report);
+    m_codes += codes;
     QVERIFY2(code.isEmpty() ? codes.isEmpty() : codes.contains(code), text.out.constData());
 }
 
 void Check::sampleFiles_data() {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("verdict");
-    const QString examples = QStringLiteral(PELMARK_EXAMPLES), data = QStringLiteral(PELMARK_TEST_DATA);
+    const QString examples = QStringLiteral(PELMARK_EXAMPLES),
+                  data = QStringLiteral(PELMARK_TEST_DATA);
     const std::pair<QString, const char*> expected[] = {
         {examples + "/chromosome1.txt", "opens"},
         {examples + "/genome_100k.txt", "opens"},
@@ -172,8 +204,8 @@ void Check::sampleFiles() {
     const QJsonObject report = jsonOf(result.out);
     QTEST(report["verdict"].toString(), "verdict");
     QCOMPARE(result.status, report["verdict"] == "opens" ? 0 : 1);
-    for (const char* key : {"file", "packing", "rows", "markers", "left_out", "chromosomes", "findings",
-                            "commands", "advice"})
+    for (const char* key : {"file", "packing", "rows", "markers", "left_out", "chromosomes",
+                            "findings", "commands", "advice"})
         QVERIFY2(report.contains(QLatin1String(key)), key);
 }
 
@@ -190,7 +222,8 @@ void Check::limitsAKindToFive() {
     run.write("a.txt", good + QByteArray("1\t30\tx\n").repeated(9));
     const QByteArray out = run.run({"check", "-q", "a.txt"}).out;
     QCOMPARE(out.count("which is no number"), 5);
-    QVERIFY2(out.contains("a.txt:12: error: and 4 more, the last on this line [p-not-a-number]\n"), out.constData());
+    QVERIFY2(out.contains("a.txt:12: error: and 4 more, the last on this line [p-not-a-number]\n"),
+             out.constData());
 }
 
 // The window keeps 200 bytes of a path.
@@ -198,9 +231,12 @@ void Check::tellsALongPath_data() {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<QString>("verdict");
     QTest::addColumn<QString>("code");
-    QTest::newRow("199") << 199 << "opens" << "";
-    QTest::newRow("200") << 200 << "opens-but" << "path-full";
-    QTest::newRow("201") << 201 << "refuses" << "path-too-long";
+    QTest::newRow("199") << 199 << "opens"
+                         << "";
+    QTest::newRow("200") << 200 << "opens-but"
+                         << "path-full";
+    QTest::newRow("201") << 201 << "refuses"
+                         << "path-too-long";
 }
 
 void Check::tellsALongPath() {
@@ -212,6 +248,7 @@ void Check::tellsALongPath() {
     run.write(name, good);
     const QJsonObject report = jsonOf(run.run({"check", name, "--json", "-"}).out);
     QTEST(report["verdict"].toString(), "verdict");
+    m_codes += codesOf(report);
     QCOMPARE(codesOf(report), code.isEmpty() ? QSet<QString>() : QSet<QString>{code});
 }
 
@@ -220,7 +257,8 @@ void Check::takesSeveralFiles() {
     const ToolsRun run;
     run.write("a.txt", good);
     run.write("b.txt", "chr\tpos\tp\n1\t1\t.\n");
-    const ToolsRun::Result result = run.run({"check", "a.txt", "none.txt", "b.txt", "--json", "out.json"});
+    const ToolsRun::Result result =
+        run.run({"check", "a.txt", "none.txt", "b.txt", "--json", "out.json"});
     QCOMPARE(result.status, 3);
     QVERIFY(result.out.contains("a.txt: opens\n"));
     QVERIFY(result.out.contains("b.txt: ends at line 2\n"));
@@ -237,11 +275,27 @@ void Check::theCommandMendsTheFile() {
     QCOMPARE(report["commands"].toArray().size(), 1);
     QProcess shell;
     shell.setWorkingDirectory(run.path("."));
-    shell.start("sh", {"-c", report["commands"][0].toString().replace("pelmark-tools", "\"$0\""), run.program()});
+    shell.start("sh", {"-c", report["commands"][0].toString().replace("pelmark-tools", "\"$0\""),
+                       run.program()});
     QVERIFY(shell.waitForFinished());
     QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError().constData());
     const ToolsRun::Result again = run.run({"check", "it's a 'file' $HOME.prepared.txt"});
     QVERIFY2(again.status == 0, again.out.constData());
+}
+
+// Runs last: each code of the document was found in some file, and each that was found is there.
+void Check::everyFindingIsDescribed() {
+    QFile document(QStringLiteral(PELMARK_TOOLS_DOCUMENT));
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(document.readAll());
+    const QString section = text.section("## What check finds", 1).section("\n## ", 0, 0);
+    QSet<QString> described;
+    for (const QString& row : section.split(u'\n'))
+        if (row.startsWith("| `"))
+            for (const QString& code : row.section(u'|', 1, 1).split(u','))
+                described.insert(code.trimmed().remove(u'`'));
+    QCOMPARE((described - m_codes).values(), QList<QString>());
+    QCOMPARE((m_codes - described).values(), QList<QString>());
 }
 
 QTEST_GUILESS_MAIN(Check)

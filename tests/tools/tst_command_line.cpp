@@ -19,7 +19,8 @@ void CommandLine::answers_data() {
 
     const auto row = [](const char* name, const QStringList& words, int status, const char* out,
                         const char* error) {
-        QTest::newRow(name) << words << status << QString::fromLatin1(out) << QString::fromLatin1(error);
+        QTest::newRow(name) << words << status << QString::fromLatin1(out)
+                            << QString::fromLatin1(error);
     };
     row("bare call", {}, 2, "", "Usage: pelmark-tools COMMAND");
     row("help", {"--help"}, 0, "  check ", "");

@@ -1,0 +1,36 @@
+#include "input_file.h"
+
+#include "table_head.h"
+#include "titles.h"
+
+std::optional<Refusal> InputFile::open() {
+    constexpr qint64 kindBytes = 4096; // tell one kind of file from another
+    const auto refusal = [&](RefusalCode code, const QString& why) {
+        return Refusal{code, m_path + QStringLiteral(": ") + why, {}, {}};
+    };
+    if (!m_file.open(QIODevice::ReadOnly))
+        return refusal(RefusalCode::Unreadable, m_file.errorString());
+    const QString kind = foreignKind(m_file.peek(kindBytes));
+    if (!kind.isEmpty())
+        return refusal(RefusalCode::ForeignFile,
+                       QStringLiteral("this is %1, not a table of results.").arg(kind));
+    return m_unpacked.open(QIODevice::ReadOnly) ? std::nullopt : std::optional(failure());
+}
+
+Refusal InputFile::failure() const {
+    return {m_unpacked.isDamaged() ? RefusalCode::Damaged : RefusalCode::Unreadable,
+            m_path + QStringLiteral(": ") + m_unpacked.errorString(),
+            {},
+            {}};
+}
+
+std::variant<Understanding, Refusal> understandFile(const QString& path,
+                                                    const PrepareOptions& options) {
+    InputFile input(path);
+    if (const std::optional<Refusal> refusal = input.open())
+        return *refusal;
+    const TableHead head = readTableHead(input.text());
+    if (head.isFailed)
+        return input.failure();
+    return understand(viewOf(head.text), head.isWhole, options);
+}

@@ -1,0 +1,52 @@
+#include "table_parts.h"
+
+#include "column_option.h"
+#include "titles.h"
+
+#include <algorithm>
+
+void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int position) {
+    if (chromosome != m_chromosome || position != m_position)
+        m_here.clear();
+    m_chromosome = chromosome;
+    m_position = position;
+    const QByteArray name =
+        m_nameColumn < 0 ? QByteArray() : bytesOf(rows.field(static_cast<size_t>(m_nameColumn)));
+    for (Column& column : m_columns) {
+        const QByteArray value = bytesOf(rows.field(static_cast<size_t>(column.column)));
+        if (column.values.isEmpty())
+            column.first = value;
+        if (column.values.isEmpty() || column.first != value)
+            column.values.insert(value);
+        if (column.kind == Kind::Test && column.values.size() > 1 && column.values.contains("ADD"))
+            m_hasAdditiveTest = true;
+        const std::pair key(column.column, name);
+        if (!m_here.contains(key))
+            m_here.insert(key, value);
+        column.hasRepeats = column.hasRepeats || m_here.value(key) != value;
+    }
+}
+
+std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const {
+    constexpr qsizetype namedValues = 20;
+    const auto parting = std::find_if(m_columns.begin(), m_columns.end(), [](const Column& column) {
+        return column.values.size() > 1 && column.hasRepeats;
+    });
+    if (parting == m_columns.end())
+        return std::nullopt;
+    QList<QByteArray> values(parting->values.cbegin(), parting->values.cend());
+    std::sort(values.begin(), values.end());
+    const bool isTest = parting->kind == Kind::Test;
+    Refusal refusal{isTest ? RefusalCode::SeveralTests : RefusalCode::SeveralTraits,
+                    QStringLiteral("%1 has %2 values, and markers occur under several of them: say "
+                                   "which rows to keep.")
+                        .arg(columnText(titles, parting->column))
+                        .arg(values.size()),
+                    values.mid(0, namedValues),
+                    {}};
+    const QByteArray title = titles.value(parting->column);
+    for (const QByteArray& value : std::as_const(refusal.candidates))
+        refusal.options.append(isTest ? "--test-name " + shellQuoted(value)
+                                      : "--where " + shellQuoted(title + '=' + value));
+    return refusal;
+}
