@@ -73,7 +73,8 @@ void checkChromosomes(const QList<int>& starts) {
     for (const int position : starts) {
         const int picked = chromosomeAt(position, chromosomes).value_or(-1);
         mustHold(picked >= 0 && picked < starts.size(), "chromosome of the index");
-        mustHold(picked == 0 || (starts[picked] <= position && position <= chromosomes[picked].endValue),
+        mustHold(picked == 0 ||
+                     (starts[picked] <= position && position <= chromosomes[picked].endValue),
                  "chromosome around the position");
         const qsizetype k = plain::chromosomeOf(position, chromosomes);
         red = k == 0 ? red : k % 2 == 0 ? 255 : 50;

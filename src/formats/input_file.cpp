@@ -3,6 +3,21 @@
 #include "table_head.h"
 #include "titles.h"
 
+namespace {
+
+std::variant<Understanding, Refusal> understandFile(const QString& path,
+                                                    const PrepareOptions& options) {
+    InputFile input(path);
+    if (const std::optional<Refusal> refusal = input.open())
+        return *refusal;
+    const TableHead head = readTableHead(input.text());
+    if (head.isFailed)
+        return input.failure();
+    return understand(viewOf(head.text), head.isWhole, options);
+}
+
+} // namespace
+
 std::optional<Refusal> InputFile::open() {
     constexpr qint64 kindBytes = 4096; // tell one kind of file from another
     const auto refusal = [&](RefusalCode code, const QString& why) {
@@ -24,13 +39,20 @@ Refusal InputFile::failure() const {
             {}};
 }
 
-std::variant<Understanding, Refusal> understandFile(const QString& path,
-                                                    const PrepareOptions& options) {
-    InputFile input(path);
-    if (const std::optional<Refusal> refusal = input.open())
-        return *refusal;
-    const TableHead head = readTableHead(input.text());
-    if (head.isFailed)
-        return input.failure();
-    return understand(viewOf(head.text), head.isWhole, options);
+std::variant<QList<Understanding>, Refusal> understandFiles(const QStringList& paths,
+                                                            const PrepareOptions& options) {
+    QList<Understanding> tables;
+    for (const QString& path : paths) {
+        const auto table = understandFile(path, options);
+        if (const auto* refusal = std::get_if<Refusal>(&table))
+            return *refusal;
+        tables.append(std::get<Understanding>(table));
+        if (tables.last().format.titles != tables.first().format.titles)
+            return Refusal{RefusalCode::DifferentColumns,
+                           QStringLiteral("%1 has other columns than %2: prepare them one by one.")
+                               .arg(path, paths.first()),
+                           {},
+                           {}};
+    }
+    return tables;
 }

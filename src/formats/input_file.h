@@ -5,6 +5,7 @@
 #include "unpacked.h"
 
 #include <QFile>
+#include <QStringList>
 #include <optional>
 #include <variant>
 
@@ -28,6 +29,7 @@ private:
     UnpackedDevice m_unpacked;
 };
 
-// Finds out how the table in a file is laid out, from its first lines.
-std::variant<Understanding, Refusal> understandFile(const QString& path,
-                                                    const PrepareOptions& options);
+// Finds out how the tables in files are laid out, from their first lines. Those after the first
+// must have its titles.
+std::variant<QList<Understanding>, Refusal> understandFiles(const QStringList& paths,
+                                                            const PrepareOptions& options);

@@ -3,11 +3,8 @@
 #include "chromosome_names.h"
 #include "column_option.h"
 #include "input_file.h"
-#include "joined_id.h"
-#include "number_fields.h"
 #include "p_converter.h"
-#include "p_value.h"
-#include "position_text.h"
+#include "place_reader.h"
 #include "row_sink.h"
 #include "table_parts.h"
 #include "table_rows.h"
@@ -25,8 +22,8 @@ using Failure = std::optional<Refusal>;
 // One reading of all inputs, from the first row to the finished output.
 class Preparation {
 public:
-    Preparation(const PrepareJob& job, const QList<Understanding>& tables, QFileDevice& output,
-                const QByteArray& keptTest);
+    Preparation(const PrepareJob& job, const QList<Understanding>& tables,
+                const PositionTable& positions, QFileDevice& output, const QByteArray& keptTest);
 
     // Nothing where all went well; report() is then complete.
     Failure run();
@@ -41,13 +38,11 @@ private:
     Failure takeRow(const TableRows& rows);
     std::optional<DropReason> lineFault(const TableRows& rows) const;
     std::optional<DropReason> filterFault(const TableRows& rows) const;
-    std::optional<DropReason> readPlace(const TableRows& rows, std::string_view& chromosome,
-                                        int& position);
-    std::optional<DropReason> readPosition(std::string_view text, int& position);
     void appendName(const TableRows& rows);
     void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
     Failure finish();
+    QString nothingWritten() const;
     void collect(const PConverter& converter);
     QByteArray header() const;
 
@@ -57,6 +52,7 @@ private:
     const QByteArray m_keptTest;
     RowSink m_sink;
     PConverter m_converter;
+    PlaceReader m_places;
     PrepareReport m_report;
     QList<std::pair<int, QByteArray>> m_where;
     QList<int> m_extraColumns;
@@ -64,14 +60,15 @@ private:
     QByteArray m_headerLine;
     TableParts m_parts;
     TextBuffer m_text;
-    QByteArray m_knownLabel; // a chromosome that is not missing
     int m_input = 0;
 };
 
 Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tables,
-                         QFileDevice& output, const QByteArray& keptTest)
+                         const PositionTable& positions, QFileDevice& output,
+                         const QByteArray& keptTest)
     : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
       m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP),
+      m_places(tables.first(), positions, job.options.zeroBased, m_converter.counts()),
       m_parts(m_columns.name) {
     m_report.table = tables.first();
     m_report.keptTest = keptTest;
@@ -116,7 +113,7 @@ Failure Preparation::findColumns() {
     }
     if (m_job.options.allColumns)
         m_extraColumns = otherColumns(m_tables.first());
-    int last = 0;
+    int last = m_columns.position < 0 ? m_columns.name : 0;
     for (const int column :
          {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
           m_columns.test, m_columns.z, m_columns.beta, m_columns.standardError, m_columns.format})
@@ -190,7 +187,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
     std::string_view label;
     int position = 0;
     if (!reason)
-        reason = readPlace(rows, label, position);
+        reason = m_places.read(rows, label, position);
     if (reason) {
         drop(*reason, rows);
         return std::nullopt;
@@ -230,68 +227,6 @@ std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const 
     return std::nullopt;
 }
 
-std::optional<DropReason> Preparation::readPlace(const TableRows& rows,
-                                                 std::string_view& chromosome, int& position) {
-    std::string_view positionText;
-    if (m_columns.joined >= 0) {
-        const auto joined = readJoinedId(rows.field(static_cast<size_t>(m_columns.joined)));
-        if (!joined)
-            return DropReason::JoinedIdUnreadable;
-        chromosome = joined->chromosome;
-        positionText = joined->position;
-    } else {
-        chromosome = m_columns.chromosome >= 0
-                         ? rows.field(static_cast<size_t>(m_columns.chromosome))
-                         : viewOf(m_columns.chromosomeValue);
-        positionText = rows.field(static_cast<size_t>(m_columns.position));
-    }
-    // Some tools write both as 0 or -9 where the place is not known.
-    if ((chromosome == "0" || chromosome == "-9") && (positionText == "0" || positionText == "-9"))
-        return DropReason::ChromosomeMissing;
-    if (const auto reason = readPosition(positionText, position))
-        return reason;
-    if (chromosome != viewOf(m_knownLabel)) {
-        if (isMissing(chromosome))
-            return DropReason::ChromosomeMissing;
-        m_knownLabel = bytesOf(chromosome);
-    }
-    ++m_converter.counts().chromosomeRows;
-    return std::nullopt;
-}
-
-std::optional<DropReason> Preparation::readPosition(std::string_view text, int& position) {
-    ValueCounts& counts = m_converter.counts();
-    const std::optional<int> plain = plainInteger(text);
-    if (plain && *plain > 0 && *plain < INT_MAX) {
-        ++counts.positions;
-        position = *plain + (m_job.options.zeroBased ? 1 : 0);
-        return std::nullopt;
-    }
-    switch (::readPosition(text, m_tables.first().format, position)) {
-    case PositionKind::Missing:
-        return DropReason::PositionMissing;
-    case PositionKind::Fractional:
-        ++counts.positions;
-        ++counts.positionsFractional;
-        return DropReason::PositionNotWhole;
-    case PositionKind::NotANumber:
-        ++counts.positions;
-        ++counts.positionTexts;
-        return DropReason::PositionNotWhole;
-    case PositionKind::Whole:
-        break;
-    }
-    ++counts.positions;
-    if (position == INT_MAX && text != "2147483647")
-        return DropReason::PositionTooLarge;
-    if (m_job.options.zeroBased) {
-        if (position == INT_MAX)
-            return DropReason::PositionTooLarge;
-        ++position;
-    }
-    return position < 1 ? std::optional(DropReason::PositionNotPositive) : std::nullopt;
-}
-
 void Preparation::appendName(const TableRows& rows) {
     if (m_columns.name >= 0)
         appendField(rows, m_columns.name);
@@ -323,6 +258,17 @@ void Preparation::drop(DropReason reason, const TableRows& rows) {
                              '\t' + bytesOf(rows.text()) + '\n');
 }
 
+QString Preparation::nothingWritten() const {
+    QStringList reasons;
+    for (int reason = 0; reason < dropReasonCount; ++reason)
+        if (const qint64 count = m_report.dropped[static_cast<size_t>(reason)].count; count > 0)
+            reasons
+                << QStringLiteral("%1 %2").arg(nameOf(static_cast<DropReason>(reason))).arg(count);
+    return QStringLiteral("None of the %1 rows can be used: %2.")
+        .arg(m_report.rows)
+        .arg(reasons.isEmpty() ? QStringLiteral("there are none") : reasons.join(", "));
+}
+
 Failure Preparation::finish() {
     collect(m_converter);
     const PrepareOptions& options = m_job.options;
@@ -331,6 +277,13 @@ Failure Preparation::finish() {
                        QStringLiteral("%1 rows have a p of 0.").arg(m_report.zeroBySmallest),
                        {},
                        {"--zero smallest", "--zero drop"}};
+    if (m_report.zeroBySmallest > 0 && m_converter.smallestText().isEmpty())
+        return Refusal{RefusalCode::ZeroP,
+                       QStringLiteral("No p-value is above 0, so there is none to write for 0."),
+                       {},
+                       {}};
+    if (m_report.written == 0)
+        return Refusal{RefusalCode::NotATable, nothingWritten(), {}, {}};
     QList<QByteArray> labels;
     for (const TableChromosome& chromosome : m_sink.chromosomes())
         labels.append(chromosome.label);
@@ -370,37 +323,23 @@ void Preparation::collect(const PConverter& converter) {
     m_report.smallestP = converter.smallestText().split('\t').first();
 }
 
-// The layouts of all inputs; those after the first must have its titles.
-std::variant<QList<Understanding>, Refusal> understandAll(const PrepareJob& job) {
-    QList<Understanding> tables;
-    for (const QString& path : job.inputs) {
-        const auto table = understandFile(path, job.options);
-        if (const auto* refusal = std::get_if<Refusal>(&table))
-            return *refusal;
-        tables.append(std::get<Understanding>(table));
-        if (tables.last().format.titles != tables.first().format.titles)
-            return Refusal{RefusalCode::DifferentColumns,
-                           QStringLiteral("%1 has other columns than %2: prepare them one by one.")
-                               .arg(path, job.inputs.first()),
-                           {},
-                           {}};
-    }
-    return tables;
-}
-
 } // namespace
 
 std::variant<PrepareReport, Refusal> prepare(const PrepareJob& job, QFileDevice& output) {
-    const auto understood = understandAll(job);
+    const auto understood = understandFiles(job.inputs, job.options);
     if (const auto* refusal = std::get_if<Refusal>(&understood))
         return *refusal;
     const auto& tables = std::get<QList<Understanding>>(understood);
+    PositionTable positions;
+    if (!job.options.positionsFile.isEmpty())
+        if (const Failure failure = positions.read(job.options.positionsFile))
+            return *failure;
     // That a table holds several tests may show only far down in it. It is then read again.
     for (QByteArray keptTest;;) {
         if (!output.resize(0) || !output.seek(0) ||
             (job.dropped && (!job.dropped->resize(0) || !job.dropped->seek(0))))
             return Refusal{RefusalCode::Unwritable, output.errorString(), {}, {}};
-        Preparation preparation(job, tables, output, keptTest);
+        Preparation preparation(job, tables, positions, output, keptTest);
         if (const Failure failure = preparation.run())
             return *failure;
         if (!preparation.foundAdditiveTest())

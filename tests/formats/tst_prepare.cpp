@@ -23,6 +23,8 @@ private slots:
     void windowReads();
     void preparedAgain();
     void droppedFile();
+    void positionsByName_data();
+    void positionsByName();
 
 private:
     QString file(const QByteArray& content, const char* name = "in.txt") const;
@@ -219,6 +221,8 @@ void Prepare::refused_data() {
         RefusalCode::SeveralTests);
     row("p of 0", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0.1\n", RefusalCode::ZeroP,
         with([](PrepareOptions& o) { o.zeroP = ZeroP::Fail; }));
+    row("p of 0 alone", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0\n", RefusalCode::ZeroP);
+    row("no row that can be used", "CHR\tBP\tP\n1\t5\tNA\n", RefusalCode::NotATable);
     row("a column that is not there", "CHR\tBP\tP\n1\t5\t0.1\n", RefusalCode::UnknownColumn,
         with([](PrepareOptions& o) { o.p = "Q"; }));
 }
@@ -290,6 +294,31 @@ void Prepare::droppedFile() {
     prepare({{in}, {}, &dropped, [](qint64) {}}, output);
     dropped.seek(0);
     QCOMPARE(dropped.readAll(), "p-missing\t2\t1\t5\tNA\nposition-not-whole\t4\t1\tx y\t0.1\n");
+}
+
+void Prepare::positionsByName_data() {
+    QTest::addColumn<QByteArray>("positions");
+    QTest::newRow("bim") << QByteArray("1\ta\t0\t500\tA\tC\n2\tb\t0.5\t70\tA\tG\n");
+    QTest::newRow("map") << QByteArray("1 a 0 500\n2  b 0.5 70\n");
+    QTest::newRow("pvar") << QByteArray("##x\n#CHROM\tPOS\tID\tREF\tALT\n1\t500\ta\tA\tC\n"
+                                        "2\t70\tb\tA\tG\n1\t9\tb\tA\tG\n");
+    QTest::newRow("a table") << QByteArray("SNP,BP,CHR\nb,70,2\na,500,1\n");
+}
+
+void Prepare::positionsByName() {
+    QFETCH(QByteArray, positions);
+    PrepareOptions options;
+    options.positionsFile = file(positions, "positions");
+    QByteArray out;
+    const auto result = run({file("SNP\tP\nb\t0.1\nc\t0.1\na\t0.01\n")}, options, out);
+    if (const auto* refusal = std::get_if<Refusal>(&result))
+        QFAIL(qPrintable(refusal->message));
+    QCOMPARE(out, namedHead + "1\t500\t0.01\t2\ta\n2\t70\t0.1\t1\tb\n");
+    const auto& report = std::get<PrepareReport>(result);
+    QCOMPARE(report.dropped[static_cast<size_t>(DropReason::NoPositionInTable)].count, 1);
+    options.positionsFile = file("a,b\n1,2\n", "none");
+    const auto refused = run({file("SNP\tP\nb\t0.1\n")}, options, out);
+    QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::NoPosition);
 }
 
 QTEST_GUILESS_MAIN(Prepare)

@@ -126,10 +126,9 @@ GenomePlot randomGenome(Random& random, const Points& points) {
     const bool isSorted = random.oneIn(2);
     for (int count = random.oneOf({1, 2, 3, 10, 40}); count > 0; --count) {
         const int start = points.positions.isEmpty() ? 0 : random.oneOf(points.positions);
-        plot.chromosomes << chromosomeFrom(start,
-                                           random.oneOf({QStringLiteral("1"), QStringLiteral("chr2"),
-                                                         QString(), QStringLiteral("X"),
-                                                         QString::number(count)}));
+        plot.chromosomes << chromosomeFrom(
+            start, random.oneOf({QStringLiteral("1"), QStringLiteral("chr2"), QString(),
+                                 QStringLiteral("X"), QString::number(count)}));
     }
     if (isSorted)
         std::sort(plot.chromosomes.begin(), plot.chromosomes.end(),

@@ -45,16 +45,13 @@ void ChromosomeLoad::run_data() {
     row("malformed lines before the block are not parsed", "B x y\nC 1.5 .1\nA 1 .1\nA 2 .1\n", "A",
         "1 2 = 1 1");
     row("nor are those after it", "A 1 .1\nA 2 .1\nB 1 .1\nA x y\nB x y\n", "A", "1 2 = 1 1");
-    row("a malformed p-value in the block", "B 1 .1\nA 1 .1\nA 2 x\n", "A",
-        "bad p-value");
-    row("a malformed position in the block", "B 1 .1\nA 1 .1\nA x .1\n", "A",
-        "bad position");
+    row("a malformed p-value in the block", "B 1 .1\nA 1 .1\nA 2 x\n", "A", "bad p-value");
+    row("a malformed position in the block", "B 1 .1\nA 1 .1\nA x .1\n", "A", "bad position");
     row("a malformed position beside a missing p-value", "A 1 .1\nA x NA\nA y 0\nA 2 .1\n", "A",
         "1 2 = 1 1");
     row("both malformed", "A y x\n", "A", "bad p-value");
     row("a short line before the block", "B 1\nA 1 .1\nA 2 .1\n", "A", "wrong columns");
-    row("a short line right after the block", "A 1 .1\nA 2 .1\nB 1\n", "A",
-        "wrong columns");
+    row("a short line right after the block", "A 1 .1\nA 2 .1\nB 1\n", "A", "wrong columns");
     row("a short line further on", "A 1 .1\nA 2 .1\nB 1 .1\nB 1\n", "A", "1 2 = 1 1");
     row("one point", "A 1 .1\nB 2 .1\nB 3 .1\n", "A", tooFew);
     row("one kept point", "A 1 .1\nA 2 NA\nA 3 0\n", "A", tooFew);

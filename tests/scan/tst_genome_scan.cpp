@@ -31,7 +31,7 @@ void row(const char* name, const QByteArray& lines, const QStringList& tags,
 }
 
 template <typename Value>
-QList<Value> valuesOf(const QList<Chromosome>& chromosomes, Value Chromosome::* value) {
+QList<Value> valuesOf(const QList<Chromosome>& chromosomes, Value Chromosome::*value) {
     QList<Value> values;
     for (const Chromosome& chromosome : chromosomes)
         values << chromosome.*value;

@@ -1,0 +1,83 @@
+#include "place_reader.h"
+
+#include "joined_id.h"
+#include "number_fields.h"
+#include "p_value.h"
+#include "position_text.h"
+#include "titles.h"
+
+#include <climits>
+
+std::optional<DropReason> PlaceReader::read(const TableRows& rows, std::string_view& chromosome,
+                                            int& position) {
+    std::string_view positionText;
+    if (m_table.columns.joined < 0 && m_table.columns.position < 0)
+        return findPlace(rows, chromosome, position);
+    if (m_table.columns.joined >= 0) {
+        const auto joined = readJoinedId(rows.field(static_cast<size_t>(m_table.columns.joined)));
+        if (!joined)
+            return DropReason::JoinedIdUnreadable;
+        chromosome = joined->chromosome;
+        positionText = joined->position;
+    } else {
+        chromosome = m_table.columns.chromosome >= 0
+                         ? rows.field(static_cast<size_t>(m_table.columns.chromosome))
+                         : viewOf(m_table.columns.chromosomeValue);
+        positionText = rows.field(static_cast<size_t>(m_table.columns.position));
+    }
+    // Some tools write both as 0 or -9 where the place is not known.
+    if ((chromosome == "0" || chromosome == "-9") && (positionText == "0" || positionText == "-9"))
+        return DropReason::ChromosomeMissing;
+    if (const auto reason = readPosition(positionText, position))
+        return reason;
+    if (chromosome != viewOf(m_knownLabel)) {
+        if (isMissing(chromosome))
+            return DropReason::ChromosomeMissing;
+        m_knownLabel = bytesOf(chromosome);
+    }
+    ++m_counts.chromosomeRows;
+    return std::nullopt;
+}
+
+std::optional<DropReason> PlaceReader::findPlace(const TableRows& rows,
+                                                 std::string_view& chromosome, int& position) {
+    const auto place = m_positions.find(rows.field(static_cast<size_t>(m_table.columns.name)));
+    if (!place)
+        return DropReason::NoPositionInTable;
+    chromosome = place->chromosome;
+    position = place->position;
+    ++m_counts.chromosomeRows;
+    return position < 1 ? std::optional(DropReason::PositionNotPositive) : std::nullopt;
+}
+
+std::optional<DropReason> PlaceReader::readPosition(std::string_view text, int& position) {
+    const std::optional<int> plain = plainInteger(text);
+    if (plain && *plain > 0 && *plain < INT_MAX) {
+        ++m_counts.positions;
+        position = *plain + (m_isZeroBased ? 1 : 0);
+        return std::nullopt;
+    }
+    switch (::readPosition(text, m_table.format, position)) {
+    case PositionKind::Missing:
+        return DropReason::PositionMissing;
+    case PositionKind::Fractional:
+        ++m_counts.positions;
+        ++m_counts.positionsFractional;
+        return DropReason::PositionNotWhole;
+    case PositionKind::NotANumber:
+        ++m_counts.positions;
+        ++m_counts.positionTexts;
+        return DropReason::PositionNotWhole;
+    case PositionKind::Whole:
+        break;
+    }
+    ++m_counts.positions;
+    if (position == INT_MAX && text != "2147483647")
+        return DropReason::PositionTooLarge;
+    if (m_isZeroBased) {
+        if (position == INT_MAX)
+            return DropReason::PositionTooLarge;
+        ++position;
+    }
+    return position < 1 ? std::optional(DropReason::PositionNotPositive) : std::nullopt;
+}
