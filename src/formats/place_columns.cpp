@@ -333,21 +333,24 @@ private:
                                                : QStringLiteral("no chromosomes and positions that "
                                                                   "belong together");
         refusal.message =
-            QStringLiteral("No title of the table says %1, and no marker names hold both. Name the "
-                           "columns with --chromosome and --position, or give a table of positions "
-                           "by marker name with --positions FILE.")
+            QStringLiteral(
+                "The titles say %1, and no marker names hold both. Name the columns with "
+                "--chromosome and --position, or give a table of positions by marker "
+                "name with --positions FILE.")
                 .arg(what);
         if (lacksChromosome && !lacksPosition)
             refusal.message += QStringLiteral(" For a table of one chromosome, say "
                                               "--chromosome-value NAME.");
-        addCandidates(refusal);
-        return refusal;
-    }
-
-    void addCandidates(Refusal& refusal) const {
         for (const Candidate& candidate : m_chromosomes + m_positions)
             refusal.candidates += m_table.titles()[candidate.column];
-        refusal.options = {"--chromosome COLUMN", "--position COLUMN", "--positions FILE"};
+        if (lacksChromosome == lacksPosition)
+            refusal.options = {"--chromosome COLUMN --position COLUMN"};
+        else if (lacksChromosome)
+            refusal.options = {"--chromosome COLUMN", "--chromosome-value NAME"};
+        else
+            refusal.options = {"--position COLUMN"};
+        refusal.options += "--positions FILE";
+        return refusal;
     }
 
     const HeadTable& m_table;
