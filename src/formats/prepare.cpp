@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <numeric>
 
 namespace {
 
@@ -289,26 +290,27 @@ Failure Preparation::finish() {
         labels.append(chromosome.label);
     const NamedChromosomes named = nameChromosomes(labels, options.chromosomeNames, false, false);
     m_report.remarks += named.remarks;
-    RowSink::Finish finish{named.names,
+    RowSink::Finish finish{named.names, RowSink::ranks(named.names),
                            m_report.zeroBySmallest > 0 ? m_converter.smallestText() : QByteArray(),
                            m_report.zeroBySmallest > 0 || named.names != labels};
-    const QList<quint32> ranks = m_sink.ranks();
-    m_report.chromosomes.resize(labels.size());
-    for (qsizetype c = 0; c < labels.size(); ++c) {
+    QList<quint32> order(labels.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](quint32 a, quint32 b) { return finish.ranks[a] < finish.ranks[b]; });
+    for (const quint32 c : std::as_const(order)) {
         const qint64 markers = m_sink.chromosomes()[c].markers;
         if (markers < options.minMarkers) {
             finish.names[c].clear();
             finish.isNeeded = true;
             m_report.written -= markers;
             m_report.dropped[static_cast<size_t>(DropReason::SmallChromosome)].count += markers;
-        }
-        m_report.chromosomes[ranks[c]] = {finish.names[c], markers};
+        } else
+            m_report.chromosomes.append({finish.names[c], markers});
     }
-    m_report.chromosomes.removeIf([](const ChromosomeCount& each) { return each.name.isEmpty(); });
+    if (!m_sink.finish(finish))
+        return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
     m_report.wasInOrder = m_sink.isInOrder();
-    if (m_sink.finish(finish))
-        return std::nullopt;
-    return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
+    return std::nullopt;
 }
 
 void Preparation::collect(const PConverter& converter) {

@@ -7,6 +7,7 @@
 #include <QTemporaryFile>
 #include <algorithm>
 #include <charconv>
+#include <functional>
 #include <numeric>
 
 namespace {
@@ -144,15 +145,19 @@ bool RowSink::flush() {
     return isWritten;
 }
 
-QList<quint32> RowSink::ranks() const {
-    QList<quint32> order(m_chromosomes.size());
+QList<quint32> RowSink::ranks(const QList<QByteArray>& names) {
+    QList<quint32> order(names.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) {
-        return isBefore(viewOf(m_chromosomes[a].label), viewOf(m_chromosomes[b].label));
+        return isBefore(viewOf(names[a]), viewOf(names[b]));
     });
     QList<quint32> ranks(order.size());
-    for (qsizetype place = 0; place < order.size(); ++place)
-        ranks[order[place]] = static_cast<quint32>(place);
+    quint32 rank = 0;
+    for (qsizetype place = 0; place < order.size(); ++place) {
+        if (place > 0 && names[order[place]] != names[order[place - 1]])
+            ++rank;
+        ranks[order[place]] = rank;
+    }
     return ranks;
 }
 
@@ -171,14 +176,38 @@ bool RowSink::rewrite(const Finish& finish) {
         m_error = written.errorString();
         return false;
     }
-    const QList<quint32> rank = ranks();
-    if (!moveWritten(written))
+    if (!moveWritten(written) || !sortAll(written, finish.ranks))
         return false;
-    if (m_rows && !m_rows->sort(rank)) {
+    if (m_rows && !m_rows->sort(finish.ranks)) {
         m_error = m_rows->error();
         return false;
     }
-    return merge(written, rank, finish);
+    return merge(written, finish);
+}
+
+// The names of chromosomes may order them otherwise than their labels did: then the rows that came
+// in order have to be sorted too, before the others.
+bool RowSink::sortAll(QIODevice& written, const QList<quint32>& ranks) {
+    const auto isBelow = [&](quint32 a, quint32 b) { return ranks[a] < ranks[b]; };
+    if (std::adjacent_find(m_written.begin(), m_written.end(), std::not_fn(isBelow)) ==
+        m_written.end())
+        return true;
+    auto rows = std::make_unique<OrderedRows>(m_memory);
+    WrittenRows early(written, m_written, m_writtenRows);
+    OrderedRow row;
+    bool isTaken = true;
+    while (isTaken && early.next(row))
+        isTaken = rows->add(row.chromosome, row.position, row.text);
+    if (m_rows && m_rows->sort(ranks))
+        while (isTaken && m_rows->next(row))
+            isTaken = rows->add(row.chromosome, row.position, row.text);
+    m_error = early.failed() ? written.errorString() : m_rows ? m_rows->error() : QString();
+    if (!isTaken)
+        m_error = rows->error();
+    m_rows = std::move(rows);
+    m_written.clear();
+    m_writtenRows.clear();
+    return m_error.isEmpty();
 }
 
 bool RowSink::moveWritten(QFileDevice& to) {
@@ -190,12 +219,12 @@ bool RowSink::moveWritten(QFileDevice& to) {
 }
 
 // Of rows with equal places those that came in order are first, as they were in the table.
-bool RowSink::merge(QIODevice& written, const QList<quint32>& rank, const Finish& finish) {
+bool RowSink::merge(QIODevice& written, const Finish& finish) {
     WrittenRows early(written, m_written, m_writtenRows);
     OrderedRow first, second;
     bool isFirst = early.next(first), isSecond = m_rows && m_rows->next(second);
     const auto placeOf = [&](const OrderedRow& row) {
-        return std::pair(rank[row.chromosome], row.position);
+        return std::pair(finish.ranks[row.chromosome], row.position);
     };
     m_block.clear();
     m_block.append(viewOf(m_header));

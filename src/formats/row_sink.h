@@ -34,13 +34,14 @@ public:
     const QList<TableChromosome>& chromosomes() const { return m_chromosomes; }
     bool isInOrder() const { return !m_rows; }
 
-    // The place of each chromosome in the order.
-    QList<quint32> ranks() const;
+    // The place of each chromosome in the order of these names; equal names share one.
+    static QList<quint32> ranks(const QList<QByteArray>& names);
 
     // How the rows are finished: the names of the chromosomes, what stands for a placeholder, and
     // the chromosomes that are left out.
     struct Finish {
         QList<QByteArray> names; // by the chromosome's number; empty where it is left out
+        QList<quint32> ranks;    // the place of each in the order
         QByteArray zeroText;     // in place of PConverter::zeroPlaceholder; empty to leave it
         bool isNeeded = false;   // else the rows are right as they were taken
     };
@@ -56,7 +57,8 @@ private:
     bool flush();
     bool rewrite(const Finish& finish);
     bool moveWritten(QFileDevice& to);
-    bool merge(QIODevice& written, const QList<quint32>& rank, const Finish& finish);
+    bool sortAll(QIODevice& written, const QList<quint32>& ranks);
+    bool merge(QIODevice& written, const Finish& finish);
     bool appendFinished(const OrderedRow& row, const Finish& finish);
 
     QFileDevice& m_output;

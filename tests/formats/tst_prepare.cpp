@@ -130,6 +130,10 @@ void Prepare::tables_data() {
     row("plain names", "CHR\tBP\tP\nchr1\t5\t0.1\nchrX\t6\t0.1\n",
         head + "1\t5\t0.1\t1\nX\t6\t0.1\t1\n",
         with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("names that order the chromosomes otherwise",
+        "CHR\tBP\tP\n23\t7\t0.1\nNC_000001.11\t5\t0.1\nX\t6\t0.1\n23\t5\t0.1\n",
+        head + "1\t5\t0.1\t1\nX\t5\t0.1\t1\nX\t6\t0.1\t1\nX\t7\t0.1\t1\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
     row("Windows' line ends", "CHR\tBP\tP\r\n1\t5\t0.1\r\n1\t6\t0.1\r\n",
         head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n");
     row("bytes that are no UTF-8", "SNP\tCHR\tBP\tP\n\xe9\t1\t5\t0.1\n",
