@@ -1,5 +1,7 @@
 #include "table_rows.h"
 
+#include <utility>
+
 namespace {
 
 constexpr qsizetype blockSize = 256 * 1024;
@@ -20,8 +22,8 @@ char delimiterOf(Separator separator) {
 
 } // namespace
 
-TableRows::TableRows(QIODevice& device, const TableFormat& format)
-    : m_format(format), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
+TableRows::TableRows(QIODevice& device, TableFormat format)
+    : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
 
 bool TableRows::next() {
     while (!m_lines.nextLine()) {

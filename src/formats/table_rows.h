@@ -16,7 +16,7 @@ class QIODevice;
 class TableRows {
 public:
     // The device is open for reading, at its start, and outlives this.
-    TableRows(QIODevice& device, const TableFormat& format);
+    TableRows(QIODevice& device, TableFormat format);
 
     // Goes to the next line. False after the last one, and where the device could not be read.
     bool next();
