@@ -120,10 +120,13 @@ private:
         if (word == title_table::exactPosition && family.suffix.empty() &&
             family.prefixes[0].empty())
             return normalTitle(title) == fromData(word);
+        const QString place = placeTitle(title);
+        if (!place.contains(fromData(word)))
+            return false;
         for (const std::string_view prefix : family.prefixes) {
             if (prefix.empty() && prefix.data() != family.prefixes[0].data())
                 continue;
-            if (placeTitle(title) == fromData(prefix) + fromData(word) + fromData(family.suffix))
+            if (place == fromData(prefix) + fromData(word) + fromData(family.suffix))
                 return true;
         }
         return false;

@@ -1,5 +1,6 @@
 #include "plain_layout.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QStringDecoder>
 
@@ -52,8 +53,12 @@ QStringList separatedFields(const QString& line, Separator separator) {
 }
 
 QStringList spacedFields(const QString& line, const QString& gap) {
-    const QRegularExpression field("\\G\"((?:[^\"]|\"\")*)\"(?:" + gap + "|$)|\\G(.+?)(?:" + gap +
-                                   "|$)");
+    static QHash<QString, QRegularExpression> patterns; // compiled once
+    const QString pattern =
+        QString("\\G\"((?:[^\"]|\"\")*)\"(?:" + gap + "|$)|\\G(.+?)(?:" + gap + "|$)");
+    if (!patterns.contains(pattern))
+        patterns[pattern].setPattern(pattern);
+    const QRegularExpression& field = patterns[pattern];
     QStringList fields;
     auto matches = field.globalMatch(line.trimmed());
     while (matches.hasNext()) {

@@ -102,12 +102,15 @@ private:
         if (titles.size() > 1 && titles.last().isEmpty())
             titles.removeLast();
         const QStringList body = m_lines.mid(line + 1);
-        const QList<QStringList> rows = fieldsOfBody(body, separator);
-        if (rows.isEmpty())
+        const auto first = std::find_if(body.begin(), body.end(), [](const QString& text) {
+            return !isEmpty(text) && !isComment(text);
+        });
+        if (first == body.end())
             return false;
-        const qsizetype columns = line < 0 ? rows.first().size() : titles.size();
+        const qsizetype columns = line < 0 ? fieldsOf(*first, separator).size() : titles.size();
         if (!bodyAgrees(body, separator, columns))
             return false;
+        const QList<QStringList> rows = fieldsOfBody(body, separator);
         const auto chosen = columnsOf(titles, rows, m_options);
         if (const auto* code = std::get_if<RefusalCode>(&chosen)) {
             if (missingOf(*code) == 0)

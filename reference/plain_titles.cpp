@@ -2,6 +2,7 @@
 
 #include "title_table.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <iterator>
 
@@ -119,41 +120,7 @@ int rankOf(const QStringList& words) {
     return rank;
 }
 
-} // namespace
-
-QString fromData(std::string_view text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString normalTitle(const QString& title) {
-    QString text = title;
-    if (text.startsWith(QLatin1String("\xef\xbb\xbf")))
-        text.remove(0, 3);
-    text = text.trimmed();
-    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
-        text = text.mid(1, text.size() - 2).trimmed();
-    for (QChar& character : text)
-        if (character >= u'A' && character <= u'Z')
-            character = character.toLower();
-    text.replace(QRegularExpression("[^a-z0-9\\x{80}-\\x{ff}]+"), "_");
-    return text.remove(QRegularExpression("^_+|_+$"));
-}
-
-QString placeTitle(const QString& title) {
-    return withoutBuilds(normalTitle(title)).remove(u'_');
-}
-
-QString buildInTitle(const QString& title) {
-    const QString normal = normalTitle(title);
-    for (const auto& build : title_table::builds)
-        if (normal.contains(fromData(build.piece)))
-            return fromData(build.build);
-    const QRegularExpression bare("(?:^|_)" + anyOf(title_table::wordsBeforeBareBuild) + "_?(" +
-                                  anyOf(title_table::bareBuilds) + ")(?=_|$)");
-    return bare.match(normal).captured(1);
-}
-
-std::optional<PTitle> pTitle(const QString& title) {
+std::optional<PTitle> judged(const QString& title) {
     Words words = wordsOf(normalTitle(title));
     if (!words.saysP)
         return {};
@@ -172,6 +139,51 @@ std::optional<PTitle> pTitle(const QString& title) {
                                               QRegularExpression::CaseInsensitiveOption);
     result.saysMinus = words.saysMinus || minusSign.match(title).hasMatch();
     return result;
+}
+
+} // namespace
+
+QString fromData(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString normalTitle(const QString& title) {
+    QString text = title;
+    if (text.startsWith(QLatin1String("\xef\xbb\xbf")))
+        text.remove(0, 3);
+    text = text.trimmed();
+    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
+        text = text.mid(1, text.size() - 2).trimmed();
+    for (QChar& character : text)
+        if (character >= u'A' && character <= u'Z')
+            character = character.toLower();
+    static const QRegularExpression others("[^a-z0-9\\x{80}-\\x{ff}]+");
+    static const QRegularExpression ends("^_+|_+$");
+    return text.replace(others, "_").remove(ends);
+}
+
+QString placeTitle(const QString& title) {
+    static QHash<QString, QString> known; // asked for often
+    if (!known.contains(title))
+        known[title] = withoutBuilds(normalTitle(title)).remove(u'_');
+    return known[title];
+}
+
+QString buildInTitle(const QString& title) {
+    const QString normal = normalTitle(title);
+    for (const auto& build : title_table::builds)
+        if (normal.contains(fromData(build.piece)))
+            return fromData(build.build);
+    const QRegularExpression bare("(?:^|_)" + anyOf(title_table::wordsBeforeBareBuild) + "_?(" +
+                                  anyOf(title_table::bareBuilds) + ")(?=_|$)");
+    return bare.match(normal).captured(1);
+}
+
+std::optional<PTitle> pTitle(const QString& title) {
+    static QHash<QString, std::optional<PTitle>> known; // asked for often
+    if (!known.contains(title))
+        known[title] = judged(title);
+    return known[title];
 }
 
 } // namespace plain

@@ -341,7 +341,7 @@ private:
         const int oddness = m_layout.oddness;
         return [this, sign, isPaired, oddness](Random& random) {
             if (random.oneIn(oddness))
-                return random.oneOf({"NA", "", "x", "inf", "-3", "3", "0", "400.5", "1e5", "-0"});
+                return QString(random.oneOf({"NA", "", "x", "inf", "-3", "3", "0", "400.5", "1e5", "-0"}));
             const double p = m_p.toDouble();
             double log = random.fraction() * random.oneOf({2, 9, 320, 500});
             if (isPaired && p > 0)
@@ -527,7 +527,7 @@ private:
             (m_random.oneIn(15) ? QStringLiteral("#") : QString()) + headerLine();
         QString content = preamble() + header + m_layout.lineEnd;
         const int oddness = m_layout.oddness * 3;
-        for (int lines = m_random.oneOf({1, 5, 12, 12, 40, 250}); lines > 0; --lines) {
+        for (int lines = m_random.oneOf({1, 5, 12, 12, 40, 120}); lines > 0; --lines) {
             if (m_random.oneIn(oddness))
                 content += m_random.oneOf({QString(), header, QStringLiteral("# note"),
                                            QStringLiteral("  ")}) +
