@@ -52,6 +52,8 @@ public:
             chooseP(columns);
         }
         columns.name = m_options.name ? named(*m_options.name) : nameColumn();
+        if (columns.name < 0)
+            columns.name = columns.joined;
         columns.test = m_options.test ? named(*m_options.test) : testColumn();
         for (int i = 0; i < m_titles.size(); ++i)
             if (isIn(title_table::traits, normalTitle(m_titles[i])))
@@ -265,7 +267,7 @@ private:
         for (const auto& [column, title] : group) {
             if (title.others == first.others)
                 (title.isLog ? logs : p) << column;
-            else if (first.rank == 2)
+            else if (first.rank != 1)
                 throw Failure{RefusalCode::SeveralPValues};
         }
         mustBeEqual(p);

@@ -2,6 +2,7 @@
 
 #include "plain_layout.h"
 
+#include <QLocale>
 #include <QRegularExpression>
 #include <cmath>
 
@@ -84,7 +85,10 @@ PText readLog(const QString& text, PScale scale) {
         negLog10 = -value;
     if (scale == PScale::Ln)
         negLog10 = -value * 0.434294481903251827651L;
-    const QString log = scale == PScale::NegLog10 ? text : sixDigits(negLog10);
+    const QString turned = text.startsWith(u'-') ? text.mid(1) : text;
+    const QString log = scale == PScale::NegLog10 ? text
+                        : scale == PScale::Log10  ? turned
+                                                  : sixDigits(negLog10);
     if (negLog10 < logOfRoundedOne)
         return {PText::OutOfRange, {}, {}, 0, false};
     if (negLog10 < 0)
@@ -95,7 +99,7 @@ PText readLog(const QString& text, PScale scale) {
         return result;
     }
     const double p = static_cast<double>(std::pow(10.0L, -negLog10));
-    return good(QString::asprintf("%.17g", p), log, negLog10);
+    return good(QString::number(p, 'g', QLocale::FloatingPointShortest), log, negLog10);
 }
 
 } // namespace plain

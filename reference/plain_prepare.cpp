@@ -99,9 +99,10 @@ private:
 
     bool trySeparator(qsizetype line, const QString& header, Separator separator) {
         QStringList titles = line < 0 ? QStringList() : fieldsOf(header, separator);
-        if (titles.size() > 1 && titles.last().isEmpty())
-            titles.removeLast();
         const QStringList body = m_lines.mid(line + 1);
+        if (titles.size() > 1 && titles.last().isEmpty() &&
+            !bodyAgrees(body, separator, titles.size()))
+            titles.removeLast();
         const auto first = std::find_if(body.begin(), body.end(), [](const QString& text) {
             return !isEmpty(text) && !isComment(text);
         });
@@ -135,6 +136,12 @@ QString withDecimalPoint(const QString& text, Separator separator) {
     return text;
 }
 
+QStringList normalTitles(QStringList titles) {
+    for (QString& title : titles)
+        title = normalTitle(title);
+    return titles;
+}
+
 class Preparation {
 public:
     explicit Preparation(const PrepareOptions& options) : m_options(options) {}
@@ -149,12 +156,12 @@ public:
         for (Row& row : m_rows)
             if (row.reason.isEmpty())
                 readPlace(row);
-        judgePositions();
         for (Row& row : m_rows)
             if (row.fields.size() >= fieldsNeeded())
                 row.p = readPOf(row);
         judgeP();
         judgePairs();
+        judgePositions();
         dropByP();
         judgeTraits();
         replaceZeros();
@@ -168,7 +175,7 @@ private:
         const Table table = HeaderSearch(lines, m_options).find();
         if (input == 0)
             m_table = table;
-        else if (table.titles != m_table.titles)
+        else if (normalTitles(table.titles) != normalTitles(m_table.titles))
             throw Failure{RefusalCode::DifferentColumns};
         for (qsizetype i = table.header + 1; i < lines.size(); ++i) {
             Row row;
@@ -249,6 +256,8 @@ private:
 
     void judgeTests() {
         const int column = m_table.columns.test;
+        if (column < 0 && m_options.testName)
+            throw Failure{RefusalCode::UnknownColumn};
         if (column < 0)
             return;
         if (m_options.testName)
@@ -346,7 +355,10 @@ private:
             if (row.fields.size() < fieldsNeeded() || m_table.columns.joined >= 0)
                 continue;
             const bool hasNone = row.reason == u"position-missing";
-            broken += row.reason == u"position-not-whole" ? 1 : 0;
+            if (row.reason == u"position-not-whole" &&
+                decimal(withDecimalPoint(field(row, m_table.columns.position), m_table.separator))
+                    .isNumber)
+                ++broken;
             all += row.reason.isEmpty() || (row.reason.startsWith("position") && !hasNone) ? 1 : 0;
             if (row.reason.isEmpty() &&
                 field(row, m_table.columns.end).toLongLong() == row.position + 1)
@@ -380,18 +392,23 @@ private:
         const Columns& c = m_table.columns;
         if (c.p < 0)
             return;
-        qint64 all = 0, above = 0, below = 0, atMost0 = 0;
+        qint64 all = 0, above = 0, below = 0, atMost0 = 0, texts = 0;
         for (const Row& row : m_rows) {
             const Decimal number = decimal(withDecimalPoint(field(row, c.p), m_table.separator));
-            if (!(row.reason.isEmpty() || row.reason.startsWith("position") ||
-                  row.reason.startsWith("chromosome")) ||
-                !number.isNumber)
+            if (!row.reason.isEmpty() && !row.reason.startsWith("position") &&
+                !row.reason.startsWith("chromosome"))
+                continue;
+            if (row.p.kind == PText::NotANumber)
+                ++texts;
+            if (!number.isNumber)
                 continue;
             ++all;
             above += !number.isNegative && number.value > 1.000001L ? 1 : 0;
             below += number.isNegative && !number.isZero ? 1 : 0;
             atMost0 += number.isNegative || number.isZero ? 1 : 0;
         }
+        if (texts > all)
+            throw Failure{RefusalCode::NoPValue};
         if (below > 0 && atMost0 == all)
             throw Failure{RefusalCode::LooksLikeLog};
         if (above * 100 > all)
@@ -410,7 +427,8 @@ private:
             const PText log =
                 readLog(withDecimalPoint(field(row, c.log), m_table.separator), c.logScale);
             if (row.fields.size() < fieldsNeeded() || p.kind != PText::Good ||
-                log.kind != PText::Good || p.isOnlyText || p.negLog10 > 323)
+                log.kind != PText::Good || p.isOnlyText || p.negLog10 > 323 ||
+                field(row, c.p).startsWith(u'<'))
                 continue;
             ++all;
             const long double difference = std::abs(p.negLog10 - log.negLog10);
@@ -423,7 +441,7 @@ private:
 
     void dropByP() {
         for (Row& row : m_rows) {
-            if (!row.reason.isEmpty())
+            if (!row.reason.isEmpty() && !row.reason.startsWith("position"))
                 continue;
             if (row.p.kind == PText::Missing)
                 row.reason = "p-missing";
