@@ -54,8 +54,10 @@ Decimal decimal(const QString& text) {
 PText readP(const QString& text) {
     if (isMissing(text))
         return {};
-    if (text.startsWith(u'<'))
-        return readP(text.mid(1).trimmed());
+    if (text.startsWith(u'<')) {
+        const PText bound = readP(text.mid(1).trimmed());
+        return bound.kind == PText::Missing ? PText{PText::NotANumber, {}, {}, 0, false} : bound;
+    }
     bool isRead = false;
     const double value = text.toDouble(&isRead);
     const Decimal number = decimal(text);

@@ -65,6 +65,13 @@ int missingOf(RefusalCode code) {
     }
 }
 
+bool endsEmpty(const QStringList& body, Separator separator) {
+    return std::all_of(body.begin(), body.end(), [separator](const QString& line) {
+        const QStringList fields = fieldsOf(line, separator);
+        return isEmpty(line) || isComment(line) || fields.isEmpty() || fields.last().isEmpty();
+    });
+}
+
 // Finds the header, and with it the separator and the columns.
 class HeaderSearch {
 public:
@@ -101,7 +108,7 @@ private:
         QStringList titles = line < 0 ? QStringList() : fieldsOf(header, separator);
         const QStringList body = m_lines.mid(line + 1);
         if (titles.size() > 1 && titles.last().isEmpty() &&
-            !bodyAgrees(body, separator, titles.size()))
+            (!bodyAgrees(body, separator, titles.size()) || endsEmpty(body, separator)))
             titles.removeLast();
         const auto first = std::find_if(body.begin(), body.end(), [](const QString& text) {
             return !isEmpty(text) && !isComment(text);
@@ -394,9 +401,10 @@ private:
             return;
         qint64 all = 0, above = 0, below = 0, atMost0 = 0, texts = 0;
         for (const Row& row : m_rows) {
-            const Decimal number = decimal(withDecimalPoint(field(row, c.p), m_table.separator));
+            const Decimal number = decimal(
+                withDecimalPoint(field(row, c.p), m_table.separator).remove(u'<').trimmed());
             if (!row.reason.isEmpty() && !row.reason.startsWith("position") &&
-                !row.reason.startsWith("chromosome"))
+                !row.reason.startsWith("chromosome") && row.reason != u"wrong-test")
                 continue;
             if (row.p.kind == PText::NotANumber)
                 ++texts;
@@ -496,8 +504,7 @@ private:
         const Columns& c = m_table.columns;
         QList<int> others;
         for (int i = 0; i < m_table.titles.size(); ++i)
-            if (i != c.chromosome && i != c.position && i != c.p && i != c.log && i != c.name &&
-                i != c.joined)
+            if (i != c.chromosome && i != c.position && i != c.p && i != c.log && i != c.name)
                 others << i;
         return m_options.allColumns ? others : QList<int>();
     }
