@@ -84,7 +84,8 @@ QString chromosomeKey(const QString& name) {
     if (key.startsWith("chr") && key.size() > 3)
         key.remove(0, 3);
     static const QRegularExpression zeros("^0+(?=[0-9])");
-    return key.remove(zeros);
+    key.remove(zeros);
+    return key == u"m" ? QStringLiteral("mt") : key;
 }
 
 bool comesBefore(const QString& a, const QString& b) {
@@ -99,7 +100,8 @@ QString writtenName(const QString& name, const QStringList& all, ChromosomeNames
     if (names == ChromosomeNames::Keep)
         return name;
     const QString plain = plainName(name, all);
-    return names == ChromosomeNames::Plain ? plain : "chr" + plain;
+    const bool isUsual = groupOf(chromosomeKey(plain)) < 2;
+    return names == ChromosomeNames::Chr && isUsual ? "chr" + plain : plain;
 }
 
 } // namespace plain

@@ -96,7 +96,7 @@ QStringList fieldsOf(const QString& line, Separator separator) {
     case Separator::WideSpaces:
         return spacedFields(line, "[ ]{2,}");
     case Separator::WhiteSpace:
-        return spacedFields(line, "[ \\t]+");
+        return spacedFields(line, "(?:[ ]*\\t[ ]*|[ ]+)");
     default:
         return separatedFields(line, separator);
     }

@@ -282,7 +282,7 @@ public:
         makeLayout();
         makeColumns();
         makeOptions();
-        m_mark = m_random.oneIn(15) ? "#" : "";
+        m_mark = !m_layout.alignsWithSpaces && m_random.oneIn(15) ? "#" : "";
         const int files = m_random.oneIn(10) ? 2 : 1;
         for (int i = 0; i < files; ++i)
             m_table.files << file();
