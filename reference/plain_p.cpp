@@ -1,0 +1,107 @@
+#include "plain_p.h"
+
+#include "plain_layout.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+#include <cmath>
+
+namespace plain {
+
+namespace {
+
+const QString smallestDouble = QStringLiteral("4.94065645841247e-324");
+constexpr long double logOfSmallest = 323.306215343115803585L; // -log10 of 2^-1074
+constexpr long double logOfRoundedOne = -4.3429426e-7L;        // -log10 of 1.000001
+
+QString sixDigits(long double number) {
+    return QString::asprintf("%.6Lg", number == 0 ? 0.0L : number);
+}
+
+PText good(const QString& p, const QString& log, long double negLog10) {
+    return {PText::Good, p, log, negLog10, false};
+}
+
+PText one(const QString& log = QStringLiteral("0")) {
+    return good(QStringLiteral("1"), log, 0);
+}
+
+} // namespace
+
+Decimal decimal(const QString& text) {
+    static const QRegularExpression form("^([+-]?)(\\d*)\\.?(\\d*)(?:[eE]([+-]?\\d{1,6}))?$");
+    const QRegularExpressionMatch match = form.match(text);
+    Decimal result;
+    QString digits = match.captured(2) + match.captured(3);
+    if (!match.hasMatch() || digits.isEmpty())
+        return result;
+    result.isNumber = true;
+    result.isNegative = match.captured(1) == u"-";
+    int exponent = match.captured(4).toInt() + static_cast<int>(match.captured(2).size());
+    while (digits.startsWith(u'0')) {
+        digits.remove(0, 1);
+        --exponent;
+    }
+    result.isZero = digits.isEmpty();
+    if (result.isZero)
+        return result;
+    const long double mantissa = std::strtold(("0." + digits.toLatin1()).constData(), nullptr);
+    result.log10 = std::log10(mantissa) + exponent;
+    result.value = std::strtold(text.toLatin1().constData(), nullptr);
+    return result;
+}
+
+PText readP(const QString& text) {
+    if (isMissing(text))
+        return {};
+    if (text.startsWith(u'<')) {
+        const PText bound = readP(text.mid(1).trimmed());
+        return bound.kind == PText::Missing ? PText{PText::NotANumber, {}, {}, 0, false} : bound;
+    }
+    bool isRead = false;
+    const double value = text.toDouble(&isRead);
+    const Decimal number = decimal(text);
+    if (!number.isNumber || (isRead && !std::isfinite(value)))
+        return {PText::NotANumber, {}, {}, 0, false};
+    if (number.isZero)
+        return {PText::Zero, {}, {}, 0, true};
+    if (number.isNegative)
+        return {PText::OutOfRange, {}, {}, 0, false};
+    if (-number.log10 < 0)
+        return number.value <= 1.000001L ? one() : PText{PText::OutOfRange, {}, {}, 0, false};
+    const bool isHeld = isRead && value > 0;
+    PText result = good(isHeld ? text : smallestDouble, sixDigits(-number.log10), -number.log10);
+    result.isOnlyText = !isHeld;
+    return result;
+}
+
+PText readLog(const QString& text, PScale scale) {
+    if (isMissing(text))
+        return {};
+    const Decimal number = decimal(text);
+    if (!number.isNumber || !std::isfinite(number.value))
+        return {PText::NotANumber, {}, {}, 0, false};
+    const long double value = number.isNegative ? -std::abs(number.value) : number.value;
+    long double negLog10 = value;
+    if (scale == PScale::Log10)
+        negLog10 = -value;
+    if (scale == PScale::Ln)
+        negLog10 = -value * 0.434294481903251827651L;
+    const QString turned = text.startsWith(u'-') ? text.mid(1) : text;
+    const QString log = scale == PScale::NegLog10 ? text
+                        : scale == PScale::Log10  ? turned
+                                                  : sixDigits(negLog10);
+    if (negLog10 < logOfRoundedOne)
+        return {PText::OutOfRange, {}, {}, 0, false};
+    if (negLog10 < 0)
+        return one();
+    if (negLog10 > logOfSmallest) {
+        PText result = good(smallestDouble, log, negLog10);
+        result.isOnlyText = true;
+        return result;
+    }
+    const double p = static_cast<double>(std::pow(10.0L, -negLog10));
+    return good(QString::number(p, 'g', QLocale::FloatingPointShortest), log, negLog10);
+}
+
+} // namespace plain
