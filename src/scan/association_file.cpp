@@ -4,6 +4,9 @@
 #include "number_fields.h"
 
 #include <QIODevice>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 AssociationFile::AssociationFile(QIODevice& device, const ReadOptions& options)
     : m_device(device), m_rule(options.layout), m_blocks(device, options.blockSize) {}
@@ -48,9 +51,7 @@ bool AssociationFile::readMarker(const Record& record, Marker& marker) {
 }
 
 Fault AssociationFile::takeFault() {
-    const Fault fault = *m_fault;
-    m_fault.reset();
-    return fault;
+    return *std::exchange(m_fault, std::nullopt);
 }
 
 bool AssociationFile::nextPiece() {
@@ -71,9 +72,11 @@ void AssociationFile::report(FaultCode code, const QString& column, std::string_
 
 // The leftmost column that is read and that the line does not reach is at fault.
 void AssociationFile::reportShortLine() {
-    const Column* missing = nullptr;
-    for (const Column* column : {&m_layout.chromosome, &m_layout.position, &m_layout.pValue})
-        if (column->index >= m_lines.fieldCount() && (!missing || column->index < missing->index))
-            missing = column;
-    report(FaultCode::IncorrectColumns, missing->name, m_lines.text());
+    std::array columns{&m_layout.chromosome, &m_layout.position, &m_layout.pValue};
+    std::sort(columns.begin(), columns.end(),
+              [](const Column* a, const Column* b) { return a->index < b->index; });
+    const auto missing =
+        std::find_if(columns.begin(), columns.end() - 1,
+                     [&](const Column* column) { return column->index >= m_lines.fieldCount(); });
+    report(FaultCode::IncorrectColumns, (*missing)->name, m_lines.text());
 }
