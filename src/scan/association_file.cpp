@@ -75,8 +75,8 @@ void AssociationFile::reportShortLine() {
     std::array columns{&m_layout.chromosome, &m_layout.position, &m_layout.pValue};
     std::sort(columns.begin(), columns.end(),
               [](const Column* a, const Column* b) { return a->index < b->index; });
-    const auto missing =
-        std::find_if(columns.begin(), columns.end() - 1,
-                     [&](const Column* column) { return column->index >= m_lines.fieldCount(); });
-    report(FaultCode::IncorrectColumns, (*missing)->name, m_lines.text());
+    const Column& missing =
+        **std::find_if(columns.begin(), columns.end() - 1,
+                       [&](const Column* column) { return column->index >= m_lines.fieldCount(); });
+    report(FaultCode::IncorrectColumns, missing.name, m_lines.text());
 }
