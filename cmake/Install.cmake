@@ -21,10 +21,12 @@ install(FILES ${PELMARK_SHARE}/debian/copyright DESTINATION ${CMAKE_INSTALL_DOCD
 
 # Debian requires the manual page and the changelog to be compressed.
 configure_file(${PELMARK_SHARE}/pelmark.1.in ${PROJECT_BINARY_DIR}/pelmark.1 @ONLY)
+configure_file(${PELMARK_SHARE}/pelmark-tools.1.in ${PROJECT_BINARY_DIR}/pelmark-tools.1 @ONLY)
 if(UNIX)
   find_program(GZIP gzip REQUIRED)
   set(compressed)
-  foreach(document ${PROJECT_BINARY_DIR}/pelmark.1 ${PELMARK_SHARE}/debian/changelog)
+  foreach(document ${PROJECT_BINARY_DIR}/pelmark.1 ${PROJECT_BINARY_DIR}/pelmark-tools.1
+          ${PELMARK_SHARE}/debian/changelog)
     cmake_path(GET document FILENAME name)
     add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/${name}.gz
                        COMMAND ${GZIP} -9nc ${document} > ${PROJECT_BINARY_DIR}/${name}.gz
@@ -32,6 +34,7 @@ if(UNIX)
     list(APPEND compressed ${PROJECT_BINARY_DIR}/${name}.gz)
   endforeach()
   add_custom_target(pelmark_documents ALL DEPENDS ${compressed})
-  install(FILES ${PROJECT_BINARY_DIR}/pelmark.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${PROJECT_BINARY_DIR}/pelmark.1.gz ${PROJECT_BINARY_DIR}/pelmark-tools.1.gz
+          DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${PROJECT_BINARY_DIR}/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()
