@@ -76,11 +76,12 @@ void Outputs::followsALink() {
 }
 
 // A file there can be written, but none beside it. The superuser, who can write everywhere, runs
-// the program as somebody else.
+// the program as somebody else, with a folder of its own for temporary files.
 void Outputs::writesIntoAReadOnlyFolder() {
     const ToolsRun run;
     run.write("in", table);
     QVERIFY(QDir(run.path(".")).mkdir("folder"));
+    QVERIFY(QDir(run.path(".")).mkdir("temporary"));
     run.write("folder/out.txt", "old");
     const auto setMode = [&run](const char* name, mode_t mode) {
         QCOMPARE(chmod(run.path(name).toLocal8Bit().constData(), mode), 0);
@@ -89,7 +90,11 @@ void Outputs::writesIntoAReadOnlyFolder() {
     setMode("in", 0644);
     setMode("folder/out.txt", 0666);
     setMode("folder", 0555);
+    setMode("temporary", 01777);
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", run.path("temporary"));
+    process.setProcessEnvironment(environment);
     process.setChildProcessModifier([] {
         constexpr uid_t nobody = 65534;
         if (geteuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0))
