@@ -101,7 +101,7 @@ PText readLog(const QString& text, PScale scale) {
         return result;
     }
     const double p = static_cast<double>(std::pow(10.0L, -negLog10));
-    return good(QString::number(p, 'g', QLocale::FloatingPointShortest), log, negLog10);
+    return good(QString::number(p, 'g', 17), log, negLog10);
 }
 
 } // namespace plain

@@ -15,7 +15,7 @@ namespace {
 constexpr double largestNegLog10 = 323.306; // of a double that is not 0
 constexpr std::string_view infoKey = "LOG10P=";
 
-std::string_view fieldOf(const TableRows& rows, int column) {
+inline std::string_view fieldOf(const TableRows& rows, int column) {
     return rows.field(static_cast<size_t>(column));
 }
 
@@ -70,9 +70,9 @@ std::optional<DropReason> PConverter::appendP(std::string_view p, const TableRow
     m_counts.countP(number, false, negLog10);
     if (m_table.columns.logP >= 0)
         comparePair(number, negLog10, p, rows);
-    text.append(p);
+    text.appendPadded(p);
     text.append('\t');
-    text.setEnd(writeNumber(negLog10, text.room(longestNumberText)));
+    text.setEnd(writeNumber(negLog10, text.room(numberTextRoom)));
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }
@@ -208,9 +208,9 @@ std::optional<DropReason> PConverter::appendPrepared(const TableRows& rows, Text
         return appendOddP(p, rows, text);
     m_counts.countP(number, false, negLog10);
     const size_t start = text.size();
-    text.append(p);
+    text.appendPadded(p);
     text.append('\t');
-    text.append(log);
+    text.appendPadded(log);
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }

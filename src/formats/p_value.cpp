@@ -184,24 +184,29 @@ double negLog10OfLargeZ(double z) {
     return z * (z / (2 * std::numbers::ln10)) + ln / std::numbers::ln10;
 }
 
-template <typename... Format>
-void appendNumber(double number, QByteArray& text, Format... format) {
-    char digits[32];
-    const std::to_chars_result end =
-        std::to_chars(std::begin(digits), std::end(digits), number, format...);
-    text.append(std::begin(digits), end.ptr - std::begin(digits));
+// 10^exponent to the last digit of a double, or nearly so: pow() of doubles may miss it by more.
+double powerOfTen(double exponent) {
+    return static_cast<double>(std::pow(10.0L, static_cast<long double>(exponent)));
+}
+
+void appendDigits(double number, QByteArray& text) {
+    constexpr int digits = 17;
+    char buffer[32];
+    const std::to_chars_result end = std::to_chars(std::begin(buffer), std::end(buffer), number,
+                                                   std::chars_format::general, digits);
+    text.append(std::begin(buffer), end.ptr - std::begin(buffer));
 }
 
 // The same below the smallest normal double, where doubles have fewer digits than the text.
 void appendSubnormalP(double negLog10, QByteArray& text) {
     const double exponent = std::floor(-negLog10);
-    const double digits = std::pow(10.0, -negLog10 - exponent);
+    const double digits = powerOfTen(-negLog10 - exponent);
     if (exponent < smallestPExponent ||
         (exponent == smallestPExponent && digits < smallestPDigits)) {
         text.append(smallestP.data(), smallestP.size());
         return;
     }
-    appendNumber(digits, text, std::chars_format::fixed);
+    appendDigits(digits, text);
     text.append('e');
     text.append(QByteArray::number(static_cast<int>(exponent)));
 }
@@ -236,15 +241,15 @@ bool readNumber(std::string_view text, bool decimalComma, double& number) {
 }
 
 void appendNegLog10(double negLog10, QByteArray& text) {
-    char digits[longestNumberText];
+    char digits[numberTextRoom];
     char* const end = writeNumber(negLog10 + 0.0, std::begin(digits)); // -0.0 becomes 0.0
     text.append(std::begin(digits), end - std::begin(digits));
 }
 
 void appendPOfNegLog10(double negLog10, QByteArray& text) {
-    const double p = std::pow(10.0, -negLog10);
+    const double p = powerOfTen(-negLog10);
     if (p >= smallestNormal)
-        appendNumber(p, text);
+        appendDigits(p, text);
     else
         appendSubnormalP(negLog10, text);
 }

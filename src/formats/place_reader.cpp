@@ -25,18 +25,32 @@ std::optional<DropReason> PlaceReader::read(const TableRows& rows, std::string_v
                          : viewOf(m_table.columns.chromosomeValue);
         positionText = rows.field(static_cast<size_t>(m_table.columns.position));
     }
+    const bool isKnown = chromosome == viewOf(m_knownLabel);
+    const auto isNowhere = [](std::string_view text) { return text == "0" || text == "-9"; };
     // Some tools write both as 0 or -9 where the place is not known.
-    if ((chromosome == "0" || chromosome == "-9") && (positionText == "0" || positionText == "-9"))
+    if (!isKnown && isNowhere(chromosome) && isNowhere(positionText))
         return DropReason::ChromosomeMissing;
-    if (const auto reason = readPosition(positionText, position))
-        return reason;
-    if (chromosome != viewOf(m_knownLabel)) {
+    if (!readPlain(positionText, position))
+        if (const auto reason = readPosition(positionText, position))
+            return reason;
+    if (!isKnown) {
         if (isMissing(chromosome))
             return DropReason::ChromosomeMissing;
-        m_knownLabel = bytesOf(chromosome);
+        if (!isNowhere(chromosome))
+            m_knownLabel = bytesOf(chromosome);
     }
     ++m_counts.chromosomeRows;
     return std::nullopt;
+}
+
+// The usual text of a position.
+bool PlaceReader::readPlain(std::string_view text, int& position) {
+    const std::optional<int> plain = plainInteger(text);
+    if (!plain || *plain < 1 || *plain == INT_MAX)
+        return false;
+    ++m_counts.positions;
+    position = *plain + (m_isZeroBased ? 1 : 0);
+    return true;
 }
 
 std::optional<DropReason> PlaceReader::findPlace(const TableRows& rows,
@@ -51,12 +65,6 @@ std::optional<DropReason> PlaceReader::findPlace(const TableRows& rows,
 }
 
 std::optional<DropReason> PlaceReader::readPosition(std::string_view text, int& position) {
-    const std::optional<int> plain = plainInteger(text);
-    if (plain && *plain > 0 && *plain < INT_MAX) {
-        ++m_counts.positions;
-        position = *plain + (m_isZeroBased ? 1 : 0);
-        return std::nullopt;
-    }
     switch (::readPosition(text, m_table.format, position)) {
     case PositionKind::Missing:
         return DropReason::PositionMissing;

@@ -23,6 +23,7 @@ public:
 private:
     std::optional<DropReason> findPlace(const TableRows& rows, std::string_view& chromosome,
                                         int& position);
+    bool readPlain(std::string_view text, int& position);
     std::optional<DropReason> readPosition(std::string_view text, int& position);
 
     const Understanding& m_table;

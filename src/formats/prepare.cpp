@@ -146,7 +146,7 @@ Failure Preparation::run() {
             return std::nullopt;
     }
     if (m_report.written > 0)
-        m_converter.counts().labels = m_sink.chromosomes().size();
+        m_converter.counts().labels = std::ssize(m_sink.chromosomes());
     if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
         return refusal;
     if (Failure refusal = m_parts.judge(m_tables.first().format.titles))
@@ -243,9 +243,9 @@ void Preparation::appendField(const TableRows& rows, int column) {
     const auto place = static_cast<size_t>(column);
     const std::string_view field = place < rows.fieldCount() ? rows.field(place) : "";
     m_text.append('\t');
-    if (field.find('\t') == std::string_view::npos)
-        m_text.append(field);
-    else // a quoted field may hold tabs
+    if (!rows.mayHoldTabs() || field.find('\t') == std::string_view::npos)
+        m_text.appendPadded(field);
+    else
         m_text.append(viewOf(bytesOf(field).replace('\t', ' ')));
 }
 

@@ -17,16 +17,16 @@ constexpr size_t blockSize = 256 * 1024;
 // Rows that were written in order, read back line by line.
 class WrittenRows {
 public:
-    WrittenRows(QIODevice& device, const QList<quint32>& chromosomes, const QList<qint64>& counts)
-        : m_device(device), m_chromosomes(chromosomes), m_counts(counts) {}
+    WrittenRows(QIODevice& device, const std::vector<WrittenRun>& runs)
+        : m_device(device), m_runs(runs) {}
 
     // False after the last row, and where the file cannot be read.
     bool next(OrderedRow& row) {
-        while (m_run < m_chromosomes.size() && m_taken == m_counts[m_run]) {
+        while (m_run < m_runs.size() && m_taken == m_runs[m_run].rows) {
             ++m_run;
             m_taken = 0;
         }
-        if (m_run == m_chromosomes.size())
+        if (m_run == m_runs.size())
             return false;
         m_line = m_device.readLine();
         m_failed = !m_line.endsWith('\n');
@@ -34,7 +34,7 @@ public:
             return false;
         ++m_taken;
         const qsizetype position = m_line.indexOf('\t') + 1, text = m_line.indexOf('\t', position);
-        row.chromosome = m_chromosomes[m_run];
+        row.chromosome = m_runs[m_run].chromosome;
         std::from_chars(m_line.constData() + position, m_line.constData() + text, row.position);
         row.text = viewOf(m_line).substr(size_t(text + 1), size_t(m_line.size() - text - 2));
         return true;
@@ -44,9 +44,8 @@ public:
 
 private:
     QIODevice& m_device;
-    const QList<quint32> m_chromosomes;
-    const QList<qint64> m_counts;
-    qsizetype m_run = 0;
+    const std::vector<WrittenRun>& m_runs;
+    size_t m_run = 0;
     qint64 m_taken = 0;
     QByteArray m_line;
     bool m_failed = false;
@@ -68,7 +67,7 @@ RowSink::RowSink(QFileDevice& output, const QByteArray& header, qint64 memory)
 }
 
 quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
-    if (m_lastChromosome && viewOf(m_lastLabel) == label) {
+    if (!m_chromosomes.empty() && viewOf(m_lastLabel) == label) {
         isOtherSpelling = m_lastIsOther;
         return m_lastOfLabel;
     }
@@ -81,7 +80,7 @@ quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
             known != m_byKey.constEnd() ? *known : static_cast<quint32>(m_chromosomes.size());
         if (known == m_byKey.constEnd()) {
             m_byKey.insert(key, number);
-            m_chromosomes.append({text, 0});
+            m_chromosomes.push_back({text, 0});
         }
         found = m_byLabel.insert(text, number);
     }
@@ -93,45 +92,56 @@ quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
 }
 
 bool RowSink::isAfterLast(quint32 chromosome, int position) const {
-    if (!m_lastChromosome)
+    if (m_runs.empty())
         return true;
-    if (chromosome == *m_lastChromosome)
+    const quint32 last = m_runs.back().chromosome;
+    if (chromosome == last)
         return position >= m_lastPosition;
     // Chromosomes that neither comes before the other are in order of their first rows.
     const auto label = [&](quint32 c) { return viewOf(m_chromosomes[c].label); };
-    return isBefore(label(*m_lastChromosome), label(chromosome)) ||
-           (!isBefore(label(chromosome), label(*m_lastChromosome)) &&
-            chromosome > *m_lastChromosome);
+    return isBefore(label(last), label(chromosome)) ||
+           (!isBefore(label(chromosome), label(last)) && chromosome > last);
 }
 
 bool RowSink::add(quint32 chromosome, int position, std::string_view text) {
-    ++m_chromosomes[chromosome].markers;
-    if (!m_rows && !isAfterLast(chromosome, position))
-        m_rows = std::make_unique<OrderedRows>(m_memory);
-    if (m_rows) {
+    TableChromosome& added = m_chromosomes[chromosome];
+    ++added.markers;
+    const bool isNext = !m_rows && !m_runs.empty() && m_runs.back().chromosome == chromosome &&
+                        position >= m_lastPosition;
+    if (!isNext && !startRun(chromosome, position)) {
         if (m_rows->add(chromosome, position, text))
             return true;
         m_error = m_rows->error();
         return false;
     }
-    if (m_lastChromosome != chromosome) {
-        m_written.append(chromosome);
-        m_writtenRows.append(0);
-    }
-    ++m_writtenRows.last();
-    m_lastChromosome = chromosome;
+    ++m_runs.back().rows;
     m_lastPosition = position;
-    return append(m_chromosomes[chromosome].label, position, text);
+    startLine(viewOf(added.label), position);
+    m_block.appendPadded(text);
+    return endLine();
 }
 
-bool RowSink::append(const QByteArray& name, int position, std::string_view text) {
+// False where the row does not come in order, or one before it did not.
+bool RowSink::startRun(quint32 chromosome, int position) {
+    if (!m_rows && !isAfterLast(chromosome, position))
+        m_rows = std::make_unique<OrderedRows>(m_memory);
+    if (m_rows)
+        return false;
+    m_runs.push_back({chromosome, 0});
+    return true;
+}
+
+void RowSink::startLine(std::string_view name, int position) {
     constexpr size_t longestPosition = 11;
-    m_block.append(viewOf(name));
-    m_block.append('\t');
-    char* const digits = m_block.room(longestPosition);
-    m_block.setEnd(std::to_chars(digits, digits + longestPosition, position).ptr);
-    m_block.append('\t');
-    m_block.append(text);
+    m_block.append(name);
+    char* at = m_block.room(longestPosition + 2);
+    *at++ = '\t';
+    at = std::to_chars(at, at + longestPosition, position).ptr;
+    *at++ = '\t';
+    m_block.setEnd(at);
+}
+
+bool RowSink::endLine() {
     m_block.append('\n');
     return m_block.size() < blockSize || flush();
 }
@@ -188,12 +198,13 @@ bool RowSink::rewrite(const Finish& finish) {
 // The names of chromosomes may order them otherwise than their labels did: then the rows that came
 // in order have to be sorted too, before the others.
 bool RowSink::sortAll(QIODevice& written, const QList<quint32>& ranks) {
-    const auto isBelow = [&](quint32 a, quint32 b) { return ranks[a] < ranks[b]; };
-    if (std::adjacent_find(m_written.begin(), m_written.end(), std::not_fn(isBelow)) ==
-        m_written.end())
+    const auto isBelow = [&](const WrittenRun& a, const WrittenRun& b) {
+        return ranks[a.chromosome] < ranks[b.chromosome];
+    };
+    if (std::adjacent_find(m_runs.begin(), m_runs.end(), std::not_fn(isBelow)) == m_runs.end())
         return true;
     auto rows = std::make_unique<OrderedRows>(m_memory);
-    WrittenRows early(written, m_written, m_writtenRows);
+    WrittenRows early(written, m_runs);
     OrderedRow row;
     bool isTaken = true;
     while (isTaken && early.next(row))
@@ -205,8 +216,7 @@ bool RowSink::sortAll(QIODevice& written, const QList<quint32>& ranks) {
     if (!isTaken)
         m_error = rows->error();
     m_rows = std::move(rows);
-    m_written.clear();
-    m_writtenRows.clear();
+    m_runs.clear();
     return m_error.isEmpty();
 }
 
@@ -220,7 +230,7 @@ bool RowSink::moveWritten(QFileDevice& to) {
 
 // Of rows with equal places those that came in order are first, as they were in the table.
 bool RowSink::merge(QIODevice& written, const Finish& finish) {
-    WrittenRows early(written, m_written, m_writtenRows);
+    WrittenRows early(written, m_runs);
     OrderedRow first, second;
     bool isFirst = early.next(first), isSecond = m_rows && m_rows->next(second);
     const auto placeOf = [&](const OrderedRow& row) {
@@ -248,8 +258,9 @@ bool RowSink::appendFinished(const OrderedRow& row, const Finish& finish) {
     const std::string_view zero = PConverter::zeroPlaceholder;
     const bool isZero = !finish.zeroText.isEmpty() && row.text.starts_with(zero) &&
                         (row.text.size() == zero.size() || row.text[zero.size()] == '\t');
-    if (!isZero)
-        return append(name, row.position, row.text);
-    const QByteArray text = finish.zeroText + bytesOf(row.text.substr(zero.size()));
-    return append(name, row.position, viewOf(text));
+    startLine(viewOf(name), row.position);
+    if (isZero)
+        m_block.append(viewOf(finish.zeroText));
+    m_block.append(isZero ? row.text.substr(zero.size()) : row.text);
+    return endLine();
 }

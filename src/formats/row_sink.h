@@ -9,12 +9,18 @@
 #include <QHash>
 #include <QList>
 #include <memory>
-#include <optional>
+#include <vector>
 
 // One chromosome of a table.
 struct TableChromosome {
     QByteArray label; // the first spelling
     qint64 markers = 0;
+};
+
+// Rows of one chromosome that were written one after the other.
+struct WrittenRun {
+    quint32 chromosome = 0; // by its number
+    qint64 rows = 0;
 };
 
 // Takes the kept rows of a table in any order and writes them in order. As long as they come in
@@ -28,10 +34,11 @@ public:
     // seen first.
     quint32 chromosome(std::string_view label, bool& isOtherSpelling);
 
-    // A row's text starts after the position. False when something could not be written.
+    // A row's text starts after the position; TextBuffer::chunk bytes after it are readable. False
+    // when something could not be written.
     bool add(quint32 chromosome, int position, std::string_view text);
 
-    const QList<TableChromosome>& chromosomes() const { return m_chromosomes; }
+    const std::vector<TableChromosome>& chromosomes() const { return m_chromosomes; }
     bool isInOrder() const { return !m_rows; }
 
     // The place of each chromosome in the order of these names; equal names share one.
@@ -52,8 +59,10 @@ public:
     QString error() const { return m_error; }
 
 private:
+    bool startRun(quint32 chromosome, int position);
     bool isAfterLast(quint32 chromosome, int position) const;
-    bool append(const QByteArray& name, int position, std::string_view text);
+    void startLine(std::string_view name, int position);
+    bool endLine();
     bool flush();
     bool rewrite(const Finish& finish);
     bool moveWritten(QFileDevice& to);
@@ -67,14 +76,12 @@ private:
     TextBuffer m_block;
     QHash<QByteArray, quint32> m_byLabel; // each spelling
     QHash<QByteArray, quint32> m_byKey;
-    QList<TableChromosome> m_chromosomes;
-    QByteArray m_lastLabel;
+    std::vector<TableChromosome> m_chromosomes;
+    QByteArray m_lastLabel; // as chromosome() was asked last, and what it said
     quint32 m_lastOfLabel = 0;
     bool m_lastIsOther = false;
-    std::optional<quint32> m_lastChromosome;
-    int m_lastPosition = 0;
-    QList<quint32> m_written; // the chromosomes of the output so far, in order, and where
-    QList<qint64> m_writtenRows;
+    std::vector<WrittenRun> m_runs; // the output so far
+    int m_lastPosition = 0;         // in it
     std::unique_ptr<OrderedRows> m_rows;
     QString m_error;
 };

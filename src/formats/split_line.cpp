@@ -1,5 +1,7 @@
 #include "table_format.h"
 
+#include "text_blocks.h"
+
 namespace {
 
 bool isSpace(char c) {
@@ -12,7 +14,8 @@ public:
     FieldCutter(std::string_view line, const TableFormat& format, QByteArray& scratch)
         : m_line(line), m_format(format), m_scratch(scratch) {
         m_scratch.resize(0);
-        m_scratch.reserve(qsizetype(line.size())); // views into it have to stay valid
+        // Views into it have to stay valid, and are padded like the line.
+        m_scratch.reserve(qsizetype(line.size()) + TextBlocks::padding);
     }
 
     void cut(QList<std::string_view>& fields) {

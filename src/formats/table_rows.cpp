@@ -26,11 +26,15 @@ TableRows::TableRows(QIODevice& device, TableFormat format)
     : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
 
 bool TableRows::next() {
+    const char delimiter = delimiterOf(m_format.separator);
     while (!m_lines.nextLine()) {
         m_linesBefore += static_cast<qint64>(m_lines.lineCount());
         const bool isMore = m_blocks.next();
-        m_lines.find(isMore ? m_blocks.piece() : std::string_view(),
-                     delimiterOf(m_format.separator));
+        const std::string_view piece = isMore ? m_blocks.piece() : std::string_view();
+        m_lines.find(piece, delimiter);
+        const auto has = [piece](char c) { return piece.find(c) != std::string_view::npos; };
+        m_hasQuotes = m_format.quoted && has('"');
+        m_hasSpaces = (delimiter != ' ' && has(' ')) || (delimiter != '\t' && has('\t'));
         if (!isMore)
             return false;
     }
@@ -42,7 +46,7 @@ bool TableRows::next() {
 
 // Where runs of spaces separate, a line without any is split the same way by single ones.
 bool TableRows::isPlainLine() const {
-    if (m_format.quoted && text().find('"') != std::string_view::npos)
+    if (m_hasQuotes && text().find('"') != std::string_view::npos)
         return false;
     if (m_format.separator < Separator::Spaces)
         return true;

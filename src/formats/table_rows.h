@@ -12,7 +12,7 @@ class QIODevice;
 
 // The lines of a table, one after the other from its first, and their fields without quotes and the
 // spaces around them. Bytes that are no UTF-8 are kept as they are; carriage returns are dropped.
-// Views are valid until the next line is read.
+// Views are valid until the next line is read, and followed by TextBlocks::padding readable bytes.
 class TableRows {
 public:
     // The device is open for reading, at its start, and outlives this.
@@ -25,11 +25,16 @@ public:
     qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
     std::string_view text() const { return m_lines.text(); }
 
+    // Whether a field of this line may hold a tab.
+    bool mayHoldTabs() const { return !m_isPlain || m_format.separator != Separator::Tab; }
+
     size_t fieldCount() const {
         return m_isPlain ? m_lines.fieldCount() : static_cast<size_t>(m_fields.size());
     }
     std::string_view field(size_t i) const {
-        return m_isPlain ? trimmed(m_lines.field(i)) : m_fields[static_cast<qsizetype>(i)];
+        if (!m_isPlain)
+            return m_fields[static_cast<qsizetype>(i)];
+        return m_hasSpaces ? trimmed(m_lines.field(i)) : m_lines.field(i);
     }
 
 private:
@@ -47,6 +52,8 @@ private:
     TextBlocks m_blocks;
     LineFields m_lines;
     qint64 m_linesBefore = 0; // in the pieces before this one
+    bool m_hasQuotes = false; // some line of this piece, in a table with quoted fields
+    bool m_hasSpaces = false; // some field of this piece
     bool m_isPlain = true;    // this line is split by single separators, without quotes
     QList<std::string_view> m_fields;
     QByteArray m_scratch;

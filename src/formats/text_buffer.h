@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text_blocks.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string_view>
@@ -18,9 +20,21 @@ public:
         std::memcpy(room(text.size()), text.data(), text.size());
         m_size += text.size();
     }
+
+    // The same for a text that is followed by `chunk` readable bytes. A copy of fixed size costs
+    // less than one whose size cannot be foreseen.
+    static constexpr size_t chunk = TextBlocks::padding;
+    void appendPadded(std::string_view text) {
+        char* const at = room(std::max(text.size(), chunk));
+        if (text.size() <= chunk)
+            std::memcpy(at, text.data(), chunk);
+        else
+            std::memcpy(at, text.data(), text.size());
+        m_size += text.size();
+    }
     void append(char character) { append(std::string_view(&character, 1)); }
 
-    // Where the next `size` bytes may be written, and how many of them were.
+    // Where the next `size` bytes may be written, and the end of those that were.
     char* room(size_t size) {
         if (m_bytes.size() - m_size < size)
             m_bytes.resize(std::max(2 * m_bytes.size(), m_size + size));

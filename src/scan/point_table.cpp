@@ -12,7 +12,7 @@ namespace {
 
 void appendRow(const QByteArray& label, int position, double value, QByteArray& rows) {
     constexpr int longestPosition = 11, others = 4;
-    char numbers[longestPosition + 2 * longestNumberText + others];
+    char numbers[longestPosition + 2 * numberTextRoom + others];
     char* at = numbers;
     *at++ = '\t';
     at = std::to_chars(at, std::end(numbers), position).ptr;

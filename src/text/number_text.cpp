@@ -1,10 +1,12 @@
 #include "number_text.h"
 
 #include <QByteArray>
+#include <QtEndian>
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
-#include <iterator>
+#include <cstring>
 
 namespace {
 
@@ -22,38 +24,75 @@ struct SixDigits {
     int exponent = 0; // power of ten of the first digit
 };
 
+// The power of ten of the first digit, or one less, for a number between 10^-17 and a million.
+int exponentOf(double number) {
+    constexpr int bias = 1023, digits = 52;
+    const int binary = static_cast<int>(std::bit_cast<quint64>(number) >> digits) - bias;
+    return (binary * 1233) >> 12; // 1233 / 4096 is the logarithm of 2
+}
+
 // Scales the number by a power of ten until six digits stand before the point. The product is off
 // by less than 10^-9, so it rounds as the exact value would unless its fraction is close to a half;
-// then the number is not plain. Nearly all numbers written are plain: they lie between 10^-17 and a
-// million.
+// then the number is not plain. Nearly all numbers written are plain.
 SixDigits sixDigits(double number) {
-    constexpr double largestError = 1e-9;
-    int power = 0;
-    double scaled = number;
-    while (scaled < lowestSixDigits && power + 1 < std::ssize(powersOfTen))
-        scaled = number * powersOfTen[++power];
-    if (!(scaled >= lowestSixDigits && scaled < highestSixDigits))
+    constexpr double lowest = 1e-16, largestError = 1e-9;
+    if (!(number >= lowest && number < highestSixDigits))
+        return {};
+    int power = std::max(4 - exponentOf(number), 0);
+    power += number * powersOfTen[power] < lowestSixDigits ? 1 : 0;
+    const double scaled = number * powersOfTen[power];
+    if (scaled >= highestSixDigits)
         return {};
     const int digits = static_cast<int>(scaled);
     const double rest = scaled - digits;
     return {std::abs(rest - 0.5) > largestError, digits + (rest > 0.5 ? 1 : 0), 5 - power};
 }
 
-char* writeFixed(const char* digits, const char* end, int exponent, char* at) {
-    if (exponent < 0) {
-        at = std::copy_n("0.000", 1 - exponent, at);
-        return std::copy(digits, end, at);
+// Six digits as text, without the zeros at their end. The text is kept in a register, the first
+// digit in the lowest byte, from which parts of it are stored without a detour through memory.
+class Digits {
+public:
+    explicit Digits(int number) {
+        constexpr quint64 zeros = 0x3030303030303030;
+        const auto all = static_cast<quint64>(number), four = all / 100, two = four / 100;
+        const quint64 pairs = two | (four % 100) << 16 | (all % 100) << 32;
+        const quint64 tens = (pairs * 103) >> 10 & 0x000f000f000f;
+        m_values = tens | (pairs - 10 * tens) << 8;
+        m_text = m_values | zeros;
+        while (m_values >> (8 * m_size - 8) == 0)
+            --m_size;
     }
-    const char* const point = digits + exponent + 1;
-    at = std::copy(digits, point, at);
-    if (end <= point)
-        return at;
-    *at++ = '.';
-    return std::copy(point, end, at);
+
+    int size() const { return m_size; }
+
+    // Writes the digits from one on; eight bytes are overwritten. Returns the end.
+    char* write(int from, char* at) const {
+        qToLittleEndian(m_text >> (8 * from), at);
+        return at + (m_size - from);
+    }
+
+private:
+    quint64 m_values = 0; // a byte each
+    quint64 m_text = 0;
+    int m_size = 6;
+};
+
+char* writeFixed(const Digits& digits, int exponent, char* at) {
+    if (exponent < 0) {
+        std::memcpy(at, "0.000\0\0", 8);
+        return digits.write(0, at + 1 - exponent);
+    }
+    const int whole = exponent + 1;
+    char* const end = digits.write(0, at);
+    if (digits.size() <= whole)
+        return at + whole;
+    at[whole] = '.';
+    digits.write(whole, at + whole + 1);
+    return end + 1;
 }
 
-char* writeScientific(const char* digits, const char* end, int exponent, char* at) {
-    at = writeFixed(digits, end, 0, at);
+char* writeScientific(const Digits& digits, int exponent, char* at) {
+    at = writeFixed(digits, 0, at);
     at = std::copy_n("e-", 2, at);
     if (exponent > -10)
         *at++ = '0';
@@ -68,10 +107,7 @@ char* writeNumber(double number, char* at) {
         const QByteArray text = QByteArray::number(number, 'g', 6);
         return std::copy(text.begin(), text.end(), at);
     }
-    char digits[6];
-    const char* end = std::to_chars(std::begin(digits), std::end(digits), rounded.digits).ptr;
-    while (end[-1] == '0')
-        --end;
-    const auto write = rounded.exponent < -4 ? writeScientific : writeFixed;
-    return write(digits, end, rounded.exponent, at);
+    const Digits digits(rounded.digits);
+    return rounded.exponent < -4 ? writeScientific(digits, rounded.exponent, at)
+                                 : writeFixed(digits, rounded.exponent, at);
 }

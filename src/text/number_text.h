@@ -1,9 +1,9 @@
 #pragma once
 
-// The longest text that writeNumber() writes is "-1.23457e-308".
-inline constexpr int longestNumberText = 13;
+// The longest text that writeNumber() writes is "-1.23457e-308"; it may overwrite what follows.
+inline constexpr int numberTextRoom = 16;
 
 // Writes the number at `at` as QTextStream does: at most six significant digits, in the shorter of
 // fixed and scientific notation, without a terminating zero. There must be room for
-// longestNumberText characters. Returns the end of the text.
+// numberTextRoom characters. Returns the end of the text.
 char* writeNumber(double number, char* at);

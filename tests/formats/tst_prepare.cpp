@@ -86,7 +86,7 @@ void Prepare::tables_data() {
     row("texts are copied", "CHR\tBP\tP\n1\t5\t0.0500\n1\t6\t5E-08\n1\t7\t.25\n",
         head + "1\t5\t0.0500\t1.30103\n1\t6\t5E-08\t7.30103\n1\t7\t.25\t0.60206\n");
     row("-log10 p", "CHROM GENPOS ID TEST LOG10P\n1 5 a ADD 1.5\n1 6 b ADD 400.25\n",
-        "Chr\tPosition\tP\t-log10(P)\tID\n1\t5\t0.03162277660168379\t1.5\ta\n"
+        "Chr\tPosition\tP\t-log10(P)\tID\n1\t5\t0.031622776601683791\t1.5\ta\n"
         "1\t6\t4.94065645841247e-324\t400.25\tb\n");
     row("p that no double holds", "CHR\tBP\tP\n1\t5\t4e-400\n1\t6\t0.1\n",
         head + "1\t5\t4.94065645841247e-324\t399.398\n1\t6\t0.1\t1\n");

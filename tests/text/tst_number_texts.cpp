@@ -1,4 +1,5 @@
 #include "number_fields.h"
+#include "number_text.h"
 #include "support/random.h"
 #include "support/reading.h"
 #include "support/reading_check.h"
@@ -29,6 +30,9 @@ private slots:
     void plainTexts_data();
     void plainTexts();
     void randomTexts();
+    void writtenNumbers_data();
+    void writtenNumbers();
+    void randomWrittenNumbers();
 };
 
 namespace {
@@ -66,6 +70,11 @@ template <typename Number>
 bool isSame(std::optional<Number> number, Number expected, bool isNumber) {
     return number.has_value() == isNumber &&
            (!isNumber || std::memcmp(&*number, &expected, sizeof expected) == 0);
+}
+
+QByteArray written(double number) {
+    char text[numberTextRoom];
+    return {text, writeNumber(number, text) - text};
 }
 
 std::string_view view(const QByteArray& text) {
@@ -312,6 +321,34 @@ void NumberTexts::randomTexts() {
     for (int i = randomCases(200'000); i > 0; --i) {
         const QByteArray text = random.oneIn(2) ? randomNumber(random) : randomCharacters(random);
         QVERIFY2(isReadLikeQt(text), text.constData());
+    }
+}
+
+void NumberTexts::writtenNumbers_data() {
+    QTest::addColumn<double>("number");
+    const auto add = [](double number) { QTest::addRow("%.17g", number) << number; };
+    for (const double power :
+         {1e-17, 1e-16, 1e-15, 1e-5, 1e-4, 1e-3, 0.01, 0.1, 1.0, 10.0, 1e5, 1e6})
+        for (const double factor : {1.0, 1.0000005, 0.9999995, 0.99999949999, 1.23456, 3.333335})
+            add(power * factor);
+    for (const double number : {infinity, notANumber, 0.0, -0.0, -1.5, 4.94065645841247e-324})
+        add(number);
+}
+
+void NumberTexts::writtenNumbers() {
+    QFETCH(const double, number);
+    QCOMPARE(written(number), QByteArray::number(number, 'g', 6));
+}
+
+void NumberTexts::randomWrittenNumbers() {
+    Random random(runSeed());
+    for (int i = randomCases(200'000); i > 0; --i) {
+        const int digits = random.between(1, 7); // so that some have fewer than six
+        const QByteArray text = QByteArray::number(
+            random.fraction() * std::pow(10.0, random.between(-20, 8)), 'g', digits);
+        const double number =
+            random.oneIn(9) ? std::bit_cast<double>(random.bits()) : text.toDouble();
+        QCOMPARE(written(number), QByteArray::number(number, 'g', 6));
     }
 }
 

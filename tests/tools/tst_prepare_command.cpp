@@ -44,7 +44,7 @@ void PrepareCommand::takesOptions_data() {
     row("--no-header --chromosome 2 --position 3 --p 1", "0.5\t1\t10\n0.1\t1\t20\n",
         "1\t10\t0.5\t0.30103\n1\t20\t0.1\t1\n");
     row("--p-is neglog10 --p P", "chr\tpos\tP\n1\t10\t1\n1\t20\t2\n",
-        "1\t10\t0.1\t1\n1\t20\t0.01\t2\n");
+        "1\t10\t0.10000000000000001\t1\n1\t20\t0.01\t2\n");
     row("--chromosome-value 7", "pos\tP\n10\t0.1\n", "7\t10\t0.1\t1\n");
     row("--where pop=EUR", "chr\tpos\tP\tpop\n1\t10\t0.1\tEUR\n1\t20\t0.1\tAFR\n",
         "1\t10\t0.1\t1\n");
