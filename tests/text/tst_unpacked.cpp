@@ -335,6 +335,25 @@ void Unpacking::foreignKinds_data() {
     row(QByteArray("\x89HDF\r\n\x1a\n", 8), "an HDF5 file");
     row("RDX3\nX\n", "an R data file");
     row(QByteArray(257, 'x') + "ustar", "a tar archive");
+    row("\x1f\x9d\x90", "a file packed by compress");
+    row("7z\xbc\xaf\x27\x1c", "a 7z archive");
+    row("Rar!\x1a\x07\x01", "a rar archive");
+    row("%!PS-Adobe-3.0", "a PostScript document");
+    row("{\\rtf1", "an RTF document");
+    row(QByteArray("ARROW1\0\0", 8), "an Arrow file");
+    row(QByteArray("FEA1\0\0", 6), "a Feather file");
+    row("BAM\x01", "a BAM file");
+    row("CRAM\x02", "a CRAM file");
+    row("CRAM\x03", "a CRAM file");
+    row("\x6c\x1b\x01\xff", "a PLINK .bed file");
+    row(QByteArray("SQLite format 3\0", 16), "an SQLite database");
+    row("RDX2\nX\n", "an R data file");
+    row(QByteArray("X\n\0\0\0\3", 6), "an R data file");
+    row("GIF87a", "a GIF picture");
+    row("GIF89a", "a GIF picture");
+    row("\x7f"
+        "ELF",
+        "a program");
     for (const char* text : {"", "P", "PK", "chr\tpos\tp\n", "BZh9 is a marker", "PAR1\tPAR2",
                              "##fileformat=VCFv4.2", "BCF\tCHR",
                              "\xff\xfe"
