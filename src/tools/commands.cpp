@@ -2,6 +2,8 @@
 #include "command.h"
 #include "prepare_command.h"
 
+#include <initializer_list>
+
 namespace {
 
 CommandSpec checkSpec() {
@@ -16,10 +18,47 @@ CommandSpec checkSpec() {
         check};
 }
 
+// How the columns of a result file are found, and which of its rows are read.
+std::vector<OptionSpec> readingOptions() {
+    return {
+        {"--chromosome", "COLUMN", "the chromosome"},
+        {"--position", "COLUMN", "the position in base pairs"},
+        {"--p", "COLUMN", "the p-value, or what --p-is says"},
+        {"--name", "COLUMN", "the marker's name"},
+        {"--test", "COLUMN|NAME",
+         "the column that says which test a row is of, or the test to keep"},
+        {"--test-name", "NAME", "the test to keep, where its name is a column's title too"},
+        {"--p-is",
+         "SCALE",
+         "what the p column holds: p, neglog10, log10 or ln",
+         {"p", "neglog10", "log10", "ln"}},
+        {"--p-from", "COLUMNS", "compute p from z, or from beta,se (two-sided, normal)"},
+        {"--z", "COLUMN", "for --p-from z"},
+        {"--beta", "COLUMN", "for --p-from beta,se"},
+        {"--se", "COLUMN", "for --p-from beta,se"},
+        {"--chromosome-value", "LABEL", "the chromosome of a file that has no column for it"},
+        {"--where", "COLUMN=VALUE", "keep only the rows with this value; may come again", {}, true},
+        {"--sample", "NAME", "the sample of a VCF that has several"},
+        {"--positions", "FILE",
+         "chromosome and position by marker name: .bim, .map, .pvar, VCF or any table"},
+        {"--no-header", nullptr, "there are no titles; columns are given by number"},
+        {"--zero-based", nullptr, "positions count from 0, as in BED files"},
+        {"--build",
+         "WHICH",
+         "author: the author's positions rather than harmonised ones",
+         {"author"}}};
+}
+
+std::vector<OptionSpec> joined(std::initializer_list<std::vector<OptionSpec>> lists) {
+    std::vector<OptionSpec> all;
+    for (const std::vector<OptionSpec>& list : lists)
+        all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
 CommandSpec prepareSpec() {
     return {
-        "prepare",
-        "make of any result file one that the window opens and shows rightly",
+        "prepare", "make of any result file one that the window opens and shows rightly",
         "Several files with the same columns, such as one a chromosome, become one scan. Columns "
         "are\n"
         "found by their titles and judged by their values; where that leaves a doubt, nothing is\n"
@@ -28,52 +67,24 @@ CommandSpec prepareSpec() {
         "OUT is put in place only when it is complete. The report goes to standard error: every "
         "row\n"
         "is either written or counted under the reason for which it was dropped.",
-        {{"-o,--output", "OUT", "the file to write; without it, standard output"},
-         {"--chromosome", "COLUMN", "the chromosome"},
-         {"--position", "COLUMN", "the position in base pairs"},
-         {"--p", "COLUMN", "the p-value, or what --p-is says"},
-         {"--name", "COLUMN", "the marker's name"},
-         {"--test", "COLUMN|NAME",
-          "the column that says which test a row is of, or the test to keep"},
-         {"--test-name", "NAME", "the test to keep, where its name is a column's title too"},
-         {"--p-is",
-          "SCALE",
-          "what the p column holds: p, neglog10, log10 or ln",
-          {"p", "neglog10", "log10", "ln"}},
-         {"--p-from", "COLUMNS", "compute p from z, or from beta,se (two-sided, normal)"},
-         {"--z", "COLUMN", "for --p-from z"},
-         {"--beta", "COLUMN", "for --p-from beta,se"},
-         {"--se", "COLUMN", "for --p-from beta,se"},
-         {"--chromosome-value", "LABEL", "the chromosome of a file that has no column for it"},
-         {"--where",
-          "COLUMN=VALUE",
-          "keep only the rows with this value; may come again",
-          {},
-          true},
-         {"--sample", "NAME", "the sample of a VCF that has several"},
-         {"--positions", "FILE",
-          "chromosome and position by marker name: .bim, .map, .pvar, VCF or any table"},
-         {"--no-header", nullptr, "there are no titles; columns are given by number"},
-         {"--zero-based", nullptr, "positions count from 0, as in BED files"},
-         {"--build",
-          "WHICH",
-          "author: the author's positions rather than harmonised ones",
-          {"author"}},
-         {"--zero",
-          "HOW",
-          "p of 0: smallest (of those above 0; the default), drop or fail",
-          {"smallest", "drop", "fail"}},
-         {"--chromosome-names",
-          "HOW",
-          "keep (the default), plain (1, X, MT) or chr (chr1, chrX, chrMT)",
-          {"keep", "plain", "chr"}},
-         {"--min-markers", "N", "leave out chromosomes with fewer markers"},
-         {"--all-columns", nullptr, "append all other columns under their titles"},
-         {"--lines", nullptr, "append each row's line number in its file"},
-         {"--memory", "SIZE", "memory for sorting, such as 512M or 2G (1G unless given)"},
-         {"--dropped", "FILE", "write every dropped line with its reason and line number"},
-         {"--json", "FILE", "write the report for programs to FILE"},
-         {"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}},
+        joined(
+            {{{"-o,--output", "OUT", "the file to write; without it, standard output"}},
+             readingOptions(),
+             {{"--zero",
+               "HOW",
+               "p of 0: smallest (of those above 0; the default), drop or fail",
+               {"smallest", "drop", "fail"}},
+              {"--chromosome-names",
+               "HOW",
+               "keep (the default), plain (1, X, MT) or chr (chr1, chrX, chrMT)",
+               {"keep", "plain", "chr"}},
+              {"--min-markers", "N", "leave out chromosomes with fewer markers"},
+              {"--all-columns", nullptr, "append all other columns under their titles"},
+              {"--lines", nullptr, "append each row's line number in its file"},
+              {"--memory", "SIZE", "memory for sorting, such as 512M or 2G (1G unless given)"},
+              {"--dropped", "FILE", "write every dropped line with its reason and line number"},
+              {"--json", "FILE", "write the report for programs to FILE"},
+              {"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
         prepareCommand};
 }
 

@@ -1,0 +1,91 @@
+#include "scan_table.h"
+
+#include "input_file.h"
+#include "number_fields.h"
+#include "p_value.h"
+#include "prepare.h"
+#include "titles.h"
+
+#include <QTemporaryFile>
+#include <cfloat>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+constexpr qsizetype blockSize = 256 * 1024;
+
+qint64 wholeNumber(std::string_view text) {
+    qint64 number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+// Takes the rows of a prepared table, whose last column is the line.
+void takeRow(const LineFields& fields, ScanTable& table) {
+    const std::string_view name = fields.field(0), log = fields.field(3);
+    const size_t row = table.positions.size();
+    if (table.chromosomes.isEmpty() || viewOf(table.chromosomes.last().name) != name)
+        table.chromosomes.append({bytesOf(name), row, row});
+    double p = 0.0, negLog10 = 0.0;
+    readReal(fields.field(2), p);
+    table.positions.push_back(static_cast<int>(wholeNumber(fields.field(1))));
+    table.values.push_back(-std::log10(p));
+    table.lines.push_back(wholeNumber(fields.field(fields.fieldCount() - 1)));
+    if (p < DBL_MIN && readNumber(log, false, negLog10))
+        table.belowNormal.insert(row, negLog10);
+    table.chromosomes.last().end = row + 1;
+}
+
+bool readPrepared(QIODevice& device, ScanTable& table) {
+    TextBlocks blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre);
+    LineFields fields;
+    bool isHeader = true;
+    while (blocks.next()) {
+        fields.find(blocks.piece(), '\t');
+        while (fields.nextLine())
+            if (!std::exchange(isHeader, false))
+                takeRow(fields, table);
+    }
+    return !blocks.failed();
+}
+
+Refusal unreadable(const QFileDevice& file) {
+    return {RefusalCode::Unwritable, file.errorString(), {}, {}};
+}
+
+} // namespace
+
+std::variant<ScanTable, Refusal> readScanTable(const QString& path, const PrepareOptions& options,
+                                               const std::function<void(qint64)>& progress) {
+    QTemporaryFile prepared;
+    if (!prepared.open())
+        return unreadable(prepared);
+    PrepareJob job{{path}, options, nullptr, progress};
+    job.options.allColumns = false;
+    job.options.lineNumbers = true;
+    auto report = prepare(job, prepared);
+    if (auto* refusal = std::get_if<Refusal>(&report))
+        return std::move(*refusal);
+    ScanTable table;
+    table.report = std::get<PrepareReport>(std::move(report));
+    if (!prepared.seek(0) || !readPrepared(prepared, table))
+        return unreadable(prepared);
+    return table;
+}
+
+std::optional<Refusal>
+visitLines(const QString& path, const TableFormat& format, const std::vector<qint64>& lines,
+           const std::function<void(size_t i, const TableRows& rows)>& visit) {
+    InputFile input(path);
+    if (std::optional<Refusal> refusal = input.open())
+        return refusal;
+    TableRows rows(input.text(), format);
+    for (size_t i = 0; i < lines.size() && rows.next();) {
+        if (rows.line() != lines[i])
+            continue;
+        visit(i, rows);
+        ++i;
+    }
+    return rows.failed() ? std::optional(input.failure()) : std::nullopt;
+}

@@ -1,0 +1,102 @@
+#include "scan_command.h"
+
+#include "column_option.h"
+#include "prepare_arguments.h"
+#include "table_head.h"
+#include "unpacked.h"
+
+#include <QFile>
+
+namespace {
+
+ExitStatus statusOf(RefusalCode code) {
+    switch (code) {
+    case RefusalCode::Unreadable:
+    case RefusalCode::Damaged:
+        return StatusUnreadable;
+    case RefusalCode::Unwritable:
+        return StatusUnwritable;
+    case RefusalCode::UnknownColumn:
+        return StatusWrongCall;
+    default:
+        return StatusNotUnderstood;
+    }
+}
+
+// The command line with an option more, in place of the same option where it had one.
+QByteArray commandWith(const char* name, const QByteArrayList& words, const QByteArray& addition) {
+    const QByteArray option = addition.left(addition.indexOf(' '));
+    QByteArray command = QByteArray("pelmark-tools ") + name;
+    bool isValue = false;
+    for (const QByteArray& word : words) {
+        const bool isSame =
+            option != "--where" && (word == option || word.startsWith(option + '='));
+        if (!isSame && !isValue)
+            command += ' ' + shellQuoted(word);
+        isValue = isSame && word == option && addition.contains(' ');
+    }
+    return command + ' ' + addition;
+}
+
+} // namespace
+
+std::optional<Failure> ScanCommand::readInputs(const QByteArrayList& files) {
+    for (const QByteArray& file : files)
+        if (std::optional<Failure> failure = m_inputs.add(file))
+            return failure;
+    if (const auto file = m_arguments.value("--positions"))
+        if (std::optional<Failure> failure = m_positions.add(*file))
+            return failure;
+    m_inputs.protect(m_positions);
+    return std::nullopt;
+}
+
+// Only --test needs the table to tell what its value is; any fault there is met again later.
+std::variant<PrepareOptions, Failure> ScanCommand::readOptions() {
+    TableHead head;
+    QFile file(m_inputs.paths()[0]);
+    if (m_arguments.has("--test") && file.open(QIODevice::ReadOnly)) {
+        UnpackedDevice unpacked(file);
+        if (unpacked.open(QIODevice::ReadOnly))
+            head = readTableHead(unpacked);
+    }
+    auto options = prepareOptions(
+        m_arguments, {head.text.constData(), static_cast<size_t>(head.text.size())}, head.isWhole);
+    if (auto* read = std::get_if<PrepareOptions>(&options); read && !m_positions.paths().isEmpty())
+        read->positionsFile = m_positions.paths()[0];
+    return options;
+}
+
+std::function<void(qint64)> ScanCommand::progress() {
+    if (!isWatched())
+        return [](qint64) {};
+    return [this](qint64 bytes) {
+        m_streams.error.write("\r\033[K" + QByteArray::number(bytes / 1'000'000) + " MB read");
+    };
+}
+
+void ScanCommand::clearProgress() {
+    if (isWatched())
+        m_streams.error.write("\r\033[K");
+}
+
+int ScanCommand::end(const Failure& failure) {
+    if (!failure.message.isEmpty())
+        complain(m_streams, failure.message);
+    return failure.status;
+}
+
+int ScanCommand::refuse(const Refusal& refusal, qsizetype input) {
+    const QString where =
+        refusal.line > 0 ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[input]).arg(refusal.line)
+                         : QString();
+    complain(m_streams, where + m_inputs.named(refusal.message));
+    if (!refusal.candidates.isEmpty())
+        m_streams.error.write("  to choose from: " + refusal.candidates.join(", ") + '\n');
+    if (!refusal.options.isEmpty())
+        m_streams.error.write(refusal.options.size() == 1 ? "  This decides:\n"
+                                                          : "  Each of these decides:\n");
+    for (const QByteArray& option : refusal.options)
+        m_streams.error.write("    " + commandWith(m_name, m_arguments.words, option) + '\n');
+    return statusOf(refusal.code);
+}
