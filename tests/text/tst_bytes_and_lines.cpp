@@ -1,6 +1,7 @@
 #include "line_fields.h"
 #include "support/reading_check.h"
 #include "text_blocks.h"
+#include "utf8.h"
 
 #include <QStringConverter>
 #include <QTest>
@@ -21,6 +22,7 @@ private slots:
     void labels_data();
     void labels();
     void lineNumbers();
+    void partedTexts();
 };
 
 namespace {
@@ -209,6 +211,20 @@ void BytesAndLines::lineNumbers() {
     }
     lines.rewind();
     QCOMPARE(lines.lineInPiece(), 0U);
+}
+
+// However a text is parted, its bytes are the same, and they become the same text again.
+void BytesAndLines::partedTexts() {
+    const QString text = QStringLiteral(u"\U0001F9EC\xd83e\u00e9a\xddec\U0001F9EC\xd83e");
+    QByteArray whole;
+    appendUtf8(text, whole);
+    QCOMPARE(fromUtf8({whole.constData(), static_cast<size_t>(whole.size())}), text);
+    for (qsizetype at = 0; at <= text.size(); ++at) {
+        QByteArray parted;
+        appendUtf8(QStringView(text).first(at), parted);
+        appendUtf8(QStringView(text).sliced(at), parted);
+        QCOMPARE(parted, whole);
+    }
 }
 
 QTEST_GUILESS_MAIN(BytesAndLines)
