@@ -4,6 +4,7 @@
 #include "number_fields.h"
 #include "p_value.h"
 #include "prepare.h"
+#include "quick_scan.h"
 #include "titles.h"
 
 #include <QTemporaryFile>
@@ -58,6 +59,17 @@ Refusal unreadable(const QFileDevice& file) {
 
 std::variant<ScanTable, Refusal> readScanTable(const QString& path, const PrepareOptions& options,
                                                const std::function<void(qint64)>& progress) {
+    const auto understood = understandFiles({path}, options);
+    if (const auto* refusal = std::get_if<Refusal>(&understood))
+        return *refusal;
+    const Understanding& understanding = std::get<QList<Understanding>>(understood).first();
+    if (auto scan = quickScan(path, understanding, options, progress))
+        return std::move(*scan);
+    return preparedScan(path, options, progress);
+}
+
+std::variant<ScanTable, Refusal> preparedScan(const QString& path, const PrepareOptions& options,
+                                              const std::function<void(qint64)>& progress) {
     QTemporaryFile prepared;
     if (!prepared.open())
         return unreadable(prepared);

@@ -38,6 +38,11 @@ std::variant<ScanTable, Refusal> readScanTable(
     const QString& path, const PrepareOptions& options,
     const std::function<void(qint64)>& progress = [](qint64) {});
 
+// The same by way of prepare(), for tables of any kind.
+std::variant<ScanTable, Refusal> preparedScan(
+    const QString& path, const PrepareOptions& options,
+    const std::function<void(qint64)>& progress = [](qint64) {});
+
 // Reads the file again and calls `visit` with each of these lines, which ascend, and its place
 // among them. Nothing where all went well.
 std::optional<Refusal>

@@ -1,0 +1,166 @@
+#include "input_file.h"
+#include "quick_scan.h"
+#include "scan_table.h"
+#include "support/random.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+// The quick way into memory, held against the way by prepare().
+class ScanTables : public QObject {
+    Q_OBJECT
+
+private slots:
+    void kinds_data();
+    void kinds();
+    void randomTables();
+    void visitsLines();
+
+private:
+    QString write(const QByteArray& text) const;
+
+    const QTemporaryDir m_folder;
+};
+
+namespace {
+
+std::optional<ScanTable> quickly(const QString& path, const PrepareOptions& options = {}) {
+    const auto understood = understandFiles({path}, options);
+    const auto* tables = std::get_if<QList<Understanding>>(&understood);
+    return tables ? quickScan(path, tables->first(), options, [](qint64) {}) : std::nullopt;
+}
+
+QByteArray textOf(const ScanTable& scan) {
+    QByteArray text = QByteArray::number(scan.report.rows) + " rows " +
+                      QByteArray::number(scan.report.written) + " written\n";
+    for (const Dropped& dropped : scan.report.dropped) {
+        text += QByteArray::number(dropped.count) + ':';
+        for (const InputLine& line : dropped.firstLines)
+            text += ' ' + QByteArray::number(line.line);
+        text += '\n';
+    }
+    for (const ChromosomeCount& chromosome : scan.report.chromosomes)
+        text += chromosome.name + ' ' + QByteArray::number(chromosome.markers) + '\n';
+    for (const ScanTable::Chromosome& chromosome : scan.chromosomes)
+        for (size_t row = chromosome.begin; row < chromosome.end; ++row)
+            text += chromosome.name + ' ' + QByteArray::number(scan.positions[row]) + ' ' +
+                    QByteArray::number(scan.values[row], 'g', 17) + ' ' +
+                    QByteArray::number(scan.negLog10(row), 'g', 17) + ' ' +
+                    QByteArray::number(scan.lines[row]) + '\n';
+    return text;
+}
+
+QByteArray randomTable(Random& random) {
+    const char delimiter = random.oneOf({'\t', '\t', ','});
+    const bool isOdd = random.oneIn(2);
+    QByteArray text = random.oneIn(4) ? "# made by a tool\n" : "";
+    text += QByteArray("chr|pos|p|id").replace('|', delimiter) + '\n';
+    int chromosome = 1, position = 1;
+    for (int row = random.between(1, 60); row > 0; --row) {
+        chromosome += random.oneIn(10) ? 1 : 0;
+        position = random.oneIn(20) ? random.between(1, 1000) : position + random.below(100);
+        if (chromosome > 1 && random.oneIn(10))
+            position = 1;
+        QByteArray label = QByteArray::number(chromosome),
+                   p = QByteArray::number(random.fraction());
+        QByteArray place = QByteArray::number(position), name = "rs" + place;
+        if (random.oneIn(8))
+            p = random.oneOf({"NA", "", ".", "1", "1e-300", ".0123"});
+        if (isOdd && random.oneIn(20)) {
+            p = random.oneOf({"0", "1e-310", "1e-400", "<1e-9", "2", "-1", "x", "inf", "nan", "1"});
+            label = random.oneOf({"chr1", "0", "NA", "", "01", "X", "MT"});
+            place = random.oneOf({"0", "1.5", "1e5", "", "NA", "-4", "99999999999", "2147483647"});
+            name = random.oneOf({"a b", "\"q\"", " c", ""});
+        }
+        QByteArray line = label + delimiter + place + delimiter + p + delimiter + name;
+        if (isOdd && random.oneIn(30))
+            line = random.oneOf({"", "#", "1", "chr"});
+        text += line + '\n';
+    }
+    return text;
+}
+
+} // namespace
+
+QString ScanTables::write(const QByteArray& text) const {
+    QFile file(m_folder.filePath("table"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write");
+    return file.fileName();
+}
+
+void ScanTables::kinds_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("isQuick");
+    const auto row = [](const char* name, const char* text, bool isQuick) {
+        QTest::newRow(name) << QByteArray(text) << isQuick;
+    };
+    const char* const start = "chr\tpos\tp\n1\t5\t0.1\n1\t5\t.2\n2\t3\t1e-5\n";
+    const auto with = [&](const char* name, const char* line, bool isQuick) {
+        QTest::newRow(name) << QByteArray(start) + line + '\n' << isQuick;
+    };
+    row("plain", start, true);
+    row("commas", "chr,pos,p value\n1,5,0.1\n1,6,0.1\n", true);
+    row("a saved table", "Chr\tPosition\tP\t-log10(P)\n1\t5\t0.1\t1\n1\t6\t0.1\t1\n", true);
+    with("a missing p", "2\t9\tNA", true);
+    with("spaces between columns", "2 9 0.1", false);
+    with("a p of 0", "2\t9\t0", false);
+    with("p below the normal doubles", "2\t9\t1e-310", false);
+    with("p above 1", "2\t9\t1.0000001", false);
+    with("out of order", "2\t2\t0.1", false);
+    with("a chromosome that returns", "1\t9\t0.1", false);
+    with("another spelling", "chr2\t9\t0.1", false);
+    with("a comment", "# the end", false);
+    with("an empty line", "", false);
+    with("a quote", "\"2\"\t9\t0.1", false);
+    row("-log10 p", "chr\tpos\tlog10p\n1\t5\t0.1\n1\t6\t3\n", false);
+    row("a name that holds the place", "snp\tp\n1:5:A:C\t0.1\n1:6:A:C\t0.1\n", false);
+}
+
+void ScanTables::kinds() {
+    QFETCH(const QByteArray, text);
+    QFETCH(const bool, isQuick);
+    const QString path = write(text);
+    const auto quick = quickly(path);
+    QCOMPARE(quick.has_value(), isQuick);
+    const auto prepared = preparedScan(path, {}), read = readScanTable(path, {});
+    const auto* table = std::get_if<ScanTable>(&read);
+    QCOMPARE(table != nullptr, std::holds_alternative<ScanTable>(prepared));
+    if (table)
+        QCOMPARE(textOf(*table), textOf(std::get<ScanTable>(prepared)));
+}
+
+void ScanTables::randomTables() {
+    Random random(runSeed());
+    int taken = 0;
+    const int cases = randomCases(500);
+    for (int i = 0; i < cases; ++i) {
+        const QByteArray text = randomTable(random);
+        const QString path = write(text);
+        const auto quick = quickly(path);
+        if (!quick)
+            continue;
+        ++taken;
+        const auto prepared = preparedScan(path, {});
+        QVERIFY2(std::holds_alternative<ScanTable>(prepared), text);
+        QVERIFY2(textOf(*quick) == textOf(std::get<ScanTable>(prepared)), text);
+    }
+    QVERIFY(taken > cases / 20);
+}
+
+void ScanTables::visitsLines() {
+    const QString path = write("chr\tpos\tp\n1\t5\t0.1\n1\t6\t0.2\n2\t3\t0.3\n");
+    const auto read = readScanTable(path, {});
+    const auto& scan = std::get<ScanTable>(read);
+    QByteArrayList seen;
+    const auto note = [&](size_t i, const TableRows& rows) {
+        const std::string_view p = rows.field(2);
+        seen.append(QByteArray::number(static_cast<int>(i)) + ' ' +
+                    QByteArray(p.data(), static_cast<qsizetype>(p.size())));
+    };
+    QVERIFY(!visitLines(path, scan.report.table.format, {2, 4}, note));
+    QCOMPARE(seen, QByteArrayList({"0 0.1", "1 0.3"}));
+}
+
+QTEST_GUILESS_MAIN(ScanTables)
+#include "tst_scan_table.moc"
