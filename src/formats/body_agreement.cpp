@@ -4,6 +4,7 @@
 #include "title_table.h"
 #include "titles.h"
 
+#include <QSet>
 #include <algorithm>
 
 namespace {
@@ -63,6 +64,21 @@ bool startWithRowNames(const HeadTable& table) {
     };
     return isNumbered() || std::all_of(table.body().begin(), table.body().end(), isQuoted) ||
            std::all_of(names.begin(), names.end(), isMarker);
+}
+
+bool startWithNumberedRowNames(const HeadTable& table) {
+    QSet<QByteArray> names;
+    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    for (const HeadLine& line : lines) {
+        const QList<QByteArray> fields = table.fields(line);
+        const QByteArray name = fields.value(0);
+        const auto quotes = std::count(line.text.begin(), line.text.end(), '"');
+        const bool isQuotedAlone = line.text.substr(0, 1) == "\"" && quotes < 2 * fields.size();
+        if (!isQuotedAlone || name.toLongLong() < 1 || names.contains(name))
+            return false;
+        names.insert(name);
+    }
+    return lines.size() > 1;
 }
 
 bool hasNumbers(const QList<QByteArray>& titles) {

@@ -193,7 +193,8 @@ private:
     std::optional<Attempt> tryTable(HeadTable& table, int score) {
         Attempt attempt{{}, std::nullopt, score};
         const Agreement agrees = agreement(table, m_isWhole);
-        if (agrees == Agreement::OneFieldMore && startWithRowNames(table) && !makesSense(table))
+        if (agrees == Agreement::OneFieldMore &&
+            (startWithNumberedRowNames(table) || (startWithRowNames(table) && !makesSense(table))))
             addRowNames(table, attempt);
         else if (agrees != Agreement::Agrees)
             return noteDisagreement(table, score), std::nullopt;

@@ -139,9 +139,10 @@ std::function<void(qint64)> Prepare::progress() {
 }
 
 int Prepare::refuse(const Refusal& refusal) {
-    const QString where = refusal.line > 0
-                              ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[0]).arg(refusal.line)
-                              : QString();
+    const QString where =
+        refusal.line > 0
+            ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[refusal.input]).arg(refusal.line)
+            : QString();
     complain(m_streams, where + m_inputs.named(refusal.message));
     if (!refusal.candidates.isEmpty())
         m_streams.error.write("  to choose from: " + refusal.candidates.join(", ") + '\n');
