@@ -170,8 +170,10 @@ private:
 
     // Enough titles to say what the table lacks; a line of prose may have one by chance.
     bool isTelling(const Attempt& attempt) const {
+        const TableFormat& format = attempt.understanding.format;
         return attempt.score > 1 || namesColumns(m_options) ||
-               (attempt.score == 1 && attempt.understanding.format.titles.size() > 2);
+               (attempt.score == 1 &&
+                (format.titles.size() > 2 || format.separator == Separator::Tab));
     }
 
     // Nothing where the line makes no sense as header.

@@ -3,8 +3,10 @@
 #include "chromosome_names.h"
 #include "column_option.h"
 #include "input_file.h"
+#include "output_columns.h"
 #include "p_converter.h"
 #include "place_reader.h"
+#include "role_titles.h"
 #include "row_sink.h"
 #include "table_parts.h"
 #include "table_rows.h"
@@ -46,7 +48,6 @@ private:
     Failure finish();
     Refusal nothingWritten() const;
     void collect(const PConverter& converter);
-    QByteArray header() const;
 
     const PrepareJob& m_job;
     const QList<Understanding>& m_tables;
@@ -69,48 +70,12 @@ Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tabl
                          const PositionTable& positions, QFileDevice& output,
                          const QByteArray& keptTest)
     : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
-      m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP),
+      m_sink(output, outputHeader(tables.first(), job.options), job.options.memory),
+      m_converter(tables.first(), job.options.zeroP),
       m_places(tables.first(), positions, job.options.zeroBased, m_converter.counts()),
       m_parts(m_columns.name) {
     m_report.table = tables.first();
     m_report.keptTest = keptTest;
-}
-
-QByteArray titleOf(const Understanding& table, int column) {
-    return table.format.titles.value(column, "V" + QByteArray::number(column + 1));
-}
-
-// The marker's name has a column of its own. A prepared table keeps its columns as they stand, so
-// that preparing it again changes nothing.
-int nameColumn(const ColumnChoice& columns) {
-    return columns.isPrepared ? -1 : columns.name;
-}
-
-// The columns to add: with --all-columns those whose texts are not written anyway.
-QList<int> otherColumns(const Understanding& table, const PrepareOptions& options) {
-    const ColumnChoice& columns = table.columns;
-    QList<int> others;
-    if (!options.allColumns && !columns.isPrepared)
-        return others;
-    const int log = columns.p < 0 || columns.isPrepared ? columns.logP : -1;
-    const QList<int> written{columns.chromosome, columns.position, columns.p, log,
-                             nameColumn(columns)};
-    for (int column = 0; column < table.format.titles.size(); ++column)
-        if (!written.contains(column))
-            others.append(column);
-    return others;
-}
-
-QByteArray Preparation::header() const {
-    QByteArray line = "Chr\tPosition\tP\t-log10(P)";
-    const Understanding& table = m_tables.first();
-    if (const int name = nameColumn(table.columns); name >= 0)
-        line += '\t' + titleOf(table, name);
-    for (const int column : otherColumns(table, m_job.options))
-        line += '\t' + titleOf(table, column);
-    if (m_job.options.lineNumbers)
-        line += "\tLine";
-    return line;
 }
 
 // The options that may help where a reason drops all rows.
@@ -342,7 +307,9 @@ Failure Preparation::finish() {
     QList<QByteArray> labels;
     for (const TableChromosome& chromosome : m_sink.chromosomes())
         labels.append(chromosome.label);
-    const NamedChromosomes named = nameChromosomes(labels, options.chromosomeNames, false, false);
+    const QList<QByteArray>& titles = m_tables.first().format.titles;
+    const NamedChromosomes named =
+        nameChromosomes(labels, options.chromosomeNames, isOfPlink(titles), isOfSsf(titles));
     m_report.remarks += named.remarks;
     RowSink::Finish finish{named.names, RowSink::ranks(named.names),
                            m_report.zeroBySmallest > 0 ? m_converter.smallestText() : QByteArray(),

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 #include <list>
 
 namespace {
@@ -44,6 +45,19 @@ QByteArray commandWith(const QByteArrayList& words, const QByteArray& addition) 
     return command + ' ' + addition;
 }
 
+// "This decides:", with the words that the user has to replace.
+QByteArray howToDecide(const QByteArrayList& options) {
+    QByteArrayList blanks;
+    for (const char* const word : {"COLUMN", "FILE", "NAME", "N"})
+        if (std::any_of(options.begin(), options.end(), [&](const QByteArray& option) {
+                return (option + ' ').contains(' ' + QByteArray(word) + ' ');
+            }))
+            blanks += word;
+    return (options.size() == 1 ? "This decides" : "Each of these decides") +
+           (blanks.isEmpty() ? QByteArray() : ", with " + blanks.join(" and ") + " filled in") +
+           ':';
+}
+
 class Prepare {
 public:
     Prepare(const Arguments& arguments, Streams& streams)
@@ -56,6 +70,7 @@ private:
     std::variant<PrepareOptions, Failure> readOptions();
     std::optional<Failure> openOutputs();
     SafeOutput* open(const char* option, std::optional<Failure>& failure);
+    QString whereOf(const Refusal& refusal) const;
     int refuse(const Refusal& refusal);
     int finish(const PrepareReport& report);
     std::function<void(qint64)> progress();
@@ -138,17 +153,25 @@ std::function<void(qint64)> Prepare::progress() {
     };
 }
 
+// "a.txt:3: ", unless the message says itself what it is about.
+QString Prepare::whereOf(const Refusal& refusal) const {
+    const QString name = m_inputs.names()[refusal.input];
+    if (refusal.line > 0)
+        return QStringLiteral("%1:%2: ").arg(name).arg(refusal.line);
+    const bool isOfTable =
+        refusal.code >= RefusalCode::NotATable && refusal.code <= RefusalCode::SeveralSamples &&
+        refusal.code != RefusalCode::UnknownColumn && refusal.code != RefusalCode::DifferentColumns;
+    return isOfTable ? name + QStringLiteral(": ") : QString();
+}
+
 int Prepare::refuse(const Refusal& refusal) {
-    const QString where =
-        refusal.line > 0
-            ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[refusal.input]).arg(refusal.line)
-            : QString();
-    complain(m_streams, where + m_inputs.named(refusal.message));
-    if (!refusal.candidates.isEmpty())
+    complain(m_streams, whereOf(refusal) + m_inputs.named(refusal.message));
+    const bool isToChooseFrom =
+        refusal.code != RefusalCode::NoChromosome && refusal.code != RefusalCode::NoPosition;
+    if (!refusal.candidates.isEmpty() && isToChooseFrom)
         m_streams.error.write("  to choose from: " + refusal.candidates.join(", ") + '\n');
     if (!refusal.options.isEmpty())
-        m_streams.error.write(refusal.options.size() == 1 ? "  This decides:\n"
-                                                          : "  Each of these decides:\n");
+        m_streams.error.write("  " + howToDecide(refusal.options) + '\n');
     for (const QByteArray& option : refusal.options)
         m_streams.error.write("    " + commandWith(m_arguments.words, option) + '\n');
     return statusOf(refusal.code);
