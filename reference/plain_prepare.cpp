@@ -206,11 +206,15 @@ private:
         int last = 0;
         for (const int column : columnsNeeded())
             last = std::max(last, column);
-        // Between runs of spaces nothing says which field a short line lacks.
+        return last + 1;
+    }
+
+    // Between runs of spaces nothing says which field a line lacks, or has too many of.
+    bool hasOddFields(const Row& row) const {
         const bool isRun = m_table.separator == Separator::Spaces ||
                            m_table.separator == Separator::WideSpaces ||
                            m_table.separator == Separator::WhiteSpace;
-        return isRun ? std::max<qsizetype>(last + 1, m_table.titles.size()) : last + 1;
+        return isRun && !m_table.titles.isEmpty() && row.fields.size() != m_table.titles.size();
     }
 
     // A prepared table keeps its columns as they stand.
@@ -224,7 +228,7 @@ private:
                 row.reason = "empty";
             else if (isComment(row.text))
                 row.reason = "comment";
-            else if (row.fields.size() < fieldsNeeded())
+            else if (row.fields.size() < fieldsNeeded() || hasOddFields(row))
                 row.reason = "short-line";
         }
     }

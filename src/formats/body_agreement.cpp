@@ -9,12 +9,6 @@
 
 namespace {
 
-bool endsInList(const QList<QByteArray>& titles) {
-    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
-        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
-    });
-}
-
 qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
     QList<QByteArray> fields = table.fields(line);
     while (fields.size() > table.titles().size() && fields.last().isEmpty())
@@ -28,6 +22,12 @@ bool isNumber(const QByteArray& text) {
 }
 
 } // namespace
+
+bool endsInList(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
+        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
+    });
+}
 
 Agreement agreement(const HeadTable& table, bool isWhole) {
     const qsizetype titles = table.titles().size();

@@ -202,8 +202,7 @@ private:
             return noteDisagreement(table, score), std::nullopt;
         TableFormat& format = table.format();
         format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(table);
-        format.firstDataLine =
-            table.body().isEmpty() ? format.headerLine + 1 : table.body().first().number;
+        format.firstDataLine = format.headerLine + 1;
         choose(table, attempt);
         return attempt;
     }
@@ -349,7 +348,6 @@ std::variant<Understanding, Refusal> readWithoutHeader(const QList<HeadLine>& li
                        body.isEmpty() ? 0 : body.first().number};
     TableFormat& format = table->format();
     format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(*table);
-    format.firstDataLine = body.first().number;
     auto choice = chooseColumns(*table, isWhole, options);
     if (Refusal* const refusal = std::get_if<Refusal>(&choice))
         return *refusal;

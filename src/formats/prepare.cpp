@@ -1,5 +1,6 @@
 #include "prepare.h"
 
+#include "body_agreement.h"
 #include "chromosome_names.h"
 #include "column_option.h"
 #include "input_file.h"
@@ -60,6 +61,7 @@ private:
     QList<std::pair<int, QByteArray>> m_where;
     QList<int> m_extraColumns;
     size_t m_columnsNeeded = 0;
+    size_t m_fieldsExpected = 0; // of each line; 0 where that does not matter
     QByteArray m_headerLine;
     TableParts m_parts;
     TextBuffer m_text;
@@ -113,10 +115,8 @@ Failure Preparation::findColumns() {
     for (const auto& [column, value] : std::as_const(m_where))
         last = std::max(last, column);
     m_columnsNeeded = static_cast<size_t>(last) + 1;
-    // Between runs of spaces an empty field cannot be seen: which one a short line lacks is
-    // unknown.
-    if (format.separator >= Separator::Spaces)
-        m_columnsNeeded = std::max(m_columnsNeeded, static_cast<size_t>(format.titles.size()));
+    if (format.separator >= Separator::Spaces && !endsInList(format.titles))
+        m_fieldsExpected = static_cast<size_t>(format.titles.size());
     const auto isFiltered = [&](int column) {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });
@@ -208,8 +208,11 @@ std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
         return DropReason::RepeatedHeader;
     if (line.front() == '#')
         return DropReason::Comment;
-    return rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
-                                               : std::nullopt;
+    // Between runs of spaces neither an empty field nor a space within one can be seen: which field
+    // is which is then unknown.
+    const bool isOdd = m_fieldsExpected > 0 && rows.fieldCount() != m_fieldsExpected;
+    return isOdd || rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
+                                                        : std::nullopt;
 }
 
 // The header of another file of the same tool may be aligned otherwise.
