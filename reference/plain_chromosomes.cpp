@@ -52,7 +52,7 @@ int numberOf(const QString& name) {
     return key.toInt();
 }
 
-QString plainName(const QString& name, const QStringList& all) {
+QString plainName(const QString& name, const QStringList& all, const QString& of25) {
     const QString key = chromosomeKey(name);
     int largest = 0;
     bool has26 = false;
@@ -64,7 +64,7 @@ QString plainName(const QString& name, const QStringList& all) {
     const bool isSequence = key.startsWith("nc_0000") && number > 0;
     if (number > 22 && (largest <= 26 || isSequence)) {
         if (number == 25)
-            return has26 ? QStringLiteral("XY") : key;
+            return has26 ? QStringLiteral("XY") : of25.isEmpty() ? key : of25;
         return number == 23 ? "X" : number == 24 ? "Y" : "MT";
     }
     if (number > 0)
@@ -96,10 +96,11 @@ bool comesBefore(const QString& a, const QString& b) {
     return naturally(a, b) < 0;
 }
 
-QString writtenName(const QString& name, const QStringList& all, ChromosomeNames names) {
+QString writtenName(const QString& name, const QStringList& all, const QString& of25,
+                    ChromosomeNames names) {
     if (names == ChromosomeNames::Keep)
         return name;
-    const QString plain = plainName(name, all);
+    const QString plain = plainName(name, all, of25);
     const bool isUsual = groupOf(chromosomeKey(plain)) < 2;
     return names == ChromosomeNames::Chr && isUsual ? "chr" + plain : plain;
 }

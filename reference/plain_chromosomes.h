@@ -13,7 +13,9 @@ QString chromosomeKey(const QString& name);
 // Whether the first comes before the second; both are keys.
 bool comesBefore(const QString& a, const QString& b);
 
-// The name to write for a chromosome, by the names of all of them.
-QString writtenName(const QString& name, const QStringList& all, ChromosomeNames names);
+// The name to write for a chromosome, by the names of all of them and by what 25 means if no 26
+// occurs (empty where that is not known).
+QString writtenName(const QString& name, const QStringList& all, const QString& of25,
+                    ChromosomeNames names);
 
 } // namespace plain

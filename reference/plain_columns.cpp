@@ -164,6 +164,33 @@ private:
         return false;
     }
 
+    // Whether two columns whose titles name no build hold other positions.
+    bool differInValues(const QList<Candidate>& candidates) const {
+        QList<int> plain;
+        for (const Candidate& each : candidates)
+            if (buildInTitle(m_titles[each.column]).isEmpty() &&
+                each.rank == rankOf(candidates, best(candidates)))
+                plain << each.column;
+        for (const int column : std::as_const(plain)) {
+            int all = 0, apart = 0;
+            for (const QStringList& row : m_rows) {
+                const Decimal a = decimal(row.value(plain.first())), b = decimal(row.value(column));
+                all += a.isNumber && b.isNumber ? 1 : 0;
+                apart += a.isNumber && b.isNumber && a.value != b.value ? 1 : 0;
+            }
+            if (apart * 100 > all)
+                return true;
+        }
+        return false;
+    }
+
+    static int rankOf(const QList<Candidate>& candidates, int column) {
+        for (const Candidate& each : candidates)
+            if (each.column == column)
+                return each.rank;
+        return -1;
+    }
+
     void choosePlace(Columns& columns) {
         if (m_options.chromosome)
             columns.chromosome = named(*m_options.chromosome);
@@ -181,7 +208,8 @@ private:
             const int position = positionOf(family, columns);
             if ((!hasChromosome && chromosome < 0) || (!hasPosition && position < 0))
                 continue;
-            if (!hasPosition && differInBuildAlone(positionsIn(family)))
+            if (!hasPosition &&
+                (differInBuildAlone(positionsIn(family)) || differInValues(positionsIn(family))))
                 throw Failure{RefusalCode::SeveralBuilds};
             if (!hasChromosome)
                 columns.chromosome = chromosome;

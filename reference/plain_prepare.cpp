@@ -190,7 +190,8 @@ private:
             row.line = i + 1;
             row.text = lines[i];
             row.fields = fieldsOf(lines[i], table.separator);
-            if (table.header >= 0 && row.text == lines[table.header])
+            if (table.header >= 0 &&
+                (row.text == lines[table.header] || row.fields == table.titles))
                 row.reason = "repeated-header";
             m_rows << row;
         }
@@ -208,6 +209,17 @@ private:
         return last + 1;
     }
 
+    // Between runs of spaces nothing says which field a line lacks, or has too many of.
+    bool hasOddFields(const Row& row) const {
+        const bool isRun = m_table.separator == Separator::Spaces ||
+                           m_table.separator == Separator::WideSpaces ||
+                           m_table.separator == Separator::WhiteSpace;
+        return isRun && !m_table.titles.isEmpty() && row.fields.size() != m_table.titles.size();
+    }
+
+    // A prepared table keeps its columns as they stand.
+    int nameColumn() const { return m_table.columns.isPrepared ? -1 : m_table.columns.name; }
+
     void dropLines() {
         for (Row& row : m_rows) {
             if (!row.reason.isEmpty())
@@ -216,7 +228,7 @@ private:
                 row.reason = "empty";
             else if (isComment(row.text))
                 row.reason = "comment";
-            else if (row.fields.size() < fieldsNeeded())
+            else if (row.fields.size() < fieldsNeeded() || hasOddFields(row))
                 row.reason = "short-line";
         }
     }
@@ -478,6 +490,15 @@ private:
         }
     }
 
+    QString nameOf25() const {
+        const QStringList& t = m_table.titles;
+        const bool isFirstPlink = t.value(0) == u"CHR" && t.contains("SNP") && t.contains("BP") &&
+                                  (t.contains("NMISS") || t.contains("F_U") || t.contains("TEST"));
+        if (isFirstPlink || (t.contains("#CHROM") && t.contains("OBS_CT")))
+            return "XY";
+        return t.contains("base_pair_location") && t.contains("effect_allele") ? "MT" : "";
+    }
+
     void nameChromosomes() {
         QMap<QString, QString> firstSpelling;
         for (const Row& row : m_rows)
@@ -487,7 +508,7 @@ private:
         for (Row& row : m_rows)
             if (row.reason.isEmpty())
                 row.chromosome = writtenName(firstSpelling[chromosomeKey(row.chromosome)], all,
-                                             m_options.chromosomeNames);
+                                             nameOf25(), m_options.chromosomeNames);
     }
 
     void dropSmallChromosomes() {
@@ -504,18 +525,18 @@ private:
         const Columns& c = m_table.columns;
         QList<int> others;
         for (int i = 0; i < m_table.titles.size(); ++i)
-            if (i != c.chromosome && i != c.position && i != c.p && (c.p >= 0 || i != c.log) &&
-                i != c.name)
+            if (i != c.chromosome && i != c.position && i != c.p &&
+                ((c.p >= 0 && !c.isPrepared) || i != c.log) && i != nameColumn())
                 others << i;
-        return m_options.allColumns ? others : QList<int>();
+        return m_options.allColumns || c.isPrepared ? others : QList<int>();
     }
 
     QByteArray headerLine() const {
         QStringList titles;
         for (const std::string_view title : title_table::prepared)
             titles << fromData(title);
-        if (m_table.columns.name >= 0)
-            titles << m_table.titles.value(m_table.columns.name, "SNP");
+        if (nameColumn() >= 0)
+            titles << m_table.titles.value(nameColumn(), "SNP");
         for (const int column : otherColumns())
             titles << m_table.titles[column];
         if (m_options.lineNumbers)
@@ -525,8 +546,8 @@ private:
 
     QByteArray rowLine(const Row& row) const {
         QStringList texts{row.chromosome, QString::number(row.position), row.p.p, row.p.log};
-        if (m_table.columns.name >= 0)
-            texts << field(row, m_table.columns.name);
+        if (nameColumn() >= 0)
+            texts << field(row, nameColumn());
         for (const int column : otherColumns())
             texts << field(row, column);
         if (m_options.lineNumbers)

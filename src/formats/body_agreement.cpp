@@ -4,15 +4,10 @@
 #include "title_table.h"
 #include "titles.h"
 
+#include <QSet>
 #include <algorithm>
 
 namespace {
-
-bool endsInList(const QList<QByteArray>& titles) {
-    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
-        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
-    });
-}
 
 qsizetype fieldCount(const HeadTable& table, const HeadLine& line) {
     QList<QByteArray> fields = table.fields(line);
@@ -27,6 +22,12 @@ bool isNumber(const QByteArray& text) {
 }
 
 } // namespace
+
+bool endsInList(const QList<QByteArray>& titles) {
+    return std::any_of(titles.begin(), titles.end(), [](const QByteArray& title) {
+        return normalTitle(viewOf(title)).contains(bytesOf(title_table::listTitlePiece));
+    });
+}
 
 Agreement agreement(const HeadTable& table, bool isWhole) {
     const qsizetype titles = table.titles().size();
@@ -63,6 +64,21 @@ bool startWithRowNames(const HeadTable& table) {
     };
     return isNumbered() || std::all_of(table.body().begin(), table.body().end(), isQuoted) ||
            std::all_of(names.begin(), names.end(), isMarker);
+}
+
+bool startWithNumberedRowNames(const HeadTable& table) {
+    QSet<QByteArray> names;
+    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    for (const HeadLine& line : lines) {
+        const QList<QByteArray> fields = table.fields(line);
+        const QByteArray name = fields.value(0);
+        const auto quotes = std::count(line.text.begin(), line.text.end(), '"');
+        const bool isQuotedAlone = line.text.substr(0, 1) == "\"" && quotes < 2 * fields.size();
+        if (!isQuotedAlone || name.toLongLong() < 1 || names.contains(name))
+            return false;
+        names.insert(name);
+    }
+    return lines.size() > 1;
 }
 
 bool hasNumbers(const QList<QByteArray>& titles) {

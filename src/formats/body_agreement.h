@@ -14,6 +14,12 @@ Agreement agreement(const HeadTable& table, bool isWhole);
 // Row names as R writes them have no title: consecutive numbers, quoted texts or marker names.
 bool startWithRowNames(const HeadTable& table);
 
+// Whether they surely are row names: different numbers in quotes, before numbers without quotes.
+bool startWithNumberedRowNames(const HeadTable& table);
+
+// Whether the last title stands for a list, so that lines have more fields than there are titles.
+bool endsInList(const QList<QByteArray>& titles);
+
 bool hasNumbers(const QList<QByteArray>& titles);
 
 // In a table parted by semicolons a comma is the decimal point, unless its numbers have points.

@@ -68,7 +68,7 @@ public:
             const size_t end = std::min(m_head.find('\n', from), m_head.size());
             const std::string_view text = m_head.substr(from, end - from);
             from = end + 1;
-            if (++line < m_format.firstDataLine || text.empty())
+            if (++line < m_format.firstDataLine || text.empty() || text.front() == '#')
                 continue;
             if (line >= m_format.firstDataLine + linesCompared)
                 return;

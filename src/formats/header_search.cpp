@@ -170,8 +170,10 @@ private:
 
     // Enough titles to say what the table lacks; a line of prose may have one by chance.
     bool isTelling(const Attempt& attempt) const {
+        const TableFormat& format = attempt.understanding.format;
         return attempt.score > 1 || namesColumns(m_options) ||
-               (attempt.score == 1 && attempt.understanding.format.titles.size() > 2);
+               (attempt.score == 1 &&
+                (format.titles.size() > 2 || format.separator == Separator::Tab));
     }
 
     // Nothing where the line makes no sense as header.
@@ -193,14 +195,14 @@ private:
     std::optional<Attempt> tryTable(HeadTable& table, int score) {
         Attempt attempt{{}, std::nullopt, score};
         const Agreement agrees = agreement(table, m_isWhole);
-        if (agrees == Agreement::OneFieldMore && startWithRowNames(table) && !makesSense(table))
+        if (agrees == Agreement::OneFieldMore &&
+            (startWithNumberedRowNames(table) || (startWithRowNames(table) && !makesSense(table))))
             addRowNames(table, attempt);
         else if (agrees != Agreement::Agrees)
             return noteDisagreement(table, score), std::nullopt;
         TableFormat& format = table.format();
         format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(table);
-        format.firstDataLine =
-            table.body().isEmpty() ? format.headerLine + 1 : table.body().first().number;
+        format.firstDataLine = format.headerLine + 1;
         choose(table, attempt);
         return attempt;
     }
@@ -346,7 +348,6 @@ std::variant<Understanding, Refusal> readWithoutHeader(const QList<HeadLine>& li
                        body.isEmpty() ? 0 : body.first().number};
     TableFormat& format = table->format();
     format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(*table);
-    format.firstDataLine = body.first().number;
     auto choice = chooseColumns(*table, isWhole, options);
     if (Refusal* const refusal = std::get_if<Refusal>(&choice))
         return *refusal;

@@ -44,8 +44,11 @@ std::variant<QList<Understanding>, Refusal> understandFiles(const QStringList& p
     QList<Understanding> tables;
     for (const QString& path : paths) {
         const auto table = understandFile(path, options);
-        if (const auto* refusal = std::get_if<Refusal>(&table))
-            return *refusal;
+        if (const auto* refusal = std::get_if<Refusal>(&table)) {
+            Refusal refused = *refusal;
+            refused.input = tables.size();
+            return refused;
+        }
         tables.append(std::get<Understanding>(table));
         if (tables.last().format.titles != tables.first().format.titles)
             return Refusal{RefusalCode::DifferentColumns,

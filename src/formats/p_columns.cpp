@@ -82,7 +82,20 @@ private:
             return noPValue();
         const auto best = std::min_element(
             usable.begin(), usable.end(), [](auto& a, auto& b) { return groupOf(a) < groupOf(b); });
-        return chooseIn(where(usable, [&](auto& c) { return groupOf(c) == groupOf(*best); }));
+        const Candidates group =
+            where(usable, [&](auto& c) { return groupOf(c) == groupOf(*best); });
+        const Candidates numbers = where(group, [&](auto& c) { return holdsNumbers(c.column); });
+        return chooseIn(numbers.isEmpty() ? group : numbers);
+    }
+
+    // A column like pval_origin says something about p.
+    bool holdsNumbers(int column) const {
+        const QList<QByteArray> values = m_table.values(column, comparedRows);
+        const auto texts = std::count_if(values.begin(), values.end(), [&](const auto& text) {
+            return readPValue(viewOf(text), m_table.format().decimalComma).kind ==
+                   PValue::Kind::NotANumber;
+        });
+        return texts * 2 <= values.size();
     }
 
     std::optional<Refusal> chooseIn(const Candidates& group) {

@@ -31,6 +31,11 @@ void appendPText(double negLog10, TextBuffer& text) {
     text.append(viewOf(number));
 }
 
+// What was written after the last tab.
+std::string_view lastField(const TextBuffer& text) {
+    return text.view().substr(text.view().rfind('\t') + 1);
+}
+
 // The number after "LOG10P=" in a list of keys and values; empty where there is none.
 std::string_view infoLog(std::string_view info) {
     const size_t at = info.find(infoKey);
@@ -121,8 +126,7 @@ std::optional<DropReason> PConverter::appendTiny(double negLog10, const TableRow
         appendOwnText(log, text);
     else
         appendLogText(negLog10, text);
-    noteBelowSmallest(isPaired ? paired : negLog10, text.view().substr(text.view().rfind('\t') + 1),
-                      rows.line());
+    noteBelowSmallest(isPaired ? paired : negLog10, lastField(text), rows.line());
     noteSmallest(isPaired ? paired : negLog10, text, start);
     return std::nullopt;
 }
@@ -174,7 +178,7 @@ std::optional<DropReason> PConverter::appendLog(std::string_view log, const Tabl
         appendLogText(negLog10, text);
     else
         appendOwnText(scale == PScale::Log10 ? log.substr(1) : log, text);
-    noteBelowSmallest(negLog10, log, rows.line());
+    noteBelowSmallest(negLog10, lastField(text), rows.line());
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }
@@ -194,7 +198,7 @@ std::optional<DropReason> PConverter::appendFromEffect(const TableRows& rows, Te
     appendPText(negLog10, text);
     text.append('\t');
     appendLogText(negLog10, text);
-    noteBelowSmallest(negLog10, effect, rows.line());
+    noteBelowSmallest(negLog10, lastField(text), rows.line());
     noteSmallest(negLog10, text, start);
     return std::nullopt;
 }

@@ -134,7 +134,26 @@ private:
         const Candidates plain = where(best, [](const auto& c) { return c.title.build.isEmpty(); });
         if (plain.isEmpty())
             askForBuild(best);
+        for (const Candidate& other : plain)
+            if (differ(plain.first().column, other.column))
+                m_refusal = severalBuilds(plain);
         return (plain.isEmpty() ? best : plain).first().column;
+    }
+
+    // Whether two columns have other positions on more than 1 in 100 lines.
+    bool differ(int a, int b) const {
+        const QList<QByteArray> first = m_table.column(a, joinedRows);
+        const QList<QByteArray> second = m_table.column(b, joinedRows);
+        qsizetype rows = 0, differing = 0;
+        for (qsizetype i = 0; a != b && i < first.size(); ++i) {
+            int x = 0, y = 0;
+            if (readPosition(viewOf(first[i]), m_table.format(), x) != PositionKind::Whole ||
+                readPosition(viewOf(second[i]), m_table.format(), y) != PositionKind::Whole)
+                continue;
+            ++rows;
+            differing += x == y ? 0 : 1;
+        }
+        return differing * 100 > rows;
     }
 
     // Leftmost, of those of the position's build if there are any.
@@ -149,18 +168,27 @@ private:
     }
 
     void askForBuild(const Candidates& candidates) {
-        const bool differ = std::any_of(candidates.begin(), candidates.end(), [&](const auto& c) {
-            return c.title.build != candidates.first().title.build;
-        });
-        if (differ)
+        const bool isAnyOther =
+            std::any_of(candidates.begin(), candidates.end(), [&](const auto& c) {
+                return c.title.build != candidates.first().title.build;
+            });
+        if (isAnyOther)
             m_refusal = severalBuilds(candidates);
+    }
+
+    QString textOf(const Candidates& candidates) const {
+        QStringList texts;
+        for (const Candidate& candidate : candidates)
+            texts += raw(m_table, candidate.column);
+        return texts.join(QStringLiteral(", "));
     }
 
     Refusal severalBuilds(const Candidates& candidates) const {
         Refusal refusal{
             RefusalCode::SeveralBuilds,
-            QStringLiteral("The table has positions of several genome builds. Say which "
-                           "to take."),
+            QStringLiteral("The table has several columns of positions, such as those of several "
+                           "genome builds: %1. Say which to take with --position.")
+                .arg(textOf(candidates)),
             {},
             {}};
         for (const Candidate& candidate : candidates) {

@@ -1,10 +1,13 @@
 #include "prepare.h"
 
+#include "body_agreement.h"
 #include "chromosome_names.h"
 #include "column_option.h"
 #include "input_file.h"
+#include "output_columns.h"
 #include "p_converter.h"
 #include "place_reader.h"
+#include "role_titles.h"
 #include "row_sink.h"
 #include "table_parts.h"
 #include "table_rows.h"
@@ -38,14 +41,14 @@ private:
     Failure readInput(int index);
     Failure takeRow(const TableRows& rows);
     std::optional<DropReason> lineFault(const TableRows& rows) const;
+    bool isHeader(const TableRows& rows) const;
     std::optional<DropReason> filterFault(const TableRows& rows) const;
     void appendName(const TableRows& rows);
     void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
     Failure finish();
-    QString nothingWritten() const;
+    Refusal nothingWritten() const;
     void collect(const PConverter& converter);
-    QByteArray header() const;
 
     const PrepareJob& m_job;
     const QList<Understanding>& m_tables;
@@ -58,6 +61,7 @@ private:
     QList<std::pair<int, QByteArray>> m_where;
     QList<int> m_extraColumns;
     size_t m_columnsNeeded = 0;
+    size_t m_fieldsExpected = 0; // of each line; 0 where that does not matter
     QByteArray m_headerLine;
     TableParts m_parts;
     TextBuffer m_text;
@@ -68,39 +72,29 @@ Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tabl
                          const PositionTable& positions, QFileDevice& output,
                          const QByteArray& keptTest)
     : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
-      m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP),
+      m_sink(output, outputHeader(tables.first(), job.options), job.options.memory),
+      m_converter(tables.first(), job.options.zeroP),
       m_places(tables.first(), positions, job.options.zeroBased, m_converter.counts()),
       m_parts(m_columns.name) {
     m_report.table = tables.first();
     m_report.keptTest = keptTest;
 }
 
-QByteArray titleOf(const Understanding& table, int column) {
-    return table.format.titles.value(column, "V" + QByteArray::number(column + 1));
-}
-
-// The columns that --all-columns adds: those whose texts are not written anyway.
-QList<int> otherColumns(const Understanding& table) {
-    const ColumnChoice& columns = table.columns;
-    QList<int> others;
-    for (int column = 0; column < table.format.titles.size(); ++column)
-        if (column != columns.chromosome && column != columns.position && column != columns.name &&
-            column != columns.p && (column != columns.logP || columns.p >= 0))
-            others.append(column);
-    return others;
-}
-
-QByteArray Preparation::header() const {
-    QByteArray line = "Chr\tPosition\tP\t-log10(P)";
-    const Understanding& table = m_tables.first();
-    if (table.columns.name >= 0)
-        line += '\t' + titleOf(table, table.columns.name);
-    if (m_job.options.allColumns)
-        for (const int column : otherColumns(table))
-            line += '\t' + titleOf(table, column);
-    if (m_job.options.lineNumbers)
-        line += "\tLine";
-    return line;
+// The options that may help where a reason drops all rows.
+QList<QByteArray> optionsAgainst(DropReason reason, const ColumnChoice& columns) {
+    switch (reason) {
+    case DropReason::PMissing:
+    case DropReason::PNotANumber:
+        return {"--p COLUMN"};
+    case DropReason::PositionMissing:
+    case DropReason::PositionNotPositive:
+    case DropReason::ChromosomeMissing:
+    case DropReason::JoinedIdUnreadable:
+        return columns.name >= 0 ? QList<QByteArray>{"--positions FILE"}
+                                 : QList<QByteArray>{"--chromosome COLUMN --position COLUMN"};
+    default:
+        return {};
+    }
 }
 
 Failure Preparation::findColumns() {
@@ -112,8 +106,7 @@ Failure Preparation::findColumns() {
             return *refusal;
         m_where.append({std::get<int>(column), value});
     }
-    if (m_job.options.allColumns)
-        m_extraColumns = otherColumns(m_tables.first());
+    m_extraColumns = otherColumns(m_tables.first(), m_job.options);
     int last = m_columns.position < 0 ? m_columns.name : 0;
     for (const int column :
          {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
@@ -122,6 +115,8 @@ Failure Preparation::findColumns() {
     for (const auto& [column, value] : std::as_const(m_where))
         last = std::max(last, column);
     m_columnsNeeded = static_cast<size_t>(last) + 1;
+    if (format.separator >= Separator::Spaces && !endsInList(format.titles))
+        m_fieldsExpected = static_cast<size_t>(format.titles.size());
     const auto isFiltered = [&](int column) {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });
@@ -209,12 +204,28 @@ std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     if (line.empty() ||
         (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == std::string_view::npos))
         return DropReason::Empty;
-    if (line == viewOf(m_headerLine))
+    if (isHeader(rows))
         return DropReason::RepeatedHeader;
     if (line.front() == '#')
         return DropReason::Comment;
-    return rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
-                                               : std::nullopt;
+    // Between runs of spaces neither an empty field nor a space within one can be seen: which field
+    // is which is then unknown.
+    const bool isOdd = m_fieldsExpected > 0 && rows.fieldCount() != m_fieldsExpected;
+    return isOdd || rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
+                                                        : std::nullopt;
+}
+
+// The header of another file of the same tool may be aligned otherwise.
+bool Preparation::isHeader(const TableRows& rows) const {
+    if (rows.text() == viewOf(m_headerLine))
+        return true;
+    const QList<QByteArray>& titles = m_tables[m_input].format.titles;
+    if (rows.fieldCount() != static_cast<size_t>(titles.size()))
+        return false;
+    for (qsizetype column = 0; column < titles.size(); ++column)
+        if (rows.field(static_cast<size_t>(column)) != viewOf(titles[column]))
+            return false;
+    return !titles.isEmpty();
 }
 
 std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const {
@@ -229,8 +240,8 @@ std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const 
 }
 
 void Preparation::appendName(const TableRows& rows) {
-    if (m_columns.name >= 0)
-        appendField(rows, m_columns.name);
+    if (const int name = nameColumn(m_columns); name >= 0)
+        appendField(rows, name);
     for (const int column : std::as_const(m_extraColumns))
         appendField(rows, column);
     if (!m_job.options.lineNumbers)
@@ -259,15 +270,26 @@ void Preparation::drop(DropReason reason, const TableRows& rows) {
                              '\t' + bytesOf(rows.text()) + '\n');
 }
 
-QString Preparation::nothingWritten() const {
+// What to do about the reason for which most rows are dropped.
+Refusal Preparation::nothingWritten() const {
+    Refusal refusal{RefusalCode::NotATable, {}, {}, {}, m_tables.first().format.headerLine};
     QStringList reasons;
-    for (int reason = 0; reason < dropReasonCount; ++reason)
-        if (const qint64 count = m_report.dropped[static_cast<size_t>(reason)].count; count > 0)
-            reasons
-                << QStringLiteral("%1 %2").arg(nameOf(static_cast<DropReason>(reason))).arg(count);
-    return QStringLiteral("None of the %1 rows can be used: %2.")
-        .arg(m_report.rows)
-        .arg(reasons.isEmpty() ? QStringLiteral("there are none") : reasons.join(", "));
+    qint64 most = 0;
+    for (int reason = 0; reason < dropReasonCount; ++reason) {
+        const qint64 count = m_report.dropped[static_cast<size_t>(reason)].count;
+        if (count == 0)
+            continue;
+        const auto why = static_cast<DropReason>(reason);
+        reasons << QStringLiteral("%1 %2").arg(nameOf(why)).arg(count);
+        if (count > most)
+            refusal.options = optionsAgainst(why, m_columns);
+        most = std::max(most, count);
+    }
+    refusal.message =
+        QStringLiteral("None of the %1 rows can be used: %2.")
+            .arg(m_report.rows)
+            .arg(reasons.isEmpty() ? QStringLiteral("there are none") : reasons.join(", "));
+    return refusal;
 }
 
 Failure Preparation::finish() {
@@ -284,11 +306,13 @@ Failure Preparation::finish() {
                        {},
                        {}};
     if (m_report.written == 0)
-        return Refusal{RefusalCode::NotATable, nothingWritten(), {}, {}};
+        return nothingWritten();
     QList<QByteArray> labels;
     for (const TableChromosome& chromosome : m_sink.chromosomes())
         labels.append(chromosome.label);
-    const NamedChromosomes named = nameChromosomes(labels, options.chromosomeNames, false, false);
+    const QList<QByteArray>& titles = m_tables.first().format.titles;
+    const NamedChromosomes named =
+        nameChromosomes(labels, options.chromosomeNames, isOfPlink(titles), isOfSsf(titles));
     m_report.remarks += named.remarks;
     RowSink::Finish finish{named.names, RowSink::ranks(named.names),
                            m_report.zeroBySmallest > 0 ? m_converter.smallestText() : QByteArray(),

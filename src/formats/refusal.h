@@ -38,4 +38,5 @@ struct Refusal {
     QList<QByteArray> candidates; // raw titles to choose from
     QList<QByteArray> options;    // what to add to the command line, e.g. "--p P_EUR"
     qint64 line = 0;              // of the unpacked text, from 1; 0 where no line is at fault
+    qsizetype input = 0;          // the file of that line
 };

@@ -52,3 +52,14 @@ bool saysPValue(const QList<QByteArray>& titles) {
     return std::any_of(titles.begin(), titles.end(),
                        [](const QByteArray& raw) { return readPTitle(viewOf(raw)).has_value(); });
 }
+
+bool isOfPlink(const QList<QByteArray>& titles) {
+    const bool isSecond = titles.contains("OBS_CT") && titles.contains("#CHROM");
+    return isSecond ||
+           (titles.value(0) == "CHR" && titles.contains("SNP") && titles.contains("BP") &&
+            (titles.contains("NMISS") || titles.contains("F_U") || titles.contains("TEST")));
+}
+
+bool isOfSsf(const QList<QByteArray>& titles) {
+    return titles.contains("base_pair_location") && titles.contains("effect_allele");
+}

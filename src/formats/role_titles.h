@@ -10,3 +10,7 @@ bool saysPValue(const QList<QByteArray>& titles);
 
 // Chooses the column of marker names; there may be none.
 void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice& choice);
+
+// Whether the titles are those of tools that number the sex chromosomes in their own ways.
+bool isOfPlink(const QList<QByteArray>& titles);
+bool isOfSsf(const QList<QByteArray>& titles);

@@ -17,9 +17,10 @@ public:
 
     // `nameColumn` holds the markers' names; -1 for none.
     explicit TableParts(int nameColumn) : m_nameColumn(nameColumn) {}
-    void watch(int column, Kind kind) { m_columns.append({column, kind, {}, {}, false}); }
+    void watch(int column, Kind kind) { m_columns.append({column, kind, {}, {}, false, false}); }
 
-    // Takes a row at its place. Rows of one marker follow each other.
+    // Takes a row at its place. Rows of one marker that follow each other are compared; so are all
+    // rows with those of the first markers, since a table may hold one scan after the other.
     void note(const TableRows& rows, quint32 chromosome, int position) {
         if (!m_columns.isEmpty())
             noteValues(rows, chromosome, position);
@@ -35,16 +36,21 @@ private:
     struct Column {
         int column;
         Kind kind;
-        QByteArray first; // the value of the first row
-        QSet<QByteArray> values;
-        bool hasRepeats; // a marker occurs under more than one value
+        QByteArray first;        // the value of the first row
+        QSet<QByteArray> values; // some of them, if there are many
+        bool hasAdditive;        // among the values
+        bool hasRepeats;         // a marker occurs under more than one value
     };
+    using Markers = QHash<QByteArray, QByteArray>; // the first value by column and marker
+
     void noteValues(const TableRows& rows, quint32 chromosome, int position);
+    void noteValue(Column& column, const QByteArray& value, const QByteArray& marker);
 
     const int m_nameColumn;
     QList<Column> m_columns;
     bool m_hasAdditiveTest = false;
     quint32 m_chromosome = 0;
     int m_position = 0;
-    QHash<std::pair<int, QByteArray>, QByteArray> m_here; // the first value by column and name
+    Markers m_here;  // at the place of the last row
+    Markers m_first; // of the table's first markers
 };

@@ -164,8 +164,10 @@ inline constexpr std::string_view logPTitles[] = {"lp"};
 // Columns that part a table into several tests, and those that part it into several traits.
 inline constexpr std::string_view tests[] = {"test", "model"};
 inline constexpr std::string_view traits[] = {
-    "trait",        "phenotype", "pheno",  "gene", "molecular_trait_id",
-    "phenotype_id", "phenocode", "cohort",
+    "trait",        "phenotype", "pheno",      "gene",        "molecular_trait_id",
+    "phenotype_id", "phenocode", "cohort",     "gene_id",     "gene_name",
+    "trait_name",   "trait_id",  "pheno_name", "probe",       "probe_id",
+    "exposure",     "outcome",   "geneid",     "phenostring",
 };
 
 // Normal titles of effects, from which p is computed where the user asks for it.

@@ -6,6 +6,7 @@
 #include "unpacked.h"
 
 #include <QFile>
+#include <algorithm>
 
 namespace {
 
@@ -36,6 +37,19 @@ QByteArray commandWith(const char* name, const QByteArrayList& words, const QByt
         isValue = isSame && word == option && addition.contains(' ');
     }
     return command + ' ' + addition;
+}
+
+// "This decides:", with the words that the user has to replace.
+QByteArray howToDecide(const QByteArrayList& options) {
+    QByteArrayList blanks;
+    for (const char* const word : {"COLUMN", "FILE", "NAME", "N"})
+        if (std::any_of(options.begin(), options.end(), [&](const QByteArray& option) {
+                return (option + ' ').contains(' ' + QByteArray(word) + ' ');
+            }))
+            blanks += word;
+    return (options.size() == 1 ? "This decides" : "Each of these decides") +
+           (blanks.isEmpty() ? QByteArray() : ", with " + blanks.join(" and ") + " filled in") +
+           ':';
 }
 
 } // namespace
@@ -86,16 +100,25 @@ int ScanCommand::end(const Failure& failure) {
     return failure.status;
 }
 
-int ScanCommand::refuse(const Refusal& refusal, qsizetype input) {
-    const QString where =
-        refusal.line > 0 ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[input]).arg(refusal.line)
-                         : QString();
-    complain(m_streams, where + m_inputs.named(refusal.message));
-    if (!refusal.candidates.isEmpty())
+// "a.txt:3: ", unless the message says itself what it is about.
+QString ScanCommand::whereOf(const Refusal& refusal) const {
+    const QString name = m_inputs.names()[refusal.input];
+    if (refusal.line > 0)
+        return QStringLiteral("%1:%2: ").arg(name).arg(refusal.line);
+    const bool isOfTable =
+        refusal.code >= RefusalCode::NotATable && refusal.code <= RefusalCode::SeveralSamples &&
+        refusal.code != RefusalCode::UnknownColumn && refusal.code != RefusalCode::DifferentColumns;
+    return isOfTable ? name + QStringLiteral(": ") : QString();
+}
+
+int ScanCommand::refuse(const Refusal& refusal) {
+    complain(m_streams, whereOf(refusal) + m_inputs.named(refusal.message));
+    const bool isToChooseFrom =
+        refusal.code != RefusalCode::NoChromosome && refusal.code != RefusalCode::NoPosition;
+    if (!refusal.candidates.isEmpty() && isToChooseFrom)
         m_streams.error.write("  to choose from: " + refusal.candidates.join(", ") + '\n');
     if (!refusal.options.isEmpty())
-        m_streams.error.write(refusal.options.size() == 1 ? "  This decides:\n"
-                                                          : "  Each of these decides:\n");
+        m_streams.error.write("  " + howToDecide(refusal.options) + '\n');
     for (const QByteArray& option : refusal.options)
         m_streams.error.write("    " + commandWith(m_name, m_arguments.words, option) + '\n');
     return statusOf(refusal.code);

@@ -31,10 +31,11 @@ public:
     // Says why the command ends, and returns its exit status.
     int end(const Failure& failure);
 
-    // The same for a file that is not understood, by its number among the inputs.
-    int refuse(const Refusal& refusal, qsizetype input = 0);
+    // The same for a file that is not understood.
+    int refuse(const Refusal& refusal);
 
 private:
+    QString whereOf(const Refusal& refusal) const;
     bool isWatched() const { return m_streams.isErrorTerminal && !m_arguments.has("--quiet"); }
 
     const char* const m_name;

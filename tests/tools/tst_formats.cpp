@@ -1,0 +1,207 @@
+#include "tools_run.h"
+
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+#include <QRegularExpression>
+#include <QStringEncoder>
+#include <QTest>
+#include <cmath>
+
+namespace {
+
+// A table and what must come of it; tests/data/formats/README.md describes the files.
+struct Case {
+    QStringList arguments;
+    int status = 0;
+    QStringList messages;
+    QStringList check; // the verdict, then codes of findings; empty where it does not matter
+    QMap<qint64, QStringList> rows; // by line: place and -log10 p, or the reason
+    QByteArray file;
+};
+
+// A line of a case before its table.
+void addLine(Case& each, const QString& line) {
+    const QString word = line.section(u' ', 0, 0), rest = line.section(u' ', 1);
+    if (word == u"args")
+        each.arguments = rest.split(u' ');
+    else if (word == u"exit")
+        each.status = rest.toInt();
+    else if (word == u"says")
+        each.messages << rest;
+    else if (word == u"check")
+        each.check = rest.split(u' ');
+    else
+        each.rows.insert(word.toLongLong(), rest.split(u' '));
+}
+
+QByteArray written(QString table, const QStringList& ways) {
+    while (table.endsWith(u"\n\n"))
+        table.chop(1);
+    if (ways.contains("nolf"))
+        table.chop(1);
+    if (ways.contains("tabs"))
+        table.replace(u' ', u'\t').replace(u'~', u' ');
+    if (ways.contains("crlf"))
+        table.replace(u"\n"_qs, u"\r\n"_qs);
+    if (ways.contains("cr"))
+        table.replace(u'\n', u'\r');
+    if (ways.contains("utf16"))
+        return QStringEncoder(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom)(table);
+    return (ways.contains("bom") ? "\xef\xbb\xbf" : "") + table.toUtf8();
+}
+
+Case readCase(const QString& text) {
+    Case each;
+    const qsizetype mark = text.indexOf(u"<<<"), table = text.indexOf(u'\n', mark) + 1;
+    for (const QString& line : text.left(mark).split(u'\n').mid(1))
+        if (!line.isEmpty())
+            addLine(each, line);
+    each.file = written(text.mid(table), text.mid(mark, table - mark - 1).split(u' ').mid(1));
+    return each;
+}
+
+double negLog10(const QString& text) {
+    static const QRegularExpression p("^p=([0-9.]+)(?:[eE](.*))?$");
+    const QRegularExpressionMatch match = p.match(text);
+    return match.hasMatch() ? -std::log10(match.captured(1).toDouble()) - match.captured(2).toInt()
+                            : text.toDouble();
+}
+
+bool isNear(double a, double b) {
+    return std::abs(a - b) <= 1e-5 * std::max(1.0, std::abs(b));
+}
+
+// A row as it came out, and as it should have.
+bool isSame(const QStringList& row, const QStringList& expected) {
+    if (row.size() < 4 || expected.size() < 3)
+        return row == expected;
+    const double log = negLog10(expected[2]), p = row[2].toDouble();
+    return row[0] == expected[0] && row[1] == expected[1] && isNear(row[3].toDouble(), log) &&
+           (log > 307 || isNear(std::abs(std::log10(p)), log));
+}
+
+QList<QByteArray> linesOf(const QByteArray& text) {
+    return text.isEmpty() ? QList<QByteArray>() : text.chopped(1).split('\n');
+}
+
+// What `prepare FILE --lines --dropped` made of each line.
+QMap<qint64, QStringList> rowsOf(const QByteArray& table, const QByteArray& dropped) {
+    QMap<qint64, QStringList> rows;
+    for (const QByteArray& line : linesOf(table).mid(1)) {
+        const QStringList fields = QString::fromLatin1(line).split(u'\t');
+        rows.insert(fields.last().toLongLong(), fields.first(4));
+    }
+    for (const QByteArray& line : linesOf(dropped)) {
+        const QStringList fields = QString::fromLatin1(line).split(u'\t');
+        rows.insert(fields[1].toLongLong(), {fields[0]});
+    }
+    return rows;
+}
+
+} // namespace
+
+// Tables as some hundred tools and archives write them.
+class Formats : public QObject {
+    Q_OBJECT
+
+private slots:
+    void arePrepared_data() { addCases(); }
+    void arePrepared();
+    void areCopiedOncePrepared_data() { addCases(); }
+    void areCopiedOncePrepared();
+    void areChecked_data() { addCases(); }
+    void areChecked();
+
+private:
+    static void addCases();
+    static void decidesByThePrintedCommands(const ToolsRun& run, const QByteArray& messages);
+};
+
+void Formats::addCases() {
+    QTest::addColumn<QString>("text");
+    QDirIterator files(QStringLiteral(PELMARK_TEST_DATA "/formats"), {"*.txt"});
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        for (const QString& text :
+             QString::fromUtf8('\n' + file.readAll()).split(u"\n=== "_qs).mid(1))
+            QTest::newRow(qPrintable(text.section(u'\n', 0, 0))) << text + u'\n';
+    }
+}
+
+// A command that has nothing to fill in is run as a shell would run it.
+void Formats::decidesByThePrintedCommands(const ToolsRun& run, const QByteArray& messages) {
+    static const QRegularExpression blank(" (COLUMN|FILE|NAME|N)\\b");
+    const QByteArray name = "    pelmark-tools ";
+    for (const QByteArray& line : messages.split('\n')) {
+        if (!line.startsWith(name) || QString::fromUtf8(line).contains(blank))
+            continue;
+        QProcess shell;
+        shell.setWorkingDirectory(run.path("."));
+        shell.start("sh", {"-c", '\'' + ToolsRun::program() + "' " +
+                                     QString::fromUtf8(line.mid(name.size()))});
+        QVERIFY(shell.waitForFinished());
+        QVERIFY2(shell.exitCode() == 0, line + '\n' + shell.readAllStandardError());
+    }
+}
+
+void Formats::arePrepared() {
+    QFETCH(QString, text);
+    const Case each = readCase(text);
+    const ToolsRun run;
+    run.write("in.txt", each.file);
+    const ToolsRun::Result result = run.run(
+        QStringList{"prepare", "in.txt", "-o", "out.txt", "--lines", "--dropped", "dropped.txt"} +
+        each.arguments);
+    QVERIFY2(result.status == each.status, result.error);
+    for (const QString& message : each.messages)
+        QVERIFY2(result.error.contains(message.toUtf8()), result.error);
+    if (each.status != 0) {
+        QVERIFY(result.error.startsWith("pelmark-tools: in.txt:"));
+        return decidesByThePrintedCommands(run, result.error);
+    }
+    const auto rows = rowsOf(run.read("out.txt"), run.read("dropped.txt"));
+    QCOMPARE(rows.keys(), each.rows.keys());
+    for (auto row = rows.begin(); row != rows.end(); ++row)
+        QVERIFY2(isSame(row.value(), each.rows[row.key()]),
+                 qPrintable(QStringLiteral("line %1: %2").arg(row.key()).arg(row->join(u' '))));
+}
+
+void Formats::areCopiedOncePrepared() {
+    QFETCH(QString, text);
+    const Case each = readCase(text);
+    const ToolsRun run;
+    run.write("in.txt", each.file);
+    for (const QStringList& options : {QStringList{}, {"--all-columns", "--lines"}}) {
+        const ToolsRun::Result once =
+            run.run(QStringList{"prepare", "in.txt", "-q"} + options + each.arguments);
+        if (once.status != 0)
+            return;
+        run.write("out.txt", once.out);
+        const ToolsRun::Result twice = run.run({"prepare", "out.txt", "-q"});
+        QCOMPARE(twice.out, once.out);
+    }
+}
+
+void Formats::areChecked() {
+    QFETCH(QString, text);
+    const Case each = readCase(text);
+    const ToolsRun run;
+    run.write("in.txt", each.file);
+    const ToolsRun::Result result = run.run({"check", "in.txt", "--json", "-"});
+    const QJsonObject report =
+        QJsonDocument::fromJson(result.out).object()["files"].toArray()[0].toObject();
+    QVERIFY(result.status == (report["verdict"] == "opens" ? 0 : 1));
+    QStringList said{report["verdict"].toString()};
+    for (const auto& finding : report["findings"].toArray())
+        said << finding.toObject()["code"].toString();
+    for (qsizetype i = 0; i < each.check.size(); ++i)
+        QVERIFY2(i == 0 ? said[0] == each.check[0] : said.contains(each.check[i]),
+                 qPrintable(said.join(u' ')));
+}
+
+QTEST_GUILESS_MAIN(Formats)
+#include "tst_formats.moc"
