@@ -19,6 +19,18 @@ public:
     // of the table becomes zeroPlaceholder. A reason instead where the row has no p-value.
     std::optional<DropReason> append(const TableRows& rows, TextBuffer& text);
 
+    // Counts rows with a p that is written as it stands, and notes one of them by its texts.
+    void countPlain(qint64 rows) {
+        m_counts.pNumbers += rows;
+        m_counts.pPositive += rows;
+        m_counts.positions += rows;
+        m_counts.chromosomeRows += rows;
+    }
+    void notePlain(double negLog10, std::string_view text) {
+        if (negLog10 > m_smallest)
+            setSmallest(negLog10, text);
+    }
+
     // Stands for p and -log10 p of a p-value that is 0; no other row has these texts.
     static constexpr const char* zeroPlaceholder = "0\t0";
 

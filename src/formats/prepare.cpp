@@ -7,6 +7,7 @@
 #include "output_columns.h"
 #include "p_converter.h"
 #include "place_reader.h"
+#include "plain_rows.h"
 #include "role_titles.h"
 #include "row_sink.h"
 #include "table_parts.h"
@@ -39,6 +40,7 @@ public:
 private:
     Failure findColumns();
     Failure readInput(int index);
+    Failure takePlainRows(TableRows& rows, bool& isLeft);
     Failure takeRow(const TableRows& rows);
     std::optional<DropReason> lineFault(const TableRows& rows) const;
     bool isHeader(const TableRows& rows) const;
@@ -46,6 +48,7 @@ private:
     void appendName(const TableRows& rows);
     void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
+    Refusal unwritable() const { return {RefusalCode::Unwritable, m_sink.error(), {}, {}}; }
     Failure finish();
     Refusal nothingWritten() const;
     void collect(const PConverter& converter);
@@ -57,6 +60,7 @@ private:
     RowSink m_sink;
     PConverter m_converter;
     PlaceReader m_places;
+    std::optional<PlainRows> m_plainRows;
     PrepareReport m_report;
     QList<std::pair<int, QByteArray>> m_where;
     QList<int> m_extraColumns;
@@ -127,6 +131,8 @@ Failure Preparation::findColumns() {
     for (const int column : m_columns.traits)
         if (!isFiltered(column))
             m_parts.watch(column, TableParts::Kind::Trait);
+    const bool isParted = m_columns.test >= 0 || !m_columns.traits.isEmpty() || !m_where.isEmpty();
+    m_plainRows.emplace(m_tables.first(), m_job.options, isParted);
     return std::nullopt;
 }
 
@@ -156,20 +162,35 @@ Failure Preparation::readInput(int index) {
     const TableFormat& format = m_tables[index].format;
     TableRows rows(input.text(), format);
     constexpr qint64 progressStep = 65'536; // rows
+    qint64 nextReport = m_report.rows + progressStep;
     while (rows.next()) {
         if (rows.line() < format.firstDataLine) {
             if (rows.line() == format.headerLine)
                 m_headerLine = bytesOf(rows.text());
             continue;
         }
-        if (Failure failure = takeRow(rows))
+        bool isLeft = true;
+        if (Failure failure = takePlainRows(rows, isLeft))
             return failure;
+        if (isLeft)
+            if (Failure failure = takeRow(rows))
+                return failure;
         if (foundAdditiveTest())
             return std::nullopt;
-        if (m_report.rows % progressStep == 0)
+        if (m_report.rows >= nextReport) {
             m_job.progress(input.bytesRead());
+            nextReport = m_report.rows + progressStep;
+        }
     }
     return rows.failed() ? Failure(input.failure()) : std::nullopt;
+}
+
+// `isLeft` says that the current row is to be taken by itself.
+Failure Preparation::takePlainRows(TableRows& rows, bool& isLeft) {
+    const qint64 taken = m_plainRows->take(rows, m_sink, m_converter, isLeft);
+    m_report.rows += taken;
+    m_report.written += taken;
+    return m_sink.error().isEmpty() ? std::nullopt : Failure(unwritable());
 }
 
 Failure Preparation::takeRow(const TableRows& rows) {
@@ -194,9 +215,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
     m_report.otherSpellings += isOtherSpelling ? 1 : 0;
     m_parts.note(rows, chromosome, position);
     ++m_report.written;
-    if (m_sink.add(chromosome, position, m_text.view()))
-        return std::nullopt;
-    return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
+    return m_sink.add(chromosome, position, m_text.view()) ? std::nullopt : Failure(unwritable());
 }
 
 std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
@@ -332,7 +351,7 @@ Failure Preparation::finish() {
             m_report.chromosomes.append({finish.names[c], markers});
     }
     if (!m_sink.finish(finish))
-        return Refusal{RefusalCode::Unwritable, m_sink.error(), {}, {}};
+        return unwritable();
     m_report.wasInOrder = m_sink.isInOrder();
     return std::nullopt;
 }

@@ -121,6 +121,18 @@ bool RowSink::add(quint32 chromosome, int position, std::string_view text) {
     return endLine();
 }
 
+std::string_view RowSink::runLabel() const {
+    const QByteArray& label = m_chromosomes[m_runs.back().chromosome].label;
+    return {label.constData(), static_cast<size_t>(label.size())};
+}
+
+bool RowSink::extendRun(qint64 rows, int lastPosition) {
+    m_runs.back().rows += rows;
+    m_chromosomes[m_runs.back().chromosome].markers += rows;
+    m_lastPosition = lastPosition;
+    return m_block.size() < blockSize || flush();
+}
+
 // False where the row does not come in order, or one before it did not.
 bool RowSink::startRun(quint32 chromosome, int position) {
     if (!m_rows && !isAfterLast(chromosome, position))

@@ -38,6 +38,14 @@ public:
     // when something could not be written.
     bool add(quint32 chromosome, int position, std::string_view text);
 
+    // Rows of the last row's chromosome may be appended to text(), as whole lines with runLabel(),
+    // as long as they are in order. extendRun() counts them; false when they could not be written.
+    bool isInRun() const { return !m_rows && !m_runs.empty(); }
+    std::string_view runLabel() const;
+    int lastPosition() const { return m_lastPosition; }
+    TextBuffer& text() { return m_block; }
+    bool extendRun(qint64 rows, int lastPosition);
+
     const std::vector<TableChromosome>& chromosomes() const { return m_chromosomes; }
     bool isInOrder() const { return !m_rows; }
 

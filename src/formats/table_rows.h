@@ -22,6 +22,14 @@ public:
     bool next();
     bool failed() const { return m_blocks.failed(); }
 
+    // Goes to the next line unless it has to be read first.
+    bool nextInPiece() { return m_lines.nextLine(); }
+
+    // Whether the text around here has single separators and neither quotes nor other spaces.
+    bool isPlainPiece() const {
+        return !m_hasQuotes && !m_hasSpaces && m_format.separator < Separator::Spaces;
+    }
+
     qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
     std::string_view text() const { return m_lines.text(); }
 
