@@ -97,8 +97,7 @@ bool isNever(const QString& word) {
     for (const QString& piece : listOf(title_table::neverPieces))
         if (word.contains(piece))
             return true;
-    const QString adjusted = fromData(title_table::adjusted);
-    return word.contains(adjusted) && !word.endsWith(adjusted);
+    return word.startsWith(fromData(title_table::adjusted));
 }
 
 bool isSecondary(const QString& word, const QStringList& words) {

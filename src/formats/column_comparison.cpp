@@ -1,6 +1,7 @@
 #include "column_comparison.h"
 
 #include "excerpt.h"
+#include "titles.h"
 
 #include <algorithm>
 
@@ -103,14 +104,38 @@ bool isTaken(int column, int choice) {
     return choice >= 0 && column == choice;
 }
 
-void addTest(const QList<std::string_view>& fields, int column, QList<QString>& tests) {
-    constexpr qsizetype testsKept = 6;
-    if (column < 0 || column >= fields.size() || tests.size() >= testsKept)
-        return;
-    const QString test = excerpt(fields[column]);
-    if (!tests.contains(test))
-        tests.append(test);
-}
+// Notes the tests that a marker's rows, one after the other, are of.
+class TestNotes {
+public:
+    explicit TestNotes(const ColumnChoice& choice) : m_choice(choice) {}
+
+    void add(const QList<std::string_view>& fields) {
+        constexpr qsizetype testsKept = 6;
+        if (m_choice.test < 0 || m_choice.test >= fields.size())
+            return;
+        QList<QByteArray> place;
+        for (const int column : {m_choice.chromosome, m_choice.position, m_choice.joined})
+            place += column < 0 ? QByteArray() : bytesOf(fields.value(column));
+        const QString test = excerpt(fields[m_choice.test]);
+        m_isRepeated |= place == m_lastPlace && test != m_lastTest;
+        m_lastPlace = place;
+        m_lastTest = test;
+        if (!m_tests.contains(test) && m_tests.size() < testsKept)
+            m_tests += test;
+    }
+
+    // Where each marker has one row, they only describe it.
+    QList<QString> tests() const {
+        return m_isRepeated || m_tests.contains(QStringLiteral("ADD")) ? m_tests : QList<QString>();
+    }
+
+private:
+    const ColumnChoice& m_choice;
+    QList<QString> m_tests;
+    QList<QByteArray> m_lastPlace;
+    QString m_lastTest;
+    bool m_isRepeated = false;
+};
 
 } // namespace
 
@@ -135,17 +160,19 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
         for (ComparedColumn* column : columns)
             column->isRight = column->rightNumber == 0 || column->number == column->rightNumber;
     const auto isEmpty = [](std::string_view field) { return field.empty(); };
+    TestNotes tests(choice);
     TextComparison(window, right, head)
         .eachLine([&](qint64 line, const auto& windows, const auto& rights) {
             result.isAligned |= isSpaced && std::any_of(windows.begin(), windows.end(), isEmpty);
             for (const ComparedColumn* column : columns)
                 result.isQuoted |= isQuoted(windows.value(column->number - 1));
-            addTest(rights, choice.test, result.tests);
+            tests.add(rights);
             if (isAlike)
                 return;
             for (ComparedColumn* column : columns)
                 compareTexts(line, windows, rights, *column);
         });
+    result.tests = tests.tests();
     // The right column can hold something else than the window takes it for.
     const int taken = result.chromosome.number - 1;
     result.isNames = isAlike && !isTaken(taken, choice.chromosome) &&

@@ -85,7 +85,28 @@ private:
         const Candidates group =
             where(usable, [&](auto& c) { return groupOf(c) == groupOf(*best); });
         const Candidates numbers = where(group, [&](auto& c) { return holdsNumbers(c.column); });
+        if (best->title.tier != PTitle::Tier::Primary || best->title.rank > 1)
+            if (const QList<int> glued = gluedTitles(); !glued.isEmpty())
+                return severalPValues(group,
+                                      QStringLiteral("so may %1 by its values")
+                                          .arg(columnText(m_titles, glued.first())),
+                                      glued);
         return chooseIn(numbers.isEmpty() ? group : numbers);
+    }
+
+    // Titles such as metaP, whose values may be those of p, weigh against one that says sexdiff_p.
+    QList<int> gluedTitles() const {
+        QList<int> columns;
+        for (int column = 0; column < m_titles.size(); ++column) {
+            const QByteArray title = bareTitle(viewOf(m_titles[column]));
+            const char before = title.size() > 1 ? title[title.size() - 2] : ' ';
+            if (title.endsWith('P') && before >= 'a' && before <= 'z' &&
+                !readPTitle(viewOf(title)) &&
+                readPTitle(viewOf(title.chopped(1) + "_p"))->tier != PTitle::Tier::Never &&
+                areProbabilities(column))
+                columns += column;
+        }
+        return columns;
     }
 
     // A column like pval_origin says something about p.
@@ -189,7 +210,8 @@ private:
         return readNumber(viewOf(a), comma, x) && readNumber(viewOf(b), comma, y) && x == y;
     }
 
-    Refusal severalPValues(const Candidates& candidates, const QString& why) const {
+    Refusal severalPValues(const Candidates& candidates, const QString& why,
+                           const QList<int>& others = {}) const {
         Refusal refusal{RefusalCode::SeveralPValues, {}, {}, {}};
         refusal.message =
             QStringLiteral("Several columns may be the p-value, and %1: %2. Say which "
@@ -197,6 +219,8 @@ private:
                 .arg(why, titlesBut(candidates, {}));
         for (const Candidate& candidate : candidates)
             offer(refusal, candidate.column);
+        for (const int column : others)
+            offer(refusal, column);
         return refusal;
     }
 

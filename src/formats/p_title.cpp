@@ -145,9 +145,9 @@ bool isOther(const Word& word, bool isLog) {
     return word.kind == Word::Kind::Other || (!isLog && isPartOfLog);
 }
 
+// Unlike a covariate, as in bmiadj and whradjbmi.
 bool namesAdjustment(const QByteArray& word) {
-    const QByteArray piece = bytesOf(title_table::adjusted);
-    return word.contains(piece) && !word.endsWith(piece);
+    return word.startsWith(bytesOf(title_table::adjusted));
 }
 
 bool isNever(const QByteArray& word) {

@@ -51,6 +51,7 @@ inline constexpr RankedTitle positions[] = {
     {"ps", 0},
     {"bpos", 0},
     {"basepair", 0},
+    {"mapinfo", 0},
     {"basepairs", 0},
     {"basepairpos", 0},
     {"basepairposition", 0},
@@ -73,6 +74,7 @@ inline constexpr RankedTitle positions[] = {
     {"genpos", 1}, // base pairs in one tool, Morgans in another
     {"location", 1},
     {"coordinate", 1},
+    {"coord", 1},
     {"base", 1},
     {"beg", 1},
     {"begin", 1},
@@ -127,8 +129,8 @@ inline constexpr std::string_view wordsAfterP[] = {"value", "val", "values", "va
 inline constexpr std::string_view gluedP[] = {"pvalues", "pvalue", "pvals", "pval"};
 
 // A title with one of these words, or with one of these pieces in another word than p, is never
-// taken for p: it tests something else, or was corrected for the number of tests. "adj" is
-// such a piece unless a longer word ends in it: bmiadj names a covariate.
+// taken for p: it tests something else, or was corrected for the number of tests. So is a word
+// that begins with "adj"; bmiadj and whradjbmi name covariates.
 inline constexpr std::string_view neverWords[] = {"q",       "text", "emp", "emp1",  "emp2",
                                                   "egger",   "bf",   "adj", "bh",    "fwe",
                                                   "missing", "fwer", "hw",  "hardy", "empirical"};
@@ -139,9 +141,10 @@ inline constexpr std::string_view adjusted = "adj";
 
 // Words of second-best p columns. "add" is none of them beside "frequentist".
 inline constexpr std::string_view secondaryWords[] = {
-    "na",  "nospa", "noadj", "linreg", "inf",   "gc",   "2gc",         "dgc",      "random", "rand",
-    "ran", "re",    "re2",   "r",      "wz",    "lrt",  "lr",          "score",    "c",      "cond",
-    "dom", "beta",  "add",   "condtl", "chisq", "plus", "uncorrected", "corrected"};
+    "na",     "nospa", "noadj",       "linreg",    "inf", "gc",   "2gc",  "dgc",
+    "random", "rand",  "ran",         "re",        "re2", "r",    "wz",   "lrt",
+    "lr",     "score", "c",           "cond",      "dom", "beta", "add",  "condtl",
+    "chisq",  "plus",  "uncorrected", "corrected", "rec", "gen",  "geno", "2df"};
 inline constexpr std::string_view additive = "add";
 inline constexpr std::string_view frequentist = "frequentist";
 // Of second-best columns, those with this word come last.

@@ -752,7 +752,7 @@ void Understand::options_data() {
         "chr pos bp P_EUR P_AFR\n1 752566 817186 0.4 0.5\n1 846808 911428 0.6 0.7\n";
     tabRow("by title", table, "chr:bp P_AFR", with(p("P_AFR"), position("bp")));
     tabRow("by number", table, "chr:bp P_AFR", with(p("5"), position("3"), chromosome("1")));
-    tabRow("by normal title", table, "chr:pos P_AFR", with(p("p.afr")));
+    tabRow("by normal title", table, "chr:pos P_AFR", with(p("p.afr"), position("pos")));
     tabRow("unknown title", table, "UnknownColumn [P_AFR P_EUR pos]", with(p("P_AFF")));
     tabRow("number too large", table, "UnknownColumn []", with(p("66")));
     tabRow("the same title twice", "chr pos P P\n1 752566 0.4 0.5\n", "UnknownColumn [P P]",
