@@ -11,9 +11,9 @@
 #include "value_judge.h"
 #include "vcf_field.h"
 
-#include <QSet>
 #include <algorithm>
 #include <iterator>
+#include <unordered_set>
 
 namespace {
 
@@ -174,46 +174,58 @@ public:
         : m_table(table), m_columns(understanding.columns) {}
 
     ValueCounts count(bool isWhole) {
-        QSet<QByteArray> labels;
-        for (const HeadLine& line : m_table.body()) {
-            const QList<QByteArray> fields = m_table.fields(line);
-            if (fields == m_table.titles())
+        std::unordered_set<std::string_view> labels;
+        for (qsizetype i = 0; i < m_table.body().size(); ++i) {
+            m_row = m_table.row(i);
+            if (isHeader())
                 continue;
-            countPosition(fields.value(m_columns.position));
-            countValues(fields, line.number);
-            if (!isMissing(viewOf(fields.value(m_columns.chromosome)))) {
+            countPosition(field(m_columns.position));
+            countValues(m_table.body()[i].number);
+            if (const std::string_view label = field(m_columns.chromosome); !isMissing(label)) {
                 ++m_counts.chromosomeRows;
-                labels += fields.value(m_columns.chromosome);
+                labels.insert(label);
             }
         }
         if (isWhole)
-            m_counts.labels = labels.size();
+            m_counts.labels = std::ssize(labels);
         return m_counts;
     }
 
 private:
-    void countPosition(const QByteArray& text) {
+    // Empty where the line is too short, or there is no such column.
+    std::string_view field(int column) const {
+        const auto place = static_cast<size_t>(column);
+        return column >= 0 && place < m_row.size() ? m_row[place] : std::string_view();
+    }
+
+    bool isHeader() const {
+        const QList<QByteArray>& titles = m_table.titles();
+        return std::equal(
+            m_row.begin(), m_row.end(), titles.begin(), titles.end(),
+            [](std::string_view text, const QByteArray& title) { return text == viewOf(title); });
+    }
+
+    void countPosition(std::string_view text) {
         int position = 0;
-        const PositionKind kind = readPosition(viewOf(text), m_table.format(), position);
+        const PositionKind kind = readPosition(text, m_table.format(), position);
         m_counts.positions += kind == PositionKind::Missing ? 0 : 1;
         m_counts.positionsFractional += kind == PositionKind::Fractional ? 1 : 0;
         m_counts.positionTexts += kind == PositionKind::NotANumber ? 1 : 0;
     }
 
-    QByteArray logText(const QList<QByteArray>& fields) const {
-        QByteArray text = fields.value(m_columns.logP);
-        if (m_columns.format < 0)
-            return text;
-        return bytesOf(vcfSubfield(viewOf(fields.value(m_columns.format)), viewOf(text),
-                                   title_table::vcfLogP));
+    std::string_view logText() const {
+        const std::string_view text = field(m_columns.logP);
+        return m_columns.format < 0
+                   ? text
+                   : vcfSubfield(field(m_columns.format), text, title_table::vcfLogP);
     }
 
-    void countValues(const QList<QByteArray>& fields, qint64 line) {
-        const QByteArray pText = fields.value(m_columns.p);
-        const PValue p = readPValue(viewOf(pText), m_table.format().decimalComma);
-        const QByteArray log = logText(fields);
+    void countValues(qint64 line) {
+        const bool isComma = m_table.format().decimalComma;
+        const std::string_view pText = field(m_columns.p), log = logText();
+        const PValue p = readPValue(pText, isComma);
         double value = 0.0;
-        const bool hasLog = readNumber(viewOf(log), m_table.format().decimalComma, value);
+        const bool hasLog = readNumber(log, isComma, value);
         const bool hasP = p.kind == PValue::Kind::Number;
         if (hasP)
             m_counts.countP(p.p, p.isNegative, p.negLog10);
@@ -221,14 +233,15 @@ private:
             m_counts.countLog(value);
         m_counts.rows += hasP || hasLog ? 1 : 0;
         m_counts.pTexts += p.kind == PValue::Kind::NotANumber ? 1 : 0;
-        m_counts.logTexts += !hasLog && !isMissing(viewOf(log)) ? 1 : 0;
+        m_counts.logTexts += !hasLog && !isMissing(log) ? 1 : 0;
         if (hasP && hasLog && !p.isBound && !p.isNegative)
             m_counts.countPair(p.p, p.negLog10, negLog10Of(value, m_columns.logScale), line,
-                               QString::fromUtf8(pText + " and " + log));
+                               QString::fromUtf8(bytesOf(pText) + " and " + bytesOf(log)));
     }
 
     const HeadTable& m_table;
     const ColumnChoice& m_columns;
+    std::span<const std::string_view> m_row;
     ValueCounts m_counts;
 };
 

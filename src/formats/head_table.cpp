@@ -33,18 +33,41 @@ QList<QByteArray> HeadTable::fields(const HeadLine& line) const {
     QByteArray scratch;
     splitLine(line.text, m_format, views, scratch);
     QList<QByteArray> fields;
+    fields.reserve(views.size());
     for (const std::string_view view : views)
         fields += bytesOf(view);
     return fields;
 }
 
-QList<QByteArray> HeadTable::column(int column, qsizetype limit) const {
-    QList<QByteArray> texts;
+void HeadTable::split() const {
+    m_fields.clear();
+    m_unquoted.clear();
     QList<std::string_view> views;
     QByteArray scratch;
-    for (const HeadLine& line : m_body.first(std::min(limit, m_body.size()))) {
+    for (const HeadLine& line : m_body) {
         splitLine(line.text, m_format, views, scratch);
-        texts += column < views.size() ? bytesOf(views[column]) : QByteArray();
+        m_starts.push_back(m_fields.size());
+        m_fields.insert(m_fields.end(), views.begin(), views.end());
+        if (!scratch.isEmpty())
+            m_unquoted.push_back(std::exchange(scratch, {}));
+    }
+    m_starts.push_back(m_fields.size());
+}
+
+std::span<const std::string_view> HeadTable::row(qsizetype i) const {
+    if (m_starts.empty())
+        split();
+    const size_t start = m_starts[size_t(i)];
+    return {m_fields.data() + start, m_starts[size_t(i) + 1] - start};
+}
+
+QList<QByteArray> HeadTable::column(int column, qsizetype limit) const {
+    QList<QByteArray> texts;
+    const qsizetype count = std::min(limit, m_body.size());
+    texts.reserve(count);
+    for (qsizetype i = 0; i < count; ++i) {
+        const auto fields = row(i);
+        texts += size_t(column) < fields.size() ? bytesOf(fields[size_t(column)]) : QByteArray();
     }
     return texts;
 }

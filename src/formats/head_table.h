@@ -4,8 +4,10 @@
 
 #include <QByteArray>
 #include <QList>
+#include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 struct HeadLine {
     std::string_view text;
@@ -25,12 +27,18 @@ public:
         : m_format(std::move(format)), m_body(std::move(body)) {}
 
     const TableFormat& format() const { return m_format; }
-    TableFormat& format() { return m_format; }
+    TableFormat& format() {
+        m_starts.clear();
+        return m_format;
+    }
     const QList<QByteArray>& titles() const { return m_format.titles; }
     const QList<HeadLine>& body() const { return m_body; }
     int columnCount() const; // by the titles; without titles, by the first line
 
     QList<QByteArray> fields(const HeadLine& line) const;
+
+    // The fields of line i of the body.
+    std::span<const std::string_view> row(qsizetype i) const;
 
     // The column's texts in the first `limit` lines; empty where a line is too short.
     QList<QByteArray> column(int column, qsizetype limit) const;
@@ -39,8 +47,14 @@ public:
     QList<QByteArray> values(int column, qsizetype limit) const;
 
 private:
+    void split() const;
+
     TableFormat m_format;
     QList<HeadLine> m_body;
+    // All fields of the body, split once; rebuilt when the format may have changed.
+    mutable std::vector<std::string_view> m_fields;
+    mutable std::vector<size_t> m_starts; // of each line's fields, and their end; empty until split
+    mutable std::vector<QByteArray> m_unquoted; // what some of the views point into
 };
 
 // True where at least `percent` of the values read as a joined id; false without any values.

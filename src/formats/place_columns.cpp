@@ -142,10 +142,12 @@ private:
 
     // Whether two columns have other positions on more than 1 in 100 lines.
     bool differ(int a, int b) const {
+        if (a == b)
+            return false;
         const QList<QByteArray> first = m_table.column(a, joinedRows);
         const QList<QByteArray> second = m_table.column(b, joinedRows);
         qsizetype rows = 0, differing = 0;
-        for (qsizetype i = 0; a != b && i < first.size(); ++i) {
+        for (qsizetype i = 0; i < first.size(); ++i) {
             int x = 0, y = 0;
             if (readPosition(viewOf(first[i]), m_table.format(), x) != PositionKind::Whole ||
                 readPosition(viewOf(second[i]), m_table.format(), y) != PositionKind::Whole)
