@@ -13,8 +13,17 @@ Run pipeline(const QString& shell) {
     return command({"bash", "-o", "pipefail", "-c", shell});
 }
 
+// Makes a new file. To replace one, the file system first writes the new one to the disk.
+Run makes(const QString& output, const Run& run) {
+    return [output, run] {
+        QFile::remove(output);
+        return run();
+    };
+}
+
 Run prepare(const QString& file) {
-    return tools({"prepare", file, "-o", inWorkFolder("prepared.txt"), "--quiet"});
+    const QString output = inWorkFolder("prepared.txt");
+    return makes(output, tools({"prepare", file, "-o", output, "--quiet"}));
 }
 
 // The columns that prepare writes, by the usual means.
@@ -44,7 +53,7 @@ QList<Verdict> reportTools(const Plan& plan) {
     shuffled.isSorted = false;
     const ScanFile file(plainLayout(), lines), random(shuffled, lines);
     const Packed packed(file.path());
-    const QString out = " > " + inWorkFolder("by_awk.txt");
+    const QString byAwk = inWorkFolder("by_awk.txt");
     const QList<Verdict> verdicts =
         compare(plan, "pelmark-tools", lines,
                 {{"check",
@@ -62,7 +71,8 @@ QList<Verdict> reportTools(const Plan& plan) {
                   "prepare-gzip-vs-zcat"},
                  {"prepare, gzip",
                   {"", prepare(packed.path())},
-                  {"`zcat | awk`", pipeline("zcat '" + packed.path() + "' | " + awk + out)},
+                  {"`zcat | awk`",
+                   makes(byAwk, pipeline("zcat '" + packed.path() + "' | " + awk + " > " + byAwk))},
                   "prepare-gzip-vs-awk"},
                  {"prepare, random order",
                   {"", prepare(random.path())},

@@ -2,6 +2,7 @@
 
 #include "number_fields.h"
 #include "number_text.h"
+#include "p_value.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -43,59 +44,101 @@ PlainRows::PlainRows(const Understanding& table, const PrepareOptions& options, 
     m_columnsNeeded = 1 + std::max({m_chromosome, m_position, m_p, m_name});
 }
 
-bool PlainRows::isPlain(const TableRows& rows, std::string_view label, int& lastPosition,
+// `label` is that of all rows; empty for any.
+bool PlainRows::isPlain(const TableRows& rows, std::string_view label, int lastPosition,
                         Row& row) const {
-    if (rows.fieldCount() < m_columnsNeeded || rows.field(m_chromosome) != label ||
-        rows.text().front() == '#')
+    if (rows.fieldCount() < m_columnsNeeded || rows.text().front() == '#')
         return false;
-    row = {rows.field(m_position), rows.field(m_p), rows.field(m_name), 0.0};
-    const std::optional<int> position = plainInteger(row.position);
-    if (!position || *position < lastPosition || *position == INT_MAX || row.position[0] == '0' ||
-        !readReal(row.p, row.value) || !(row.value >= DBL_MIN && row.value <= 1.0))
+    row = {rows.field(m_chromosome),
+           rows.field(m_position),
+           rows.field(m_p),
+           rows.field(m_name),
+           0,
+           0.0};
+    if (label.empty() ? isMissing(row.label) : row.label != label)
         return false;
-    lastPosition = *position;
-    return true;
+    const std::optional<int> position = plainInteger(row.positionText);
+    row.position = position.value_or(0);
+    return row.position > 0 && row.position >= lastPosition && row.position < INT_MAX &&
+           row.positionText[0] != '0' && readReal(row.p, row.value) && row.value >= DBL_MIN &&
+           row.value <= 1.0;
 }
 
-void PlainRows::write(Batch& batch, size_t size, std::string_view label, TextBuffer& text,
-                      PConverter& converter) const {
-    constexpr size_t separators = 5;
-    std::for_each_n(batch.begin(), size, [](Row& row) { row.value = 0.0 - std::log10(row.value); });
-    for (size_t i = 0; i < size; ++i) {
-        const Row& row = batch[i];
-        char* at = text.room(label.size() + row.position.size() + row.p.size() + numberTextRoom +
-                             row.name.size() + separators + TextBuffer::chunk);
-        at = copied(row.position, copied('\t', copied(label, at)));
-        char* const p = copied('\t', at);
-        at = writeNumber(row.value, copied('\t', copied(row.p, p)));
-        converter.notePlain(row.value, {p, static_cast<size_t>(at - p)});
-        if (m_hasName)
-            at = copied(row.name, copied('\t', at));
-        text.setEnd(copied('\n', at));
-    }
-}
-
-qint64 PlainRows::take(TableRows& rows, RowSink& sink, PConverter& converter, bool& isLeft) const {
-    isLeft = true;
-    if (!m_isPossible || !rows.isPlainPiece() || !sink.isInRun() ||
-        rows.fieldCount() < m_columnsNeeded || rows.field(m_chromosome) != sink.runLabel())
-        return 0;
-    const std::string_view label = rows.field(m_chromosome); // padded, unlike the sink's
-    int lastPosition = sink.lastPosition();
-    qint64 taken = 0;
-    Batch batch;
+// False where the piece ends.
+bool PlainRows::fillBatch(TableRows& rows, std::string_view label, int& lastPosition,
+                          bool& isLeft) {
+    bool isMore = true;
+    m_size = 0;
     isLeft = false;
-    for (bool isMore = true; isMore && !isLeft;) {
-        size_t size = 0;
-        while (isMore && !isLeft && size < batchSize) {
-            isLeft = !isPlain(rows, label, lastPosition, batch[size]);
-            size += isLeft ? 0 : 1;
-            isMore = isLeft || rows.nextInPiece();
-        }
-        write(batch, size, label, sink.text(), converter);
-        taken += static_cast<qint64>(size);
+    while (isMore && m_size < m_batch.size()) {
+        Row& row = m_batch[m_size];
+        isLeft = !isPlain(rows, label, lastPosition, row);
+        if (isLeft)
+            break;
+        if (!label.empty())
+            lastPosition = row.position;
+        ++m_size;
+        isMore = rows.nextInPiece();
     }
-    sink.extendRun(taken, lastPosition);
-    converter.countPlain(taken);
+    std::for_each_n(m_batch.begin(), m_size,
+                    [](Row& row) { row.value = 0.0 - std::log10(row.value); });
+    return isMore && !isLeft;
+}
+
+// What follows the position.
+void PlainRows::appendTexts(const Row& row, TextBuffer& text, PConverter& converter) const {
+    constexpr size_t separators = 3;
+    char* const p =
+        text.room(row.p.size() + numberTextRoom + row.name.size() + separators + TextBuffer::chunk);
+    char* at = writeNumber(row.value, copied('\t', copied(row.p, p)));
+    converter.notePlain(row.value, {p, static_cast<size_t>(at - p)});
+    text.setEnd(m_hasName ? copied(row.name, copied('\t', at)) : at);
+}
+
+void PlainRows::writeRun(RowSink& sink, PConverter& converter) {
+    constexpr size_t separators = 2;
+    TextBuffer& text = sink.text();
+    for (size_t i = 0; i < m_size; ++i) {
+        const Row& row = m_batch[i];
+        char* const at =
+            text.room(row.label.size() + row.positionText.size() + separators + TextBuffer::chunk);
+        text.setEnd(copied('\t', copied(row.positionText, copied('\t', copied(row.label, at)))));
+        appendTexts(row, text, converter);
+        text.append('\n');
+    }
+    if (m_size > 0)
+        sink.extendRun(static_cast<qint64>(m_size), m_batch[m_size - 1].position);
+}
+
+// Returns how many of the rows had their chromosome spelled otherwise before.
+qint64 PlainRows::addUnordered(RowSink& sink, PConverter& converter) {
+    qint64 otherSpellings = 0;
+    for (size_t i = 0; i < m_size; ++i) {
+        m_text.clear();
+        appendTexts(m_batch[i], m_text, converter);
+        bool isOther = false;
+        const quint32 chromosome = sink.chromosome(m_batch[i].label, isOther);
+        sink.add(chromosome, m_batch[i].position, m_text.view());
+        otherSpellings += isOther ? 1 : 0;
+    }
+    return otherSpellings;
+}
+
+PlainRows::Taken PlainRows::take(TableRows& rows, RowSink& sink, PConverter& converter) {
+    Taken taken;
+    const bool isInRun = sink.isInRun();
+    if (!m_isPossible || !rows.isPlainPiece() || (!isInRun && !sink.isSorting()))
+        return taken;
+    const std::string_view label = isInRun ? sink.runLabel() : std::string_view();
+    int lastPosition = isInRun ? sink.lastPosition() : 0;
+    for (bool isMore = true; isMore && sink.error().isEmpty();) {
+        isMore = fillBatch(rows, label, lastPosition, taken.isLeft);
+        if (isInRun)
+            writeRun(sink, converter);
+        else
+            taken.otherSpellings += addUnordered(sink, converter);
+        taken.rows += static_cast<qint64>(m_size);
+        converter.countPlain(static_cast<qint64>(m_size));
+    }
     return taken;
 }

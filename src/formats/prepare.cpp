@@ -187,9 +187,11 @@ Failure Preparation::readInput(int index) {
 
 // `isLeft` says that the current row is to be taken by itself.
 Failure Preparation::takePlainRows(TableRows& rows, bool& isLeft) {
-    const qint64 taken = m_plainRows->take(rows, m_sink, m_converter, isLeft);
-    m_report.rows += taken;
-    m_report.written += taken;
+    const PlainRows::Taken taken = m_plainRows->take(rows, m_sink, m_converter);
+    m_report.rows += taken.rows;
+    m_report.written += taken.rows;
+    m_report.otherSpellings += taken.otherSpellings;
+    isLeft = taken.isLeft;
     return m_sink.error().isEmpty() ? std::nullopt : Failure(unwritable());
 }
 

@@ -59,6 +59,16 @@ bool copyAll(QIODevice& from, QIODevice& to) {
     return true;
 }
 
+// Which of the answers kept may be the label's. Labels of one or two characters that differ have
+// different ones, most often.
+size_t slotOf(std::string_view label, size_t count) {
+    if (label.empty())
+        return 0;
+    const auto first = static_cast<unsigned char>(label.front());
+    const auto last = static_cast<unsigned char>(label.back());
+    return (last + 10U * first + 7U * label.size()) % count;
+}
+
 } // namespace
 
 RowSink::RowSink(QFileDevice& output, const QByteArray& header, qint64 memory)
@@ -67,28 +77,27 @@ RowSink::RowSink(QFileDevice& output, const QByteArray& header, qint64 memory)
 }
 
 quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
-    if (!m_chromosomes.empty() && viewOf(m_lastLabel) == label) {
-        isOtherSpelling = m_lastIsOther;
-        return m_lastOfLabel;
-    }
-    const QByteArray text = bytesOf(label);
-    auto found = m_byLabel.constFind(text);
+    Answer& answer = m_answers[slotOf(label, m_answers.size())];
+    if (answer.label.isNull() || viewOf(answer.label) != label)
+        answer = answerTo(bytesOf(label));
+    isOtherSpelling = answer.isOtherSpelling;
+    return answer.chromosome;
+}
+
+RowSink::Answer RowSink::answerTo(const QByteArray& label) {
+    auto found = m_byLabel.constFind(label);
     if (found == m_byLabel.constEnd()) {
-        const QByteArray key = chromosomeKey(label);
+        const QByteArray key = chromosomeKey(viewOf(label));
         const auto known = m_byKey.constFind(key);
         const auto number =
             known != m_byKey.constEnd() ? *known : static_cast<quint32>(m_chromosomes.size());
         if (known == m_byKey.constEnd()) {
             m_byKey.insert(key, number);
-            m_chromosomes.push_back({text, 0});
+            m_chromosomes.push_back({label, 0});
         }
-        found = m_byLabel.insert(text, number);
+        found = m_byLabel.insert(label, number);
     }
-    m_lastLabel = text;
-    m_lastOfLabel = *found;
-    m_lastIsOther = m_chromosomes[*found].label != text;
-    isOtherSpelling = m_lastIsOther;
-    return *found;
+    return {label, *found, m_chromosomes[*found].label != label};
 }
 
 bool RowSink::isAfterLast(quint32 chromosome, int position) const {

@@ -8,6 +8,7 @@
 #include <QFileDevice>
 #include <QHash>
 #include <QList>
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -41,7 +42,8 @@ public:
     // Rows of the last row's chromosome may be appended to text(), as whole lines with runLabel(),
     // as long as they are in order. extendRun() counts them; false when they could not be written.
     bool isInRun() const { return !m_rows && !m_runs.empty(); }
-    std::string_view runLabel() const;
+    bool isSorting() const { return m_rows != nullptr; }
+    std::string_view runLabel() const; // not empty
     int lastPosition() const { return m_lastPosition; }
     TextBuffer& text() { return m_block; }
     bool extendRun(qint64 rows, int lastPosition);
@@ -67,6 +69,14 @@ public:
     QString error() const { return m_error; }
 
 private:
+    // What chromosome() says of a label.
+    struct Answer {
+        QByteArray label; // null where this says nothing
+        quint32 chromosome = 0;
+        bool isOtherSpelling = false;
+    };
+
+    Answer answerTo(const QByteArray& label);
     bool startRun(quint32 chromosome, int position);
     bool isAfterLast(quint32 chromosome, int position) const;
     void startLine(std::string_view name, int position);
@@ -85,11 +95,9 @@ private:
     QHash<QByteArray, quint32> m_byLabel; // each spelling
     QHash<QByteArray, quint32> m_byKey;
     std::vector<TableChromosome> m_chromosomes;
-    QByteArray m_lastLabel; // as chromosome() was asked last, and what it said
-    quint32 m_lastOfLabel = 0;
-    bool m_lastIsOther = false;
-    std::vector<WrittenRun> m_runs; // the output so far
-    int m_lastPosition = 0;         // in it
+    std::array<Answer, 64> m_answers; // the last ones, each where slotOf() its label says
+    std::vector<WrittenRun> m_runs;   // the output so far
+    int m_lastPosition = 0;           // in it
     std::unique_ptr<OrderedRows> m_rows;
     QString m_error;
 };
