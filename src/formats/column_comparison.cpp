@@ -1,7 +1,9 @@
 #include "column_comparison.h"
 
 #include "excerpt.h"
+#include "titles.h"
 
+#include <QHash>
 #include <algorithm>
 
 namespace {
@@ -103,14 +105,37 @@ bool isTaken(int column, int choice) {
     return choice >= 0 && column == choice;
 }
 
-void addTest(const QList<std::string_view>& fields, int column, QList<QString>& tests) {
-    constexpr qsizetype testsKept = 6;
-    if (column < 0 || column >= fields.size() || tests.size() >= testsKept)
-        return;
-    const QString test = excerpt(fields[column]);
-    if (!tests.contains(test))
-        tests.append(test);
-}
+// The tests that rows are of. Where none is ADD and no marker comes under two of them, the column
+// says something else, such as genotypes.
+class TestsSeen {
+public:
+    explicit TestsSeen(const ColumnChoice& columns) : m_columns(columns) {}
+
+    void add(const QList<std::string_view>& fields) {
+        constexpr qsizetype testsKept = 6;
+        if (m_columns.test < 0 || m_columns.test >= fields.size())
+            return;
+        const std::string_view text = fields[m_columns.test];
+        const QString test = excerpt(text);
+        if (m_tests.size() < testsKept && !m_tests.contains(test))
+            m_tests.append(test);
+        QList<QByteArray> marker;
+        for (const int column :
+             {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.name})
+            marker.append(bytesOf(fields.value(column)));
+        if (!m_testOfMarker.contains(marker))
+            m_testOfMarker.insert(marker, bytesOf(text));
+        m_areTests = m_areTests || text == "ADD" || m_testOfMarker[marker] != bytesOf(text);
+    }
+
+    QList<QString> tests() const { return m_areTests ? m_tests : QList<QString>(); }
+
+private:
+    const ColumnChoice& m_columns;
+    QList<QString> m_tests;
+    QHash<QList<QByteArray>, QByteArray> m_testOfMarker; // the first
+    bool m_areTests = false;
+};
 
 } // namespace
 
@@ -135,17 +160,19 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
         for (ComparedColumn* column : columns)
             column->isRight = column->rightNumber == 0 || column->number == column->rightNumber;
     const auto isEmpty = [](std::string_view field) { return field.empty(); };
+    TestsSeen tests(choice);
     TextComparison(window, right, head)
         .eachLine([&](qint64 line, const auto& windows, const auto& rights) {
             result.isAligned |= isSpaced && std::any_of(windows.begin(), windows.end(), isEmpty);
             for (const ComparedColumn* column : columns)
                 result.isQuoted |= isQuoted(windows.value(column->number - 1));
-            addTest(rights, choice.test, result.tests);
+            tests.add(rights);
             if (isAlike)
                 return;
             for (ComparedColumn* column : columns)
                 compareTexts(line, windows, rights, *column);
         });
+    result.tests = tests.tests();
     // The right column can hold something else than the window takes it for.
     const int taken = result.chromosome.number - 1;
     result.isNames = isAlike && !isTaken(taken, choice.chromosome) &&

@@ -19,17 +19,18 @@ std::variant<Understanding, Refusal> understandFile(const QString& path,
 } // namespace
 
 std::optional<Refusal> InputFile::open() {
-    constexpr qint64 kindBytes = 4096; // tell one kind of file from another
     const auto refusal = [&](RefusalCode code, const QString& why) {
         return Refusal{code, m_path + QStringLiteral(": ") + why, {}, {}};
     };
     if (!m_file.open(QIODevice::ReadOnly))
         return refusal(RefusalCode::Unreadable, m_file.errorString());
-    const QString kind = foreignKind(m_file.peek(kindBytes));
-    if (!kind.isEmpty())
-        return refusal(RefusalCode::ForeignFile,
-                       QStringLiteral("this is %1, not a table of results.").arg(kind));
-    return m_unpacked.open(QIODevice::ReadOnly) ? std::nullopt : std::optional(failure());
+    if (!m_unpacked.open(QIODevice::ReadOnly))
+        return failure();
+    const QString kind = foreignKind(m_unpacked.start());
+    if (kind.isEmpty())
+        return std::nullopt;
+    return refusal(RefusalCode::ForeignFile,
+                   QStringLiteral("this is %1, not a table of results.").arg(kind));
 }
 
 Refusal InputFile::failure() const {

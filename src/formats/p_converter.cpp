@@ -164,7 +164,8 @@ std::optional<DropReason> PConverter::appendLog(std::string_view log, const Tabl
     if (negLog10 <= 0.0) {
         m_met.roundedToOne += negLog10 < 0.0 ? 1 : 0;
         text.append("1\t");
-        text.append(negLog10 < 0.0 || scale == PScale::Ln || log.starts_with('-') ? "0" : log);
+        appendOwnText(negLog10 < 0.0 || scale == PScale::Ln || log.starts_with('-') ? "0" : log,
+                      text);
         return std::nullopt;
     }
     const size_t start = text.size();

@@ -108,7 +108,7 @@ SafeOutput* Prepare::open(const char* option, std::optional<Failure>& failure) {
         isTable ? m_arguments.value(option).value_or("-") : m_arguments.value(option);
     if (!path || failure)
         return nullptr;
-    m_outputs.emplace_back(*path);
+    m_outputs.emplace_back(*path, option);
     failure = m_outputs.back().open(m_inputs);
     return &m_outputs.back();
 }
@@ -117,10 +117,11 @@ std::optional<Failure> Prepare::openOutputs() {
     QByteArrayList paths{m_arguments.value("--output").value_or("-")};
     for (const char* option : {"--dropped", "--json"})
         if (const auto path = m_arguments.value(option)) {
-            if (paths.contains(*path))
-                return Failure{StatusWrongCall,
-                               QStringLiteral("%1 %2: two outputs cannot share a file.")
-                                   .arg(QLatin1String(option), QString::fromUtf8(*path))};
+            for (const QByteArray& other : std::as_const(paths))
+                if (leadToOneFile(other, *path))
+                    return Failure{StatusWrongCall,
+                                   QStringLiteral("%1 %2: two outputs cannot share a file.")
+                                       .arg(QLatin1String(option), QString::fromUtf8(*path))};
             paths.append(*path);
         }
     std::optional<Failure> failure;
@@ -183,7 +184,8 @@ int Prepare::run() {
     if (const std::optional<Failure> failure = openOutputs())
         return end(*failure);
     const PrepareJob job{m_inputs.paths(), std::get<PrepareOptions>(options),
-                         m_dropped != nullptr ? &m_dropped->file() : nullptr, progress()};
+                         m_dropped != nullptr ? &m_dropped->file() : nullptr, progress(),
+                         m_inputs.names()};
     const auto result = prepare(job, m_output->file());
     if (m_streams.isErrorTerminal && !m_arguments.has("--quiet"))
         m_streams.error.write("\r\033[K");

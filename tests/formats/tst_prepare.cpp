@@ -127,6 +127,32 @@ void Prepare::tables_data() {
         head + "1\t6\t0.3\t0.522879\n");
     row("a whole chromosome left out", "CHR\tBP\tP\n1\t5\t0.1\n1\t6\t0.1\n2\t5\t0.1\n",
         head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n", with([](PrepareOptions& o) { o.minMarkers = 2; }));
+    row("25 of PLINK", "#CHROM\tPOS\tID\tOBS_CT\tP\n25\t5\ta\t9\t0.1\n23\t5\tb\t9\t0.1\n",
+        "Chr\tPosition\tP\t-log10(P)\tID\nX\t5\t0.1\t1\tb\nXY\t5\t0.1\t1\ta\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("25 of GWAS-SSF", "chromosome\tbase_pair_location\tp_value\n25\t5\t0.1\n23\t5\t0.1\n",
+        head + "X\t5\t0.1\t1\nMT\t5\t0.1\t1\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("25 of others", "CHR\tBP\tSNP\tP\n25\t5\ta\t0.1\n23\t5\tb\t0.1\n",
+        namedHead + "25\t5\t0.1\t1\ta\nX\t5\t0.1\t1\tb\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("chromosomes that get the same name are one", "CHR\tBP\tP\n23\t5\t0.1\nX\t6\t0.1\n",
+        head + "X\t5\t0.1\t1\nX\t6\t0.1\t1\n", with([](PrepareOptions& o) {
+            o.chromosomeNames = ChromosomeNames::Plain;
+            o.minMarkers = 2;
+        }));
+    row("p of 0 on a small chromosome", "CHR\tBP\tP\n1\t5\t0.1\n1\t6\t0.1\n2\t5\t0\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n", with([](PrepareOptions& o) {
+            o.minMarkers = 2;
+            o.zeroP = ZeroP::Fail;
+        }));
+    row("an empty title over values", "CHR\tBP\tP\t\n1\t5\t0.1\tx\n1\t6\t0.1\ty\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n");
+    row("an empty title over nothing", "CHR\tBP\tP\t\n1\t5\t0.1\t\n1\t6\t0.1\t\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n",
+        with([](PrepareOptions& o) { o.allColumns = true; }));
+    row("a -log10 p of 0 with a decimal comma", "CHR;BP;LOG10P\n1;5;0,00\n1;6;2,5\n",
+        head + "1\t5\t1\t0.00\n1\t6\t0.0031622776601683794\t2.5\n");
     row("plain names", "CHR\tBP\tP\nchr1\t5\t0.1\nchrX\t6\t0.1\n",
         head + "1\t5\t0.1\t1\nX\t6\t0.1\t1\n",
         with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
@@ -214,6 +240,11 @@ void Prepare::refused_data() {
     };
     row("a zip archive", QByteArray("PK\x03\x04\x14\x00", 6) + QByteArray(100, 'x'),
         RefusalCode::ForeignFile);
+    row("a BCF file in gzip",
+        QByteArray::fromHex("1f8b0800000000000203737276636262c002000143d29e19000000"),
+        RefusalCode::ForeignFile);
+    row("nothing but small chromosomes", "CHR\tBP\tP\n1\t5\t0.1\n2\t5\t0.1\n",
+        RefusalCode::NotATable, with([](PrepareOptions& o) { o.minMarkers = 2; }));
     row("a cut gzip stream", QByteArray("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\x4b", 11),
         RefusalCode::Damaged);
     row("no p-value", "CHR\tBP\tBETA\n1\t5\t0.1\n", RefusalCode::NoPValue);
