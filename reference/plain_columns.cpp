@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 #include <QSet>
+#include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace plain {
@@ -30,80 +32,107 @@ struct Candidate {
     int rank;
 };
 
-bool isPrepared(const QStringList& titles) {
-    for (int i = 0; i < 4; ++i)
-        if (titles.size() < 4 || titles[i] != fromData(title_table::prepared[i]))
-            return false;
-    return true;
-}
-
 class Chooser {
 public:
     Chooser(const QStringList& titles, const QList<QStringList>& rows,
             const PrepareOptions& options)
         : m_titles(titles), m_rows(rows), m_options(options) {}
 
-    Columns choose() {
+    Columns choose() const {
         Columns columns;
-        if (isPrepared(m_titles))
-            choosePrepared(columns);
-        else {
-            choosePlace(columns);
-            chooseP(columns);
-        }
-        columns.name = m_options.name ? named(*m_options.name) : nameColumn();
+        const int chromosome = named(m_options.chromosome), position = named(m_options.position);
+        const int p = named(m_options.p), name = named(m_options.name), z = named(m_options.z);
+        const int beta = named(m_options.beta), error = named(m_options.standardError);
+        const int test = named(m_options.test), sample = named(m_options.sample);
+        for (const auto& [title, value] : m_options.where)
+            columns.where << qMakePair(named(title), QString::fromLatin1(value));
+        choosePlace(columns, chromosome, position, name);
+        if (isVcf() && p < 0)
+            chooseSample(columns, sample);
+        else if (m_options.pSource != PSource::Column)
+            chooseEffect(columns, z, beta, error);
+        else
+            chooseP(columns, p);
+        columns.name = name >= 0 ? name : nameColumn();
         if (columns.name < 0)
             columns.name = columns.joined;
-        columns.test = m_options.test ? named(*m_options.test) : testColumn();
+        if (columns.name < 0 && columns.position < 0)
+            throw Failure{RefusalCode::NoPosition};
+        columns.test = test >= 0 ? test : leftmost(title_table::tests);
+        if (columns.test < 0 && m_options.testName)
+            throw Failure{RefusalCode::UnknownColumn};
         for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::traits, normalTitle(m_titles[i])))
+            if (isIn(title_table::traits, normalTitle(m_titles[i])) && !columns.isTaken(i))
                 columns.traits << i;
         return columns;
     }
 
-private:
-    static void choosePrepared(Columns& columns) {
+    Columns choosePrepared() const {
+        Columns columns;
         columns.isPrepared = true;
         columns.chromosome = 0;
         columns.position = 1;
         columns.p = 2;
         columns.log = 3;
+        columns.name = nameColumn();
+        return columns;
     }
 
-    // A title as it stands, then in its normal form; then a number from 1.
-    int named(const QByteArray& option) const {
-        const QString text = QString::fromLatin1(option);
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (m_titles[i] == text)
-                return i;
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (normalTitle(m_titles[i]) == normalTitle(text))
-                return i;
+private:
+    // A title as it stands; then a number from 1; then a title in its normal form.
+    int named(const std::optional<QByteArray>& option) const {
+        if (!option)
+            return -1;
+        const QString text = QString::fromLatin1(*option);
         const int number = text.toInt();
-        if (number < 1 || number > columnCount())
+        QList<int> found = where([&](const QString& title) { return title == text; });
+        if (found.isEmpty() && number >= 1 && number <= columnCount())
+            return number - 1;
+        if (found.isEmpty())
+            found = where([&](const QString& t) { return normalTitle(t) == normalTitle(text); });
+        if (found.size() != 1)
             throw Failure{RefusalCode::UnknownColumn};
-        return number - 1;
+        return found.first();
+    }
+
+    template <typename Passes>
+    QList<int> where(const Passes& passes) const {
+        QList<int> found;
+        for (int i = 0; i < m_titles.size(); ++i)
+            if (passes(m_titles[i]))
+                found << i;
+        return found;
     }
 
     qsizetype columnCount() const {
         return m_titles.isEmpty() && !m_rows.isEmpty() ? m_rows.first().size() : m_titles.size();
     }
 
+    // The first title of the list that there is, and the leftmost column with it.
+    template <typename List>
+    int leftmost(const List& list) const {
+        for (const std::string_view each : list)
+            for (int i = 0; i < m_titles.size(); ++i)
+                if (normalTitle(m_titles[i]) == fromData(each))
+                    return i;
+        return -1;
+    }
+
     QStringList values(int column, qsizetype most) const {
         QStringList texts;
-        for (const QStringList& row : m_rows)
-            if (texts.size() < most && column < row.size() && !isMissing(row[column]))
+        for (const QStringList& row : m_rows.mid(0, most))
+            if (!isMissing(row.value(column)))
                 texts << row[column];
         return texts;
     }
 
-    bool isJoined(int column) const {
+    bool isJoined(int column, int percent) const {
         const QStringList texts = values(column, 10000);
         qsizetype fitting = 0;
         for (const QString& text : texts)
             if (joinedPlace(text))
                 ++fitting;
-        return !texts.isEmpty() && fitting * 100 >= texts.size() * 99;
+        return !texts.isEmpty() && fitting * 100 >= texts.size() * percent;
     }
 
     // The columns whose titles are in the list, in a family.
@@ -134,120 +163,233 @@ private:
         return false;
     }
 
-    static int best(const QList<Candidate>& candidates) {
-        for (int rank = 0; rank < 2; ++rank)
-            for (const Candidate& each : candidates)
-                if (each.rank == rank)
-                    return each.column;
-        return -1;
-    }
-
+    // Positions in a family, from 1 or from 0; those in joined ids are none.
     QList<Candidate> positionsIn(const title_table::Family& family) const {
         QList<Candidate> found = inFamily(family, title_table::positions);
-        found.removeIf([this](const Candidate& each) {
-            return placeTitle(m_titles[each.column]).contains("pos") &&
-                   placeTitle(m_titles[each.column]).contains("chr") && isJoined(each.column);
-        });
+        for (int i = 0; i < m_titles.size(); ++i)
+            if (countsFrom0(i, family))
+                found << Candidate{i, 2};
+        found.removeIf([this](const Candidate& each) { return isJoined(each.column, 51); });
+        std::stable_sort(found.begin(), found.end(),
+                         [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
         return found;
     }
 
-    bool differInBuildAlone(const QList<Candidate>& candidates) const {
-        for (const Candidate& a : candidates)
-            for (const Candidate& b : candidates) {
-                const QString build = buildInTitle(m_titles[a.column]);
-                const QString other = buildInTitle(m_titles[b.column]);
-                if (a.rank == 0 && b.rank == 0 && !build.isEmpty() && !other.isEmpty() &&
-                    build != other &&
-                    placeTitle(m_titles[a.column]) == placeTitle(m_titles[b.column]))
-                    return true;
-            }
+    bool countsFrom0(int column, const title_table::Family& family) const {
+        for (const std::string_view word : title_table::zeroBasedPositions)
+            if (isOfFamily(m_titles[column], family, word))
+                return true;
         return false;
     }
 
-    void choosePlace(Columns& columns) {
-        if (m_options.chromosome)
-            columns.chromosome = named(*m_options.chromosome);
-        if (m_options.position)
-            columns.position = named(*m_options.position);
-        bool hasChromosome = columns.chromosome >= 0 || m_options.chromosomeValue.has_value();
-        bool hasPosition = columns.position >= 0;
-        for (const auto& family : title_table::families) {
-            if (hasChromosome && hasPosition)
-                break;
-            if (m_options.authorBuild &&
-                &family == &title_table::families[title_table::harmonisedFamily])
-                continue;
-            const int chromosome = best(inFamily(family, title_table::chromosomes));
-            const int position = positionOf(family, columns);
-            if ((!hasChromosome && chromosome < 0) || (!hasPosition && position < 0))
-                continue;
-            if (!hasPosition && differInBuildAlone(positionsIn(family)))
-                throw Failure{RefusalCode::SeveralBuilds};
-            if (!hasChromosome)
-                columns.chromosome = chromosome;
-            if (!hasPosition)
-                columns.position = position;
-            hasChromosome = hasPosition = true;
+    // The best position: one that names no build, unless all do. They must then name the same one.
+    int bestPosition(QList<Candidate> candidates) const {
+        candidates.removeIf(
+            [rank = candidates.first().rank](const Candidate& each) { return each.rank != rank; });
+        QSet<QString> builds;
+        for (const Candidate& each : candidates) {
+            const QString build = buildInTitle(m_titles[each.column]);
+            if (build.isEmpty())
+                return each.column;
+            builds << build;
         }
-        if (hasPosition && hasChromosome)
-            return findEnd(columns);
-        columns.chromosome = columns.position = -1;
-        chooseJoined(columns);
+        if (builds.size() > 1)
+            throw Failure{RefusalCode::SeveralBuilds};
+        return candidates.first().column;
     }
 
-    int positionOf(const title_table::Family& family, Columns& columns) const {
-        const int position = best(positionsIn(family));
-        if (position >= 0)
-            return position;
+    // The best chromosome: of the position's build, if there is one.
+    int bestChromosome(QList<Candidate> candidates, int position) const {
+        std::stable_sort(candidates.begin(), candidates.end(),
+                         [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
+        const QString build = buildInTitle(m_titles.value(position));
+        for (const Candidate& each : candidates)
+            if (buildInTitle(m_titles[each.column]) == build)
+                return each.column;
+        return candidates.first().column;
+    }
+
+    bool isInFamily(int column, const title_table::Family& family) const {
+        for (const Candidate& each :
+             inFamily(family, title_table::chromosomes) + positionsIn(family))
+            if (each.column == column)
+                return true;
+        return false;
+    }
+
+    // Where a named column is of a family, the other one must be of the same.
+    bool isAllowed(const title_table::Family& family, int chromosome, int position) const {
+        if (chromosome >= 0 && position >= 0)
+            return true;
+        const int column = std::max(chromosome, position);
+        bool isOfOther = false;
+        for (const auto& each : title_table::families)
+            isOfOther |= column >= 0 && isInFamily(column, each);
+        if (isOfOther)
+            return isInFamily(column, family);
+        return !m_options.authorBuild ||
+               &family != &title_table::families[title_table::harmonisedFamily];
+    }
+
+    void choosePlace(Columns& columns, int chromosome, int position, int name) const {
+        if (position >= 0 && isJoined(position, 51)) {
+            columns.joined = position;
+            return;
+        }
+        QList<const title_table::Family*> families;
+        for (const auto& family : title_table::families)
+            families << &family;
+        if (chromosome >= 0 || position >= 0)
+            families.move(title_table::plainFamily, 0);
+        for (const auto* family : families) {
+            const QList<Candidate> chromosomes = inFamily(*family, title_table::chromosomes);
+            const QList<Candidate> positions = positionsIn(*family);
+            const bool hasChromosome = chromosome >= 0 || m_options.chromosomeValue;
+            if (!isAllowed(*family, chromosome, position) ||
+                (!hasChromosome && chromosomes.isEmpty()) || (position < 0 && positions.isEmpty()))
+                continue;
+            columns.position = position >= 0 ? position : bestPosition(positions);
+            if (!m_options.chromosomeValue)
+                columns.chromosome =
+                    chromosome >= 0 ? chromosome : bestChromosome(chromosomes, columns.position);
+            return mustCountFrom1(columns.position, position >= 0);
+        }
+        columns.joined = joinedColumn(name);
+        if (columns.joined < 0 && m_options.positionsFile.isEmpty())
+            refusePlace(chromosome >= 0 || m_options.chromosomeValue);
+    }
+
+    void refusePlace(bool hasChromosome) const {
+        for (const auto& family : title_table::families)
+            hasChromosome |= !inFamily(family, title_table::chromosomes).isEmpty();
+        throw Failure{hasChromosome ? RefusalCode::NoPosition : RefusalCode::NoChromosome};
+    }
+
+    void mustCountFrom1(int position, bool isNamed) const {
+        if (m_options.zeroBased)
+            return;
+        for (const auto& family : title_table::families)
+            if (position < m_titles.size() && countsFrom0(position, family))
+                throw Failure{RefusalCode::ZeroBased};
+        const QString title = placeTitle(m_titles.value(position));
         for (int i = 0; i < m_titles.size(); ++i)
-            for (const std::string_view word : title_table::zeroBasedPositions)
-                if (isOfFamily(m_titles[i], family, word)) {
-                    columns.countsFrom0 = true;
-                    return i;
-                }
+            if (!isNamed && isIn(title_table::starts, title) &&
+                isIn(title_table::ends, placeTitle(m_titles[i])) && areOneLater(i, position))
+                throw Failure{RefusalCode::ZeroBased};
+    }
+
+    bool areOneLater(int end, int start) const {
+        int all = 0, oneLater = 0;
+        for (const QStringList& row : m_rows) {
+            const Decimal from = decimal(row.value(start)), to = decimal(row.value(end));
+            if (!from.isWhole() || !to.isWhole())
+                continue;
+            ++all;
+            oneLater += to.value == from.value + 1 ? 1 : 0;
+        }
+        return oneLater * 2 > all;
+    }
+
+    int joinedColumn(int name) const {
+        QList<int> columns = where([](const QString&) { return true; });
+        columns.removeIf([&](int column) { return orderOfJoined(column, name) < 0; });
+        std::stable_sort(columns.begin(), columns.end(), [&](int a, int b) {
+            return orderOfJoined(a, name) < orderOfJoined(b, name);
+        });
+        columns.removeIf([&](int column) { return !isJoined(column, 99); });
+        if (columns.isEmpty())
+            return -1;
+        const QString& first = m_titles[columns.first()];
+        for (const int column : std::as_const(columns))
+            if (columns.first() != name && placeTitle(m_titles[column]) == placeTitle(first) &&
+                buildInTitle(m_titles[column]) != buildInTitle(first))
+                throw Failure{RefusalCode::SeveralBuilds};
+        return columns.first();
+    }
+
+    // The named one first, then by the list; titles of positions last. -1 for others.
+    int orderOfJoined(int column, int name) const {
+        if (column == name)
+            return 0;
+        const QString title = placeTitle(m_titles[column]);
+        int order = 0;
+        for (const auto& entry : title_table::joinedTitles) {
+            ++order;
+            const QString wanted = fromData(entry.title);
+            if (title == wanted || (entry.isPrefix && title.startsWith(wanted)))
+                return order;
+        }
+        for (const auto& family : title_table::families)
+            for (const auto& [word, rank] : title_table::positions)
+                if (isOfFamily(m_titles[column], family, word))
+                    return order + 1;
         return -1;
     }
 
-    void findEnd(Columns& columns) const {
-        if (columns.position >= m_titles.size() ||
-            !isIn(title_table::starts, placeTitle(m_titles[columns.position])))
-            return;
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::ends, placeTitle(m_titles[i])))
-                columns.end = i;
+    bool isVcf() const {
+        QStringList fixed;
+        for (const std::string_view title : title_table::vcf)
+            fixed << fromData(title);
+        return m_titles.size() > fixed.size() && m_titles.mid(0, fixed.size()) == fixed;
     }
 
-    void chooseJoined(Columns& columns) const {
-        for (const auto& entry : title_table::joinedTitles)
-            for (int i = 0; i < m_titles.size(); ++i) {
-                const QString title = placeTitle(m_titles[i]);
-                const QString wanted = fromData(entry.title);
-                if ((title == wanted || (entry.isPrefix && title.startsWith(wanted))) &&
-                    isJoined(i)) {
-                    columns.joined = i;
-                    return;
-                }
-            }
-        for (const auto& family : title_table::families)
-            if (!inFamily(family, title_table::chromosomes).isEmpty())
-                throw Failure{RefusalCode::NoPosition};
-        throw Failure{RefusalCode::NoChromosome};
+    void chooseSample(Columns& columns, int sample) const {
+        const int first = static_cast<int>(std::size(title_table::vcf));
+        if (sample < 0 && m_titles.size() > first + 1)
+            throw Failure{RefusalCode::SeveralSamples};
+        columns.format = first - 1;
+        columns.log = sample < 0 ? first : sample;
+        columns.logSaysMinus = true;
+        for (const QStringList& row : m_rows)
+            if (row.value(columns.format).split(u':').contains("LP"))
+                return;
+        throw Failure{RefusalCode::NoPValue};
     }
 
-    void chooseP(Columns& columns) {
-        if (m_options.p) {
-            const int column = named(*m_options.p);
-            const auto title = column < m_titles.size() ? pTitle(m_titles[column]) : std::nullopt;
-            take(columns, column, title && title->isLog, title && title->saysMinus);
-            return;
-        }
+    void chooseEffect(Columns& columns, int z, int beta, int error) const {
+        const bool isZ = m_options.pSource == PSource::Z;
+        if (isZ)
+            columns.effect = z >= 0 ? z : firstOf(title_table::zTitles);
+        else
+            columns.effect = beta >= 0 ? beta : firstOf(title_table::betaTitles);
+        if (!isZ)
+            columns.error = error >= 0 ? error : firstOf(title_table::errorTitles);
+        if (columns.effect < 0 || (!isZ && columns.error < 0))
+            throw Failure{RefusalCode::NoPValue};
+    }
+
+    template <typename List>
+    int firstOf(const List& list) const {
+        return where([&](const QString& title) { return isIn(list, normalTitle(title)); })
+            .value(0, -1);
+    }
+
+    void chooseP(Columns& columns, int p) const {
         std::map<int, PTitle> candidates;
         for (int i = 0; i < m_titles.size(); ++i)
             if (const auto title = pTitle(m_titles[i]))
                 candidates[i] = *title;
+        if (p >= 0)
+            return takeNamed(columns, p, candidates);
         if (candidates.empty())
             throw Failure{RefusalCode::NoPValue};
         chooseAmong(columns, bestGroup(candidates));
+    }
+
+    // With it goes the only logarithm of the same words.
+    void takeNamed(Columns& columns, int p, const std::map<int, PTitle>& candidates) const {
+        const auto found = candidates.find(p);
+        if (found == candidates.end())
+            return take(columns, p, false, false);
+        if (found->second.isLog)
+            return take(columns, p, true, found->second.saysMinus);
+        QList<int> logs;
+        for (const auto& [column, title] : candidates)
+            if (title.isLog && title.others == found->second.others)
+                logs << column;
+        if (logs.size() == 1)
+            take(columns, logs.first(), true, candidates.at(logs.first()).saysMinus);
+        take(columns, p, false, false);
     }
 
     static std::map<int, PTitle> bestGroup(const std::map<int, PTitle>& candidates) {
@@ -280,15 +422,17 @@ private:
 
     void mustBeEqual(const QList<int>& list) const {
         for (const int column : list)
-            if (first1000(column) != first1000(list.first()))
-                throw Failure{RefusalCode::SeveralPValues};
+            for (const QStringList& row : m_rows.mid(0, 1000))
+                if (!areEqual(row.value(column), row.value(list.first())))
+                    throw Failure{RefusalCode::SeveralPValues};
     }
 
-    QStringList first1000(int column) const {
-        QStringList texts;
-        for (const QStringList& row : m_rows.first(qMin<qsizetype>(m_rows.size(), 1000)))
-            texts << row.value(column);
-        return texts;
+    static bool areEqual(const QString& a, const QString& b) {
+        if (isMissing(a) || isMissing(b))
+            return isMissing(a) == isMissing(b);
+        const Decimal x = decimal(a), y = decimal(b);
+        return a == b || (x.isFinite && y.isFinite &&
+                          static_cast<double>(x.value) == static_cast<double>(y.value));
     }
 
     void take(Columns& columns, int column, bool isLog, bool saysMinus) const {
@@ -312,13 +456,6 @@ private:
         return -1;
     }
 
-    int testColumn() const {
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::tests, normalTitle(m_titles[i])))
-                return i;
-        return -1;
-    }
-
     const QStringList& m_titles;
     const QList<QStringList>& m_rows;
     const PrepareOptions& m_options;
@@ -328,15 +465,16 @@ private:
 
 std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
                                              const QList<QStringList>& rows,
-                                             const PrepareOptions& options) {
+                                             const PrepareOptions& options, bool isPrepared) {
+    const Chooser chooser(titles, rows, options);
     try {
-        return Chooser(titles, rows, options).choose();
+        return isPrepared ? chooser.choosePrepared() : chooser.choose();
     } catch (const Failure& failure) {
         return failure.code;
     }
 }
 
-std::optional<Place> joinedPlace(const QString& text) {
+std::optional<std::pair<QString, QString>> joinedPlace(const QString& text) {
     static const QRegularExpression form(
         "^((?:chr)?(?:\\d{1,2}[A-DLR]?|X|Y|Z|W|XY|M|MT)|chr.+?|NC_\\d+(?:\\.\\d+)?)"
         "[:_-](\\d+)(?:[:_/-].*)?$",
@@ -344,7 +482,7 @@ std::optional<Place> joinedPlace(const QString& text) {
     const QRegularExpressionMatch match = form.match(text);
     if (!match.hasMatch())
         return {};
-    return Place{match.captured(1), match.captured(2)};
+    return std::pair(match.captured(1), match.captured(2));
 }
 
 } // namespace plain

@@ -20,19 +20,24 @@ struct Columns {
     int name = -1;
     int test = -1;
     QList<int> traits;
-    int end = -1;             // where the position is a start
-    bool countsFrom0 = false; // by its title
+    int format = -1; // of a VCF: the logarithm is then the sample's LP
+    int effect = -1; // z, or what the error divides
+    int error = -1;
+    QList<std::pair<int, QString>> where;
     bool isPrepared = false;
+
+    bool isTaken(int column) const {
+        return QList<int>{chromosome, position, joined, p, log, name, test}.contains(column);
+    }
 };
 
-// The columns by their titles and, where these leave it open, by the rows below.
-std::variant<Columns, RefusalCode>
-columnsOf(const QStringList& titles, const QList<QStringList>& rows, const PrepareOptions& options);
+// The columns by their titles and, where these leave it open, by the rows below. Those of a
+// prepared table are known.
+std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
+                                             const QList<QStringList>& rows,
+                                             const PrepareOptions& options, bool isPrepared);
 
-struct Place {
-    QString chromosome;
-    QString position;
-};
-std::optional<Place> joinedPlace(const QString& text);
+// Chromosome and position.
+std::optional<std::pair<QString, QString>> joinedPlace(const QString& text);
 
 } // namespace plain

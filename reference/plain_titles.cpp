@@ -79,7 +79,7 @@ Words wordsOf(const QString& normal) {
     text.replace("log_10_", "log10_");
     Words words;
     if (isIn(title_table::logPTitles, normal)) {
-        words.saysP = words.isLog = true;
+        words.saysP = words.isLog = words.saysMinus = true;
         return words;
     }
     for (const QString& word : text.split(u'_', Qt::SkipEmptyParts))
@@ -113,9 +113,7 @@ int rankOf(const QStringList& words) {
     for (const QString& word : words) {
         if (isIn(title_table::lastWords, word))
             return 3;
-        if (isSecondary(word, words))
-            continue;
-        rank = qMax(rank, isIn(title_table::plainWords, word) ? 1 : 2);
+        rank = qMax(rank, isIn(title_table::plainWords, word) && !isSecondary(word, words) ? 1 : 2);
     }
     return rank;
 }
@@ -135,7 +133,7 @@ std::optional<PTitle> judged(const QString& title) {
     words.others.sort();
     result.others = words.others.join(u'_');
     result.isLog = words.isLog;
-    static const QRegularExpression minusSign("[-\\x{2212}]\\s*log",
+    static const QRegularExpression minusSign("(-|\\xe2\\x88\\x92) *\\(?log",
                                               QRegularExpression::CaseInsensitiveOption);
     result.saysMinus = words.saysMinus || minusSign.match(title).hasMatch();
     return result;

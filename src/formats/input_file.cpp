@@ -3,6 +3,8 @@
 #include "table_head.h"
 #include "titles.h"
 
+#include <algorithm>
+
 namespace {
 
 std::variant<Understanding, Refusal> understandFile(const QString& path,
@@ -14,6 +16,13 @@ std::variant<Understanding, Refusal> understandFile(const QString& path,
     if (head.isFailed)
         return input.failure();
     return understand(viewOf(head.text), head.isWhole, options);
+}
+
+// As they are compared to find columns: one input may have its first title after a "#".
+bool areSameTitles(const QList<QByteArray>& a, const QList<QByteArray>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return normalTitle(viewOf(x)) == normalTitle(viewOf(y));
+    });
 }
 
 } // namespace
@@ -48,7 +57,7 @@ std::variant<QList<Understanding>, Refusal> understandFiles(const QStringList& p
         if (const auto* refusal = std::get_if<Refusal>(&table))
             return *refusal;
         tables.append(std::get<Understanding>(table));
-        if (tables.last().format.titles != tables.first().format.titles)
+        if (!areSameTitles(tables.last().format.titles, tables.first().format.titles))
             return Refusal{RefusalCode::DifferentColumns,
                            QStringLiteral("%1 has other columns than %2: prepare them one by one.")
                                .arg(path, paths.first()),

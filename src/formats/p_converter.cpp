@@ -98,7 +98,10 @@ std::optional<DropReason> PConverter::appendOddP(std::string_view p, const Table
         return std::nullopt;
     }
     const std::string_view number = value.isBound ? p.substr(p.find_first_not_of("<= ")) : p;
-    if (!readPValue(number, m_table.format.decimalComma).isReadByWindow)
+    QByteArray pointed = bytesOf(number);
+    if (m_table.format.decimalComma)
+        pointed.replace(',', '.');
+    if (!readPValue(viewOf(pointed), false).isReadByWindow)
         return appendTiny(value.negLog10, rows, text);
     const size_t start = text.size();
     appendOwnText(number, text);
@@ -113,7 +116,7 @@ std::optional<DropReason> PConverter::appendTiny(double negLog10, const TableRow
                                                  TextBuffer& text) {
     std::string_view log;
     double paired = 0.0;
-    const bool isPaired = pairedLog(rows, log, paired);
+    const bool isPaired = pairedLog(rows, log, paired) && paired > 0.0;
     const size_t start = text.size();
     appendPText(isPaired ? paired : negLog10, text);
     text.append('\t');

@@ -227,8 +227,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
 
 std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     const std::string_view line = rows.text();
-    if (line.empty() ||
-        (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == std::string_view::npos))
+    if (line.find_first_not_of(" \t") == std::string_view::npos)
         return DropReason::Empty;
     if (line == viewOf(m_headerLine))
         return DropReason::RepeatedHeader;
