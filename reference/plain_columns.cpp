@@ -59,8 +59,6 @@ public:
         if (columns.name < 0 && columns.position < 0)
             throw Failure{RefusalCode::NoPosition};
         columns.test = test >= 0 ? test : leftmost(title_table::tests);
-        if (columns.test < 0 && m_options.testName)
-            throw Failure{RefusalCode::UnknownColumn};
         for (int i = 0; i < m_titles.size(); ++i)
             if (isIn(title_table::traits, normalTitle(m_titles[i])) && !columns.isTaken(i))
                 columns.traits << i;

@@ -84,6 +84,8 @@ private:
             return !row.lineFault.isEmpty() && row.lineFault != u"short-line";
         });
         Columns& columns = table.columns;
+        if (m_options.testName && columns.test < 0 && !columns.isPrepared)
+            throw Failure{RefusalCode::UnknownColumn};
         if (columns.log >= 0 && !columns.isPrepared && !columns.logScaleIsGiven)
             findScale(values, reader, columns);
         if (!columns.isPrepared)

@@ -81,7 +81,8 @@ void RowReader::findFilterFault(Row& row, const QString& keptTest) const {
     for (const auto& [column, value] : m_table.columns.where)
         if (row.field(column) != value)
             row.filterFault = "wrong-test";
-    if (!keptTest.isEmpty() && row.field(m_table.columns.test) != keptTest)
+    if (!keptTest.isEmpty() && m_table.columns.test >= 0 &&
+        row.field(m_table.columns.test) != keptTest)
         row.filterFault = "wrong-test";
 }
 

@@ -30,7 +30,7 @@ std::optional<DropReason> PlaceReader::read(const TableRows& rows, std::string_v
         return DropReason::ChromosomeMissing;
     if (const auto reason = readPosition(positionText, position))
         return reason;
-    if (chromosome != viewOf(m_knownLabel)) {
+    if (m_knownLabel.isEmpty() || chromosome != viewOf(m_knownLabel)) {
         if (isMissing(chromosome))
             return DropReason::ChromosomeMissing;
         m_knownLabel = bytesOf(chromosome);

@@ -23,6 +23,7 @@ using Failure = std::optional<Refusal>;
 // What only the reading of all rows shows, so that they are then read again.
 struct Discovery {
     QByteArray keptTest;            // the test whose rows alone are kept
+    bool isPartedAnywhere = false;  // rows of one marker may lie anywhere
     QSet<quint32> smallChromosomes; // those with too few markers, by their number in the sink
 };
 
@@ -79,7 +80,7 @@ Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tabl
     : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_known(known),
       m_sink(output, header(), job.options.memory), m_converter(tables.first(), job.options.zeroP),
       m_places(tables.first(), positions, job.options.zeroBased, m_converter.counts()),
-      m_parts(m_columns.name) {
+      m_parts(m_columns.name, known.isPartedAnywhere) {
     m_report.table = tables.first();
     m_report.keptTest = known.keptTest;
 }
@@ -152,7 +153,7 @@ Failure Preparation::run() {
         if (Failure failure = readInput(input))
             return failure;
         if (foundAdditiveTest()) {
-            m_discovery = Discovery{"ADD", {}};
+            m_discovery = Discovery{"ADD", false, {}};
             return std::nullopt;
         }
     }
@@ -162,12 +163,16 @@ Failure Preparation::run() {
         return refusal;
     if (Failure refusal = m_parts.judge(m_tables.first().format.titles))
         return refusal;
+    if (!m_sink.isInOrder() && m_parts.needThoroughLook()) {
+        m_discovery = Discovery{m_known.keptTest, true, {}};
+        return std::nullopt;
+    }
     const WrittenChromosomes chromosomes(m_sink.chromosomes(), m_tables.first().format.titles,
                                          m_job.options.chromosomeNames);
     const QSet<quint32> small = chromosomes.smallerThan(m_job.options.minMarkers);
     if (small == m_known.smallChromosomes)
         return finish(chromosomes);
-    m_discovery = Discovery{m_known.keptTest, small};
+    m_discovery = Discovery{m_known.keptTest, m_known.isPartedAnywhere, small};
     return std::nullopt;
 }
 
@@ -179,7 +184,7 @@ Failure Preparation::readInput(int index) {
     TableRows rows(input.text(), format);
     constexpr qint64 progressStep = 65'536; // rows
     while (rows.next()) {
-        if (rows.line() < format.firstDataLine) {
+        if (rows.line() <= format.headerLine) {
             if (rows.line() == format.headerLine)
                 m_headerLine = bytesOf(rows.text());
             continue;

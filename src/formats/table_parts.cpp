@@ -24,14 +24,38 @@ void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int posit
         if (!m_here.contains(key))
             m_here.insert(key, value);
         column.hasRepeats = column.hasRepeats || m_here.value(key) != value;
+        if (m_isThorough)
+            noteThoroughly(chromosome, position, name, value, column);
     }
+}
+
+void TableParts::noteThoroughly(quint32 chromosome, int position, const QByteArray& name,
+                                const QByteArray& value, Column& column) const {
+    constexpr size_t seed = 20240607;
+    column.seen.emplace_back(qHashMulti(seed, chromosome, position, name), qHash(value, seed));
+}
+
+// Whether a marker comes under two values. A thorough look sorts the markers that it saw.
+bool TableParts::parts(const Column& column) {
+    if (column.values.size() < 2 || column.hasRepeats)
+        return column.hasRepeats;
+    auto seen = column.seen;
+    std::sort(seen.begin(), seen.end());
+    return std::adjacent_find(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
+               return a.first == b.first && a.second != b.second;
+           }) != seen.end();
+}
+
+bool TableParts::needThoroughLook() const {
+    return !m_isThorough &&
+           std::any_of(m_columns.begin(), m_columns.end(), [](const Column& column) {
+               return column.values.size() > 1 && !column.hasRepeats;
+           });
 }
 
 std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const {
     constexpr qsizetype namedValues = 20;
-    const auto parting = std::find_if(m_columns.begin(), m_columns.end(), [](const Column& column) {
-        return column.values.size() > 1 && column.hasRepeats;
-    });
+    const auto parting = std::find_if(m_columns.begin(), m_columns.end(), parts);
     if (parting == m_columns.end())
         return std::nullopt;
     QList<QByteArray> values(parting->values.cbegin(), parting->values.cend());

@@ -8,18 +8,24 @@
 #include <QList>
 #include <QSet>
 #include <optional>
+#include <utility>
+#include <vector>
 
 // Watches columns whose values may part a table into several scans, such as the test or the trait
 // that a row is of: they do where a marker occurs under more than one of them.
+//
+// In a table in order the rows of one marker follow each other. In any other, the rows of one scan
+// may follow those of another: there it takes a thorough look, which remembers every marker.
 class TableParts {
 public:
     enum class Kind { Test, Trait };
 
     // `nameColumn` holds the markers' names; -1 for none.
-    explicit TableParts(int nameColumn) : m_nameColumn(nameColumn) {}
-    void watch(int column, Kind kind) { m_columns.append({column, kind, {}, {}, false}); }
+    TableParts(int nameColumn, bool isThorough)
+        : m_nameColumn(nameColumn), m_isThorough(isThorough) {}
+    void watch(int column, Kind kind) { m_columns.append({column, kind, {}, {}, false, {}}); }
 
-    // Takes a row at its place. Rows of one marker follow each other.
+    // Takes a row at its place.
     void note(const TableRows& rows, quint32 chromosome, int position) {
         if (!m_columns.isEmpty())
             noteValues(rows, chromosome, position);
@@ -27,6 +33,9 @@ public:
 
     // The additive test, where it is one among several; its rows are then those to keep.
     bool hasAdditiveTest() const { return m_hasAdditiveTest; }
+
+    // True where only a thorough look at a table out of order can tell.
+    bool needThoroughLook() const;
 
     // Refuses a table in which markers occur under several values, naming these.
     std::optional<Refusal> judge(const QList<QByteArray>& titles) const;
@@ -37,11 +46,16 @@ private:
         Kind kind;
         QByteArray first; // the value of the first row
         QSet<QByteArray> values;
-        bool hasRepeats; // a marker occurs under more than one value
+        bool hasRepeats;                               // a marker occurs under more than one value
+        std::vector<std::pair<quint64, quint64>> seen; // hashes of markers and of values
     };
+    void noteThoroughly(quint32 chromosome, int position, const QByteArray& name,
+                        const QByteArray& value, Column& column) const;
+    static bool parts(const Column& column);
     void noteValues(const TableRows& rows, quint32 chromosome, int position);
 
     const int m_nameColumn;
+    const bool m_isThorough;
     QList<Column> m_columns;
     bool m_hasAdditiveTest = false;
     quint32 m_chromosome = 0;

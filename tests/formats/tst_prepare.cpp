@@ -20,6 +20,7 @@ private slots:
     void refused_data();
     void refused();
     void severalInputs();
+    void countsFromTheHeader();
     void windowReads();
     void preparedAgain();
     void droppedFile();
@@ -151,6 +152,16 @@ void Prepare::tables_data() {
     row("an empty title over nothing", "CHR\tBP\tP\t\n1\t5\t0.1\t\n1\t6\t0.1\t\n",
         head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n",
         with([](PrepareOptions& o) { o.allColumns = true; }));
+    row("no chromosome in the first row", "CHR\tBP\tP\n\t5\t0.1\n1\t6\t0.1\n",
+        head + "1\t6\t0.1\t1\n");
+    row("traits out of order, each marker under one",
+        "CHR\tBP\tTrait\tP\n1\t7\tBMI\t0.1\n1\t6\tHDL\t0.1\n1\t5\tBMI\t0.1\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n1\t7\t0.1\t1\n");
+    row("p with a decimal comma", "CHR;BP;P\n1;5;3,20E-08\n1;6;0,050\n",
+        head + "1\t5\t3.20E-08\t7.49485\n1\t6\t0.050\t1.30103\n");
+    row("a tiny p beside a logarithm of 0",
+        "chr\tpos\tpval\tmlogp\n1\t5\t1e-400\t0\n1\t6\t0.01\t2\n",
+        head + "1\t5\t4.94065645841247e-324\t400\n1\t6\t0.01\t2\n");
     row("a -log10 p of 0 with a decimal comma", "CHR;BP;LOG10P\n1;5;0,00\n1;6;2,5\n",
         head + "1\t5\t1\t0.00\n1\t6\t0.0031622776601683794\t2.5\n");
     row("plain names", "CHR\tBP\tP\nchr1\t5\t0.1\nchrX\t6\t0.1\n",
@@ -200,6 +211,7 @@ void Prepare::dropped_data() {
     row("rs\t1\t2147483648\t0.1\t.", "position-too-large");
     row("rs\t\t7\t0.1\t.", "chromosome-missing");
     row("rs\tNA\t7\t0.1\t.", "chromosome-missing");
+    row("\t \t\t", "empty");
     row("rs\t0\t0\t0.1\t.", "chromosome-missing");
     row("rs\t-9\t-9\t0.1\t.", "chromosome-missing");
     row("rs\t1\t7", "short-line");
@@ -254,6 +266,9 @@ void Prepare::refused_data() {
     row("several tests",
         "CHR\tBP\tID\tTEST\tP\n1\t5\ta\tDOM\t0.1\n1\t5\ta\tREC\t0.2\n1\t6\tb\tDOM\t0.3\n",
         RefusalCode::SeveralTests);
+    row("several traits, one after the other",
+        "CHR\tBP\tID\tTrait\tP\n1\t5\ta\tBMI\t0.1\n1\t6\tb\tBMI\t0.2\n1\t5\ta\tHDL\t0.3\n",
+        RefusalCode::SeveralTraits);
     row("p of 0", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0.1\n", RefusalCode::ZeroP,
         with([](PrepareOptions& o) { o.zeroP = ZeroP::Fail; }));
     row("p of 0 alone", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0\n", RefusalCode::ZeroP);
@@ -288,6 +303,17 @@ void Prepare::severalInputs() {
     const QString other = file("CHR\tPOS\tP\n1\t5\t0.2\n", "other.txt");
     const auto refused = run({inputs[0], other}, {}, out);
     QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::DifferentColumns);
+    const QString marked = file("#CHR\tBP\tP\n3\t5\t0.2\n", "marked.txt");
+    QVERIFY(std::holds_alternative<PrepareReport>(run({inputs[0], marked}, {}, out)));
+    QCOMPARE(out, head + "2\t5\t0.1\t1\n3\t5\t0.2\t0.69897\n");
+}
+
+// Lines between the header and the first row are accounted for, too.
+void Prepare::countsFromTheHeader() {
+    QByteArray out;
+    const auto result = run({file("CHR\tBP\tP\n\n# note\n1\t5\t0.1\n")}, {}, out);
+    QVERIFY(std::holds_alternative<PrepareReport>(result));
+    QCOMPARE(std::get<PrepareReport>(result).rows, 3);
 }
 
 // The window's reader finds the same points, whatever further columns there are.
