@@ -62,6 +62,7 @@ public:
         for (int i = 0; i < m_titles.size(); ++i)
             if (isIn(title_table::traits, normalTitle(m_titles[i])) && !columns.isTaken(i))
                 columns.traits << i;
+        columns.info = columns.format < 0 ? infoColumn() : -1;
         return columns;
     }
 
@@ -207,24 +208,23 @@ private:
         return candidates.first().column;
     }
 
-    bool isInFamily(int column, const title_table::Family& family) const {
-        for (const Candidate& each :
-             inFamily(family, title_table::chromosomes) + positionsIn(family))
-            if (each.column == column)
-                return true;
-        return false;
-    }
-
     // Where a named column is of a family, the other one must be of the same.
     bool isAllowed(const title_table::Family& family, int chromosome, int position) const {
         if (chromosome >= 0 && position >= 0)
             return true;
         const int column = std::max(chromosome, position);
-        bool isOfOther = false;
-        for (const auto& each : title_table::families)
-            isOfOther |= column >= 0 && isInFamily(column, each);
-        if (isOfOther)
-            return isInFamily(column, family);
+        bool isOfOne = false, isOfThis = false;
+        for (const auto& each : title_table::families) {
+            const QList<Candidate> candidates =
+                chromosome >= 0 ? inFamily(each, title_table::chromosomes) : positionsIn(each);
+            for (const Candidate& candidate : candidates)
+                if (candidate.column == column) {
+                    isOfOne = true;
+                    isOfThis |= &each == &family;
+                }
+        }
+        if (isOfOne)
+            return isOfThis;
         return !m_options.authorBuild ||
                &family != &title_table::families[title_table::harmonisedFamily];
     }
@@ -354,6 +354,14 @@ private:
             columns.error = error >= 0 ? error : firstOf(title_table::errorTitles);
         if (columns.effect < 0 || (!isZ && columns.error < 0))
             throw Failure{RefusalCode::NoPValue};
+    }
+
+    int infoColumn() const {
+        const int info = firstOf(QList<std::string_view>{"info"});
+        for (const QStringList& row : m_rows.mid(0, 100))
+            if (row.value(info).contains("LOG10P="))
+                return info;
+        return -1;
     }
 
     template <typename List>

@@ -23,6 +23,7 @@ struct Columns {
     int format = -1; // of a VCF: the logarithm is then the sample's LP
     int effect = -1; // z, or what the error divides
     int error = -1;
+    int info = -1; // texts with LOG10P=number among them
     QList<std::pair<int, QString>> where;
     bool isPrepared = false;
 

@@ -5,6 +5,7 @@
 #include "plain_titles.h"
 #include "title_table.h"
 
+#include <QSet>
 #include <algorithm>
 #include <optional>
 
@@ -79,9 +80,12 @@ public:
     Table find() {
         if (m_options.noHeader) {
             for (const auto& [header, body] : separators)
-                if (header == body && trySeparators(-1, {}, header, body))
-                    return m_table;
-            throw Failure{m_failure.value_or(RefusalCode::NotATable)};
+                if (areEven(body)) {
+                    if (trySeparators(-1, {}, header, body))
+                        return m_table;
+                    throw Failure{*m_failure};
+                }
+            throw Failure{RefusalCode::NotATable};
         }
         qsizetype lastDoubled = -1;
         for (qsizetype i = 0; i < qMin<qsizetype>(m_lines.size(), 1000); ++i) {
@@ -96,6 +100,14 @@ public:
     }
 
 private:
+    // Whether the first lines have as many fields each.
+    bool areEven(Separator separator) const {
+        QSet<qsizetype> counts;
+        for (const QString& line : bodyOf(m_lines).mid(0, linesCompared))
+            counts << fieldsOf(line, separator).size();
+        return counts.size() == 1 && !counts.contains(1);
+    }
+
     bool tryLine(qsizetype line, const QString& text) {
         for (const auto& [header, body] : separators)
             if (trySeparators(line, text.startsWith("# ") ? text.mid(1) : text, header, body))

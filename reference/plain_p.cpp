@@ -117,9 +117,14 @@ PText readZ(const QString& z, const QString& divisor) {
     const Decimal effect = decimal(z), error = decimal(divisor);
     if (!effect.isFinite || !error.isFinite || error.isNegative || error.isZero)
         return {PText::NotANumber, {}, {}, 0, false};
-    // A long double holds the tail of any z up to 150.
-    const long double tail = std::erfc(std::abs(effect.value / error.value) / std::sqrt(2.0L));
-    const long double negLog10 = 0 - std::log10(tail);
+    // A long double holds the tail of any z up to 150 or so.
+    const long double size = std::abs(effect.value / error.value);
+    const long double tail = std::erfc(size / std::sqrt(2.0L));
+    // Beyond, the first terms of its series are enough.
+    const long double far = size * size / 2 * 0.434294481903251827651L +
+                            std::log10(size * std::sqrt(std::acos(-1.0L) / 2)) -
+                            std::log10(1 - 1 / size / size);
+    const long double negLog10 = tail > 0 ? 0 - std::log10(tail) : far;
     if (negLog10 > logOfSmallest)
         return good(smallestDouble, sixDigits(negLog10), negLog10);
     const double p = static_cast<double>(tail);

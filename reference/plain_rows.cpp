@@ -38,6 +38,7 @@ QHash<QString, Place> placesIn(const QString& path) {
                     name = i;
         } else if (!isMissing(fields.value(chromosome)) && !isMissing(fields.value(name)) &&
                    decimal(fields.value(position)).isWhole() &&
+                   decimal(fields.value(position)).value <= 2147483647.0L &&
                    !places.contains(fields.value(name)))
             places[fields.value(name)] = {fields.value(chromosome), fields.value(position)};
     }
@@ -96,6 +97,12 @@ QString RowReader::pText(const Row& row) const {
 
 QString RowReader::logText(const Row& row) const {
     const Columns& c = m_table.columns;
+    if (c.log < 0) {
+        for (const QString& entry : row.field(c.info).split(u';'))
+            if (entry.startsWith("LOG10P="))
+                return m_table.withPoint(entry.mid(7));
+        return {};
+    }
     if (c.format < 0)
         return number(row, c.log);
     const qsizetype place = row.field(c.format).split(u':').indexOf("LP");
@@ -115,8 +122,8 @@ void RowReader::readP(Row& row) const {
             decimal(logText(row)).isFinite && !pText(row).startsWith(u'<') &&
             decimal(pText(row)).value <= 1)
             row.p.log = logText(row);
-        else if (c.log >= 0 && row.p.isOnlyText && c.logScale != PScale::Ln &&
-                 log.kind == PText::Good && log.negLog10 > 0)
+        else if (row.p.isOnlyText && c.logScale != PScale::Ln && log.kind == PText::Good &&
+                 log.negLog10 > 0)
             row.p = log;
     }
     if (row.p.kind == PText::Missing)

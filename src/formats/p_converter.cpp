@@ -267,7 +267,7 @@ bool PConverter::pairedLog(const TableRows& rows, std::string_view& text, double
     const ColumnChoice& columns = m_table.columns;
     if (columns.logP < 0 && columns.info < 0)
         return false;
-    text = columns.logP >= 0 ? logText(rows) : infoLog(fieldOf(rows, columns.info));
+    text = columns.logP >= 0 ? logText(rows) : infoLog(rows.fieldOrNone(columns.info));
     double value = 0.0;
     if (isMissing(text) || !readNumber(text, m_table.format.decimalComma, value))
         return false;

@@ -265,8 +265,7 @@ void Preparation::appendName(const TableRows& rows) {
 }
 
 void Preparation::appendField(const TableRows& rows, int column) {
-    const auto place = static_cast<size_t>(column);
-    const std::string_view field = place < rows.fieldCount() ? rows.field(place) : "";
+    const std::string_view field = rows.fieldOrNone(column);
     m_text.append('\t');
     if (field.find('\t') == std::string_view::npos)
         m_text.append(field);

@@ -11,9 +11,9 @@ void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int posit
     m_chromosome = chromosome;
     m_position = position;
     const QByteArray name =
-        m_nameColumn < 0 ? QByteArray() : bytesOf(rows.field(static_cast<size_t>(m_nameColumn)));
+        m_nameColumn < 0 ? QByteArray() : bytesOf(rows.fieldOrNone(m_nameColumn));
     for (Column& column : m_columns) {
-        const QByteArray value = bytesOf(rows.field(static_cast<size_t>(column.column)));
+        const QByteArray value = bytesOf(rows.fieldOrNone(column.column));
         if (column.values.isEmpty())
             column.first = value;
         if (column.values.isEmpty() || column.first != value)

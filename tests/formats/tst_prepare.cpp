@@ -157,6 +157,13 @@ void Prepare::tables_data() {
     row("traits out of order, each marker under one",
         "CHR\tBP\tTrait\tP\n1\t7\tBMI\t0.1\n1\t6\tHDL\t0.1\n1\t5\tBMI\t0.1\n",
         head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n1\t7\t0.1\t1\n");
+    row("lines too short for a name and a trait",
+        "CHR\tBP\tP\tSNP\tTrait\n1\t5\t0.1\ta\tx\n1\t6\t0.1\n1\t7\t0.1\tb\ty\n",
+        namedHead + "1\t5\t0.1\t1\ta\n1\t6\t0.1\t1\t\n1\t7\t0.1\t1\tb\n");
+    row("lines too short for the logarithm of a p of 0",
+        "CHR\tBP\tP\tINFO\n1\t5\t0\tA=1;LOG10P=400\n1\t6\t0.1\tA=1\n1\t7\t0\n",
+        head + "1\t5\t4.94065645841247e-324\t400\n1\t6\t0.1\t1\n"
+               "1\t7\t4.94065645841247e-324\t400\n");
     row("p with a decimal comma", "CHR;BP;P\n1;5;3,20E-08\n1;6;0,050\n",
         head + "1\t5\t3.20E-08\t7.49485\n1\t6\t0.050\t1.30103\n");
     row("a tiny p beside a logarithm of 0",
@@ -209,6 +216,7 @@ void Prepare::dropped_data() {
     row("rs\t1\t0\t0.1\t.", "position-not-positive");
     row("rs\t1\t-7\t0.1\t.", "position-not-positive");
     row("rs\t1\t2147483648\t0.1\t.", "position-too-large");
+    row("rs\t1\t1e99\t0.1\t.", "position-too-large");
     row("rs\t\t7\t0.1\t.", "chromosome-missing");
     row("rs\tNA\t7\t0.1\t.", "chromosome-missing");
     row("\t \t\t", "empty");
@@ -364,6 +372,7 @@ void Prepare::positionsByName_data() {
     QTest::newRow("pvar") << QByteArray("##x\n#CHROM\tPOS\tID\tREF\tALT\n1\t500\ta\tA\tC\n"
                                         "2\t70\tb\tA\tG\n1\t9\tb\tA\tG\n");
     QTest::newRow("a table") << QByteArray("SNP,BP,CHR\nb,70,2\na,500,1\n");
+    QTest::newRow("too large") << QByteArray("SNP,BP,CHR\nb,70,2\na,500,1\nc,2147483648,1\n");
 }
 
 void Prepare::positionsByName() {
