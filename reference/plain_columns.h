@@ -8,6 +8,10 @@
 
 namespace plain {
 
+struct Failure {
+    RefusalCode code;
+};
+
 struct Columns {
     int chromosome = -1; // from 0; -1 for none
     int position = -1;
@@ -37,8 +41,5 @@ struct Columns {
 std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
                                              const QList<QStringList>& rows,
                                              const PrepareOptions& options, bool isPrepared);
-
-// Chromosome and position.
-std::optional<std::pair<QString, QString>> joinedPlace(const QString& text);
 
 } // namespace plain

@@ -75,7 +75,7 @@ bool isPrepared(const QString& firstLine, const PrepareOptions& options) {
 class HeaderSearch {
 public:
     HeaderSearch(const QStringList& lines, const PrepareOptions& options)
-        : m_lines(lines), m_options(options) {}
+        : m_lines(lines), m_options(options), m_hasQuotes(lines.join(u'\n').contains(u'"')) {}
 
     Table find() {
         if (m_options.noHeader) {
@@ -123,15 +123,16 @@ private:
         m_table.titles = line < 0 ? QStringList() : fieldsOf(header, ofHeader);
         if (line >= 0 && (m_table.titles.size() < 2 || hasNumbers(m_table.titles)))
             return false;
-        m_table.quoted = ofBody == Separator::Comma || ofBody == Separator::Semicolon ||
-                         m_lines.join(u'\n').contains(u'"');
+        m_table.quoted =
+            ofBody == Separator::Comma || ofBody == Separator::Semicolon || m_hasQuotes;
         const QStringList body = bodyOf(m_lines.mid(line + 1));
         if (body.isEmpty())
             return false;
-        const QList<QStringList> rows = fieldsOfBody(body, ofBody);
-        dropEmptyEnd(rows);
-        if (!bodyAgrees(rows, line < 0 ? rows.first().size() : m_table.titles.size()))
+        const QList<QStringList> first = fieldsOfBody(body.mid(0, linesCompared + 1), ofBody);
+        dropEmptyEnd(first);
+        if (!bodyAgrees(first, line < 0 ? first.first().size() : m_table.titles.size()))
             return false;
+        const QList<QStringList> rows = fieldsOfBody(body, ofBody);
         m_table.decimalComma = ofBody == Separator::Semicolon && hasDecimalComma(rows);
         return chooseColumns(rows);
     }
@@ -183,6 +184,7 @@ private:
 
     const QStringList& m_lines;
     const PrepareOptions& m_options;
+    const bool m_hasQuotes;
     std::optional<RefusalCode> m_failure;
     Table m_table;
 };

@@ -7,10 +7,6 @@
 
 namespace plain {
 
-struct Failure {
-    RefusalCode code;
-};
-
 // How a table is laid out.
 struct Table {
     Separator separator = Separator::Tab; // of its body

@@ -1,6 +1,7 @@
 #include "plain_rows.h"
 
 #include "plain_layout.h"
+#include "plain_place.h"
 #include "plain_titles.h"
 #include "title_table.h"
 

@@ -103,11 +103,16 @@ bool isByValues(RefusalCode code) {
     return code >= RefusalCode::GeneticMap && code <= RefusalCode::ZeroP;
 }
 
+// Values that are no numbers let the search for a header go on, where another fault may be found.
+bool isAnyway(RefusalCode code) {
+    return isNoHeader(code) || isByValues(code);
+}
+
 bool isSame(const plain::Prepared& a, const plain::Prepared& b) {
+    if (a.refused && b.refused)
+        return *a.refused == *b.refused || (isAnyway(*a.refused) && isAnyway(*b.refused));
     if (a.refused || b.refused)
-        return a.refused == b.refused || (a.refused && b.refused &&
-                                          ((isNoHeader(*a.refused) && isNoHeader(*b.refused)) ||
-                                           (isByValues(*a.refused) && isByValues(*b.refused))));
+        return false;
     return isSameTable(a.table, b.table) && a.dropped == b.dropped;
 }
 
