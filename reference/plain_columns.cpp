@@ -160,6 +160,7 @@ private:
                 candidates[i] = *title;
         if (p >= 0)
             return takeNamed(columns, p, candidates);
+        std::erase_if(candidates, [](const auto& each) { return each.second.isNever; });
         if (candidates.empty())
             throw Failure{RefusalCode::NoPValue};
         chooseAmong(columns, bestGroup(candidates));

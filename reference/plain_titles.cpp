@@ -122,10 +122,9 @@ std::optional<PTitle> judged(const QString& title) {
     Words words = wordsOf(normalTitle(title));
     if (!words.saysP)
         return {};
-    for (const QString& word : words.others)
-        if (isNever(word))
-            return {};
     PTitle result;
+    for (const QString& word : words.others)
+        result.isNever |= isNever(word);
     for (const QString& word : words.others)
         if (isSecondary(word, words.others))
             result.tier = 1;

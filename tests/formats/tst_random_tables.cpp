@@ -122,7 +122,7 @@ void RandomTables::arePreparedAlike() {
     const QTemporaryDir folder;
     Random random(runSeed());
     int written = 0;
-    for (int i = randomCases(2000); i > 0; --i) {
+    for (int i = randomCases(1000); i > 0; --i) {
         const RandomTable table = randomTable(random);
         const plain::Prepared quick = preparedQuickly(table, folder);
         const plain::Prepared expected = plain::prepare(table.files, optionsOf(table, folder));

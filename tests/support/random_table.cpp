@@ -478,7 +478,7 @@ private:
                 fields << "0.5";
             fields << position(m_random);
             bool isWhole = false;
-            fields.last().toLongLong(&isWhole);
+            fields.last().toInt(&isWhole);
             if (!fields.contains(QString()) && (isWhole || hasTitles) &&
                 (i < 25 || !m_random.oneIn(10)))
                 lines << fields.join(u'\t');
