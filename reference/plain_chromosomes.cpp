@@ -1,5 +1,8 @@
 #include "plain_chromosomes.h"
 
+#include "plain_titles.h"
+#include "title_table.h"
+
 #include <QRegularExpression>
 
 namespace plain {
@@ -7,7 +10,9 @@ namespace plain {
 namespace {
 
 const QStringList named{"x", "y", "z", "w", "xy", "mt", "m"};
-const QStringList unplaced{"0", "un", "na"};
+const QStringList unplaced{"",       "0",  "-9",       ".",       "-",        "na",        "n/a",
+                           "#na",    "nr", "nan",      "-nan",    "none",     "null",      "u",
+                           "uextra", "un", "unplaced", "unknown", "unmapped", "unassigned"};
 
 // 0 numbers, 1 X to MT, 2 other texts, 3 unplaced.
 int groupOf(const QString& key) {
@@ -18,72 +23,40 @@ int groupOf(const QString& key) {
     return named.contains(key) ? 1 : 2;
 }
 
-QStringList pieces(const QString& text) {
-    static const QRegularExpression piece("[0-9]+|[^0-9]+");
-    QStringList found;
-    auto matches = piece.globalMatch(text);
-    while (matches.hasNext())
-        found << matches.next().captured();
-    return found;
+// The numbers in a text, made as long as any: then texts compare as their numbers do.
+QString withLongNumbers(const QString& text) {
+    static const QRegularExpression number("[0-9]+|[^0-9]+");
+    QString result;
+    auto pieces = number.globalMatch(text);
+    while (pieces.hasNext()) {
+        const QString piece = pieces.next().captured();
+        result += piece[0] >= u'0' && piece[0] <= u'9' ? piece.rightJustified(40, u'0') : piece;
+    }
+    return result;
 }
 
-// Numbers among the text are compared as numbers.
-int naturally(const QString& a, const QString& b) {
-    const QStringList as = pieces(a), bs = pieces(b);
-    for (qsizetype i = 0; i < qMin(as.size(), bs.size()); ++i) {
-        bool isNumber = false, otherIsNumber = false;
-        const qulonglong number = as[i].toULongLong(&isNumber);
-        const qulonglong other = bs[i].toULongLong(&otherIsNumber);
-        if (isNumber && otherIsNumber && number != other)
-            return number < other ? -1 : 1;
-        if (as[i] != bs[i] && !(isNumber && otherIsNumber))
-            return as[i] < bs[i] ? -1 : 1;
-    }
-    return as.size() == bs.size() ? a.compare(b) : as.size() < bs.size() ? -1 : 1;
+bool isNumber(const QString& key) {
+    static const QRegularExpression digits("^[0-9]+$");
+    return digits.match(key).hasMatch();
 }
 
-int numberOf(const QString& name) {
-    static const QRegularExpression humanSequence("^nc_0000(\\d\\d)\\.\\d+$");
-    const QString key = chromosomeKey(name);
-    const QRegularExpressionMatch match = humanSequence.match(key);
-    const int number = match.captured(1).toInt();
-    if (number >= 1 && number <= 24)
-        return number;
-    return key.toInt();
-}
-
-QString plainName(const QString& name, const QStringList& all, const QString& of25) {
-    const QString key = chromosomeKey(name);
-    int largest = 0;
-    bool has26 = false;
-    for (const QString& each : all) {
-        largest = qMax(largest, numberOf(each));
-        has26 |= numberOf(each) == 26;
-    }
-    const int number = numberOf(name);
-    const bool isSequence = key.startsWith("nc_0000") && number > 0;
-    if (number > 22 && (largest <= 26 || isSequence)) {
-        if (number == 25)
-            return has26 ? QStringLiteral("XY") : of25.isEmpty() ? key : of25;
-        return number == 23 ? "X" : number == 24 ? "Y" : "MT";
-    }
-    if (number > 0)
-        return QString::number(number);
-    if (key == u"m" || key == u"mt" || key.startsWith("nc_012920"))
-        return "MT";
-    if (named.contains(key))
-        return key.toUpper();
-    static const QRegularExpression prefix("^chr(?=.)", QRegularExpression::CaseInsensitiveOption);
-    return QString(name).remove(prefix);
+// The human chromosome of a sequence such as NC_000001.10; 0 for none, 25 for the mitochondrial.
+int humanSequence(const QString& name) {
+    static const QRegularExpression form("^nc_(\\d{6})(\\.\\d+)?$");
+    const int number = form.match(name.toLower()).captured(1).toInt();
+    return number == 12920 ? 25 : number <= 24 ? number : 0;
 }
 
 } // namespace
 
 QString chromosomeKey(const QString& name) {
-    QString key = name.toLower();
+    QString key = name;
+    for (QChar& character : key)
+        if (character >= u'A' && character <= u'Z')
+            character = character.toLower();
     if (key.startsWith("chr") && key.size() > 3)
         key.remove(0, 3);
-    static const QRegularExpression zeros("^0+(?=[0-9])");
+    static const QRegularExpression zeros("^0+(?=[0-9]+$)");
     key.remove(zeros);
     return key == u"m" ? QStringLiteral("mt") : key;
 }
@@ -93,16 +66,56 @@ bool comesBefore(const QString& a, const QString& b) {
         return groupOf(a) < groupOf(b);
     if (groupOf(a) == 1)
         return named.indexOf(a) < named.indexOf(b);
-    return naturally(a, b) < 0;
+    const QString longA = withLongNumbers(a), longB = withLongNumbers(b);
+    return longA == longB ? a < b : longA < longB;
 }
 
-QString writtenName(const QString& name, const QStringList& all, const QString& of25,
-                    ChromosomeNames names) {
-    if (names == ChromosomeNames::Keep)
+ChromosomeWriter::ChromosomeWriter(const QStringList& names, const QStringList& titles,
+                                   ChromosomeNames style)
+    : m_style(style) {
+    QStringList normal;
+    for (const QString& title : titles)
+        normal << normalTitle(title);
+    bool isPlink = false, has26 = false;
+    for (const auto& together : title_table::plink) {
+        bool areAll = true;
+        for (const std::string_view title : together)
+            areAll &= title.empty() || normal.contains(fromData(title));
+        isPlink |= areAll;
+    }
+    for (const QString& name : names) {
+        const QString key = chromosomeKey(name);
+        has26 |= key == u"26";
+        m_isHuman &= !isNumber(key) || (key.size() < 3 && key.toInt() <= 26);
+    }
+    if (has26 || isPlink)
+        m_nameOf25 = "XY";
+    else if (normal.contains(fromData(title_table::ssf)))
+        m_nameOf25 = "MT";
+}
+
+QString ChromosomeWriter::plainName(const QString& name) const {
+    const QStringList last{"X", "Y", "MT"};
+    if (const int sequence = humanSequence(name); sequence > 0)
+        return sequence > 22 ? last[sequence - 23] : QString::number(sequence);
+    const QString key = chromosomeKey(name);
+    if (m_isHuman && isNumber(key) && key.toInt() > 22)
+        return key == u"23" ? "X" : key == u"24" ? "Y" : key == u"25" ? m_nameOf25 : "MT";
+    if (groupOf(key) < 2 && (isNumber(key) || named.contains(key)))
+        return key.toUpper();
+    static const QRegularExpression prefix("^chr(?=.)", QRegularExpression::CaseInsensitiveOption);
+    return key == u"0" ? key : QString(name).remove(prefix);
+}
+
+QString ChromosomeWriter::nameOf(const QString& name) const {
+    if (m_style == ChromosomeNames::Keep)
         return name;
-    const QString plain = plainName(name, all, of25);
-    const bool isUsual = groupOf(chromosomeKey(plain)) < 2;
-    return names == ChromosomeNames::Chr && isUsual ? "chr" + plain : plain;
+    const QString plain = plainName(name);
+    if (m_style == ChromosomeNames::Plain)
+        return plain;
+    if (groupOf(chromosomeKey(plain)) > 1)
+        return name;
+    return plain == u"MT" ? QStringLiteral("chrM") : "chr" + plain;
 }
 
 } // namespace plain

@@ -13,9 +13,19 @@ QString chromosomeKey(const QString& name);
 // Whether the first comes before the second; both are keys.
 bool comesBefore(const QString& a, const QString& b);
 
-// The name to write for a chromosome, by the names of all of them and by what 25 means if no 26
-// occurs (empty where that is not known).
-QString writtenName(const QString& name, const QStringList& all, const QString& of25,
-                    ChromosomeNames names);
+// The names to write for chromosomes, by the names of all of them and the titles of their table.
+class ChromosomeWriter {
+public:
+    ChromosomeWriter(const QStringList& names, const QStringList& titles, ChromosomeNames style);
+
+    QString nameOf(const QString& name) const;
+
+private:
+    QString plainName(const QString& name) const;
+
+    ChromosomeNames m_style;
+    bool m_isHuman = true; // no number is above 26
+    QString m_nameOf25 = QStringLiteral("25");
+};
 
 } // namespace plain

@@ -2,20 +2,17 @@
 
 #include "plain_layout.h"
 #include "plain_p.h"
+#include "plain_place.h"
 #include "plain_titles.h"
 #include "title_table.h"
 
-#include <QRegularExpression>
-#include <QSet>
+#include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace plain {
 
 namespace {
-
-struct Failure {
-    RefusalCode code;
-};
 
 template <typename List>
 bool isIn(const List& list, const QString& text) {
@@ -25,257 +22,164 @@ bool isIn(const List& list, const QString& text) {
     return false;
 }
 
-struct Candidate {
-    int column;
-    int rank;
-};
-
-bool isPrepared(const QStringList& titles) {
-    for (int i = 0; i < 4; ++i)
-        if (titles.size() < 4 || titles[i] != fromData(title_table::prepared[i]))
-            return false;
-    return true;
-}
-
 class Chooser {
 public:
     Chooser(const QStringList& titles, const QList<QStringList>& rows,
             const PrepareOptions& options)
         : m_titles(titles), m_rows(rows), m_options(options) {}
 
-    Columns choose() {
+    Columns choose() const {
         Columns columns;
-        if (isPrepared(m_titles))
-            choosePrepared(columns);
-        else {
-            choosePlace(columns);
-            chooseP(columns);
-        }
-        columns.name = m_options.name ? named(*m_options.name) : nameColumn();
+        const int chromosome = named(m_options.chromosome), position = named(m_options.position);
+        const int p = named(m_options.p), name = named(m_options.name), z = named(m_options.z);
+        const int beta = named(m_options.beta), error = named(m_options.standardError);
+        const int test = named(m_options.test), sample = named(m_options.sample);
+        for (const auto& [title, value] : m_options.where)
+            columns.where << qMakePair(named(title), QString::fromLatin1(value));
+        choosePlace(m_titles, m_rows, m_options, {chromosome, position, name}, columns);
+        if (isVcf() && p < 0)
+            chooseSample(columns, sample);
+        else if (m_options.pSource != PSource::Column)
+            chooseEffect(columns, z, beta, error);
+        else
+            chooseP(columns, p);
+        columns.name = name >= 0 ? name : nameColumn();
         if (columns.name < 0)
             columns.name = columns.joined;
-        columns.test = m_options.test ? named(*m_options.test) : testColumn();
+        if (columns.name < 0 && columns.position < 0)
+            throw Failure{RefusalCode::NoPosition};
+        columns.test = test >= 0 ? test : leftmost(title_table::tests);
         for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::traits, normalTitle(m_titles[i])))
+            if (isIn(title_table::traits, normalTitle(m_titles[i])) && !columns.isTaken(i))
                 columns.traits << i;
+        columns.info = columns.format < 0 ? infoColumn() : -1;
         return columns;
     }
 
-private:
-    static void choosePrepared(Columns& columns) {
+    Columns choosePrepared() const {
+        Columns columns;
         columns.isPrepared = true;
         columns.chromosome = 0;
         columns.position = 1;
         columns.p = 2;
         columns.log = 3;
+        columns.name = nameColumn();
+        return columns;
     }
 
-    // A title as it stands, then in its normal form; then a number from 1.
-    int named(const QByteArray& option) const {
-        const QString text = QString::fromLatin1(option);
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (m_titles[i] == text)
-                return i;
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (normalTitle(m_titles[i]) == normalTitle(text))
-                return i;
+private:
+    // A title as it stands; then a number from 1; then a title in its normal form.
+    int named(const std::optional<QByteArray>& option) const {
+        if (!option)
+            return -1;
+        const QString text = QString::fromLatin1(*option);
         const int number = text.toInt();
-        if (number < 1 || number > columnCount())
+        QList<int> found = where([&](const QString& title) { return title == text; });
+        if (found.isEmpty() && number >= 1 && number <= columnCount())
+            return number - 1;
+        if (found.isEmpty())
+            found = where([&](const QString& t) { return normalTitle(t) == normalTitle(text); });
+        if (found.size() != 1)
             throw Failure{RefusalCode::UnknownColumn};
-        return number - 1;
+        return found.first();
+    }
+
+    template <typename Passes>
+    QList<int> where(const Passes& passes) const {
+        QList<int> found;
+        for (int i = 0; i < m_titles.size(); ++i)
+            if (passes(m_titles[i]))
+                found << i;
+        return found;
     }
 
     qsizetype columnCount() const {
         return m_titles.isEmpty() && !m_rows.isEmpty() ? m_rows.first().size() : m_titles.size();
     }
 
-    QStringList values(int column, qsizetype most) const {
-        QStringList texts;
-        for (const QStringList& row : m_rows)
-            if (texts.size() < most && column < row.size() && !isMissing(row[column]))
-                texts << row[column];
-        return texts;
-    }
-
-    bool isJoined(int column) const {
-        const QStringList texts = values(column, 10000);
-        qsizetype fitting = 0;
-        for (const QString& text : texts)
-            if (joinedPlace(text))
-                ++fitting;
-        return !texts.isEmpty() && fitting * 100 >= texts.size() * 99;
-    }
-
-    // The columns whose titles are in the list, in a family.
+    // The first title of the list that there is, and the leftmost column with it.
     template <typename List>
-    QList<Candidate> inFamily(const title_table::Family& family, const List& list) const {
-        QList<Candidate> found;
-        for (int i = 0; i < m_titles.size(); ++i)
-            for (const auto& [title, rank] : list)
-                if (isOfFamily(m_titles[i], family, title))
-                    found << Candidate{i, rank};
-        return found;
-    }
-
-    static bool isOfFamily(const QString& title, const title_table::Family& family,
-                           std::string_view word) {
-        if (word == title_table::exactPosition && family.suffix.empty() &&
-            family.prefixes[0].empty())
-            return normalTitle(title) == fromData(word);
-        const QString place = placeTitle(title);
-        if (!place.contains(fromData(word)))
-            return false;
-        for (const std::string_view prefix : family.prefixes) {
-            if (prefix.empty() && prefix.data() != family.prefixes[0].data())
-                continue;
-            if (place == fromData(prefix) + fromData(word) + fromData(family.suffix))
-                return true;
-        }
-        return false;
-    }
-
-    static int best(const QList<Candidate>& candidates) {
-        for (int rank = 0; rank < 2; ++rank)
-            for (const Candidate& each : candidates)
-                if (each.rank == rank)
-                    return each.column;
-        return -1;
-    }
-
-    QList<Candidate> positionsIn(const title_table::Family& family) const {
-        QList<Candidate> found = inFamily(family, title_table::positions);
-        found.removeIf([this](const Candidate& each) {
-            return placeTitle(m_titles[each.column]).contains("pos") &&
-                   placeTitle(m_titles[each.column]).contains("chr") && isJoined(each.column);
-        });
-        return found;
-    }
-
-    bool differInBuildAlone(const QList<Candidate>& candidates) const {
-        for (const Candidate& a : candidates)
-            for (const Candidate& b : candidates) {
-                const QString build = buildInTitle(m_titles[a.column]);
-                const QString other = buildInTitle(m_titles[b.column]);
-                if (a.rank == 0 && b.rank == 0 && !build.isEmpty() && !other.isEmpty() &&
-                    build != other &&
-                    placeTitle(m_titles[a.column]) == placeTitle(m_titles[b.column]))
-                    return true;
-            }
-        return false;
-    }
-
-    // Whether two columns whose titles name no build hold other positions.
-    bool differInValues(const QList<Candidate>& candidates) const {
-        QList<int> plain;
-        for (const Candidate& each : candidates)
-            if (buildInTitle(m_titles[each.column]).isEmpty() &&
-                each.rank == rankOf(candidates, best(candidates)))
-                plain << each.column;
-        for (const int column : std::as_const(plain)) {
-            int all = 0, apart = 0;
-            for (const QStringList& row : m_rows) {
-                const Decimal a = decimal(row.value(plain.first())), b = decimal(row.value(column));
-                all += a.isNumber && b.isNumber ? 1 : 0;
-                apart += a.isNumber && b.isNumber && a.value != b.value ? 1 : 0;
-            }
-            if (apart * 100 > all)
-                return true;
-        }
-        return false;
-    }
-
-    static int rankOf(const QList<Candidate>& candidates, int column) {
-        for (const Candidate& each : candidates)
-            if (each.column == column)
-                return each.rank;
-        return -1;
-    }
-
-    void choosePlace(Columns& columns) {
-        if (m_options.chromosome)
-            columns.chromosome = named(*m_options.chromosome);
-        if (m_options.position)
-            columns.position = named(*m_options.position);
-        bool hasChromosome = columns.chromosome >= 0 || m_options.chromosomeValue.has_value();
-        bool hasPosition = columns.position >= 0;
-        for (const auto& family : title_table::families) {
-            if (hasChromosome && hasPosition)
-                break;
-            if (m_options.authorBuild &&
-                &family == &title_table::families[title_table::harmonisedFamily])
-                continue;
-            const int chromosome = best(inFamily(family, title_table::chromosomes));
-            const int position = positionOf(family, columns);
-            if ((!hasChromosome && chromosome < 0) || (!hasPosition && position < 0))
-                continue;
-            if (!hasPosition &&
-                (differInBuildAlone(positionsIn(family)) || differInValues(positionsIn(family))))
-                throw Failure{RefusalCode::SeveralBuilds};
-            if (!hasChromosome)
-                columns.chromosome = chromosome;
-            if (!hasPosition)
-                columns.position = position;
-            hasChromosome = hasPosition = true;
-        }
-        if (hasPosition && hasChromosome)
-            return findEnd(columns);
-        columns.chromosome = columns.position = -1;
-        chooseJoined(columns);
-    }
-
-    int positionOf(const title_table::Family& family, Columns& columns) const {
-        const int position = best(positionsIn(family));
-        if (position >= 0)
-            return position;
-        for (int i = 0; i < m_titles.size(); ++i)
-            for (const std::string_view word : title_table::zeroBasedPositions)
-                if (isOfFamily(m_titles[i], family, word)) {
-                    columns.countsFrom0 = true;
+    int leftmost(const List& list) const {
+        for (const std::string_view each : list)
+            for (int i = 0; i < m_titles.size(); ++i)
+                if (normalTitle(m_titles[i]) == fromData(each))
                     return i;
-                }
         return -1;
     }
 
-    void findEnd(Columns& columns) const {
-        if (columns.position >= m_titles.size() ||
-            !isIn(title_table::starts, placeTitle(m_titles[columns.position])))
-            return;
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::ends, placeTitle(m_titles[i])))
-                columns.end = i;
+    bool isVcf() const {
+        QStringList fixed;
+        for (const std::string_view title : title_table::vcf)
+            fixed << fromData(title);
+        return m_titles.size() > fixed.size() && m_titles.mid(0, fixed.size()) == fixed;
     }
 
-    void chooseJoined(Columns& columns) const {
-        for (const auto& entry : title_table::joinedTitles)
-            for (int i = 0; i < m_titles.size(); ++i) {
-                const QString title = placeTitle(m_titles[i]);
-                const QString wanted = fromData(entry.title);
-                if ((title == wanted || (entry.isPrefix && title.startsWith(wanted))) &&
-                    isJoined(i)) {
-                    columns.joined = i;
-                    return;
-                }
-            }
-        for (const auto& family : title_table::families)
-            if (!inFamily(family, title_table::chromosomes).isEmpty())
-                throw Failure{RefusalCode::NoPosition};
-        throw Failure{RefusalCode::NoChromosome};
+    void chooseSample(Columns& columns, int sample) const {
+        const int first = static_cast<int>(std::size(title_table::vcf));
+        if (sample < 0 && m_titles.size() > first + 1)
+            throw Failure{RefusalCode::SeveralSamples};
+        columns.format = first - 1;
+        columns.log = sample < 0 ? first : sample;
+        columns.logSaysMinus = true;
+        for (const QStringList& row : m_rows)
+            if (row.value(columns.format).split(u':').contains("LP"))
+                return;
+        throw Failure{RefusalCode::NoPValue};
     }
 
-    void chooseP(Columns& columns) {
-        if (m_options.p) {
-            const int column = named(*m_options.p);
-            const auto title = column < m_titles.size() ? pTitle(m_titles[column]) : std::nullopt;
-            take(columns, column, title && title->isLog, title && title->saysMinus);
-            return;
-        }
+    void chooseEffect(Columns& columns, int z, int beta, int error) const {
+        const bool isZ = m_options.pSource == PSource::Z;
+        if (isZ)
+            columns.effect = z >= 0 ? z : firstOf(title_table::zTitles);
+        else
+            columns.effect = beta >= 0 ? beta : firstOf(title_table::betaTitles);
+        if (!isZ)
+            columns.error = error >= 0 ? error : firstOf(title_table::errorTitles);
+        if (columns.effect < 0 || (!isZ && columns.error < 0))
+            throw Failure{RefusalCode::NoPValue};
+    }
+
+    int infoColumn() const {
+        const int info = firstOf(QList<std::string_view>{"info"});
+        for (const QStringList& row : m_rows.mid(0, 100))
+            if (row.value(info).contains("LOG10P="))
+                return info;
+        return -1;
+    }
+
+    template <typename List>
+    int firstOf(const List& list) const {
+        return where([&](const QString& title) { return isIn(list, normalTitle(title)); })
+            .value(0, -1);
+    }
+
+    void chooseP(Columns& columns, int p) const {
         std::map<int, PTitle> candidates;
         for (int i = 0; i < m_titles.size(); ++i)
             if (const auto title = pTitle(m_titles[i]))
                 candidates[i] = *title;
+        if (p >= 0)
+            return takeNamed(columns, p, candidates);
+        std::erase_if(candidates, [](const auto& each) { return each.second.isNever; });
         if (candidates.empty())
             throw Failure{RefusalCode::NoPValue};
         chooseAmong(columns, bestGroup(candidates));
+    }
+
+    // With it goes the only logarithm of the same words.
+    void takeNamed(Columns& columns, int p, const std::map<int, PTitle>& candidates) const {
+        const auto found = candidates.find(p);
+        if (found == candidates.end())
+            return take(columns, p, false, false);
+        if (found->second.isLog)
+            return take(columns, p, true, found->second.saysMinus);
+        QList<int> logs;
+        for (const auto& [column, title] : candidates)
+            if (title.isLog && title.others == found->second.others)
+                logs << column;
+        if (logs.size() == 1)
+            take(columns, logs.first(), true, candidates.at(logs.first()).saysMinus);
+        take(columns, p, false, false);
     }
 
     static std::map<int, PTitle> bestGroup(const std::map<int, PTitle>& candidates) {
@@ -308,15 +212,17 @@ private:
 
     void mustBeEqual(const QList<int>& list) const {
         for (const int column : list)
-            if (first1000(column) != first1000(list.first()))
-                throw Failure{RefusalCode::SeveralPValues};
+            for (const QStringList& row : m_rows.mid(0, 1000))
+                if (!areEqual(row.value(column), row.value(list.first())))
+                    throw Failure{RefusalCode::SeveralPValues};
     }
 
-    QStringList first1000(int column) const {
-        QStringList texts;
-        for (const QStringList& row : m_rows.first(qMin<qsizetype>(m_rows.size(), 1000)))
-            texts << row.value(column);
-        return texts;
+    static bool areEqual(const QString& a, const QString& b) {
+        if (isMissing(a) || isMissing(b))
+            return isMissing(a) == isMissing(b);
+        const Decimal x = decimal(a), y = decimal(b);
+        return a == b || (x.isFinite && y.isFinite &&
+                          static_cast<double>(x.value) == static_cast<double>(y.value));
     }
 
     void take(Columns& columns, int column, bool isLog, bool saysMinus) const {
@@ -340,13 +246,6 @@ private:
         return -1;
     }
 
-    int testColumn() const {
-        for (int i = 0; i < m_titles.size(); ++i)
-            if (isIn(title_table::tests, normalTitle(m_titles[i])))
-                return i;
-        return -1;
-    }
-
     const QStringList& m_titles;
     const QList<QStringList>& m_rows;
     const PrepareOptions& m_options;
@@ -356,23 +255,13 @@ private:
 
 std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
                                              const QList<QStringList>& rows,
-                                             const PrepareOptions& options) {
+                                             const PrepareOptions& options, bool isPrepared) {
+    const Chooser chooser(titles, rows, options);
     try {
-        return Chooser(titles, rows, options).choose();
+        return isPrepared ? chooser.choosePrepared() : chooser.choose();
     } catch (const Failure& failure) {
         return failure.code;
     }
-}
-
-std::optional<Place> joinedPlace(const QString& text) {
-    static const QRegularExpression form(
-        "^((?:chr)?(?:\\d{1,2}[A-DLR]?|X|Y|Z|W|XY|M|MT)|chr.+?|NC_\\d+(?:\\.\\d+)?)"
-        "[:_-](\\d+)(?:[:_/-].*)?$",
-        QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch())
-        return {};
-    return Place{match.captured(1), match.captured(2)};
 }
 
 } // namespace plain

@@ -8,6 +8,10 @@
 
 namespace plain {
 
+struct Failure {
+    RefusalCode code;
+};
+
 struct Columns {
     int chromosome = -1; // from 0; -1 for none
     int position = -1;
@@ -20,19 +24,22 @@ struct Columns {
     int name = -1;
     int test = -1;
     QList<int> traits;
-    int end = -1;             // where the position is a start
-    bool countsFrom0 = false; // by its title
+    int format = -1; // of a VCF: the logarithm is then the sample's LP
+    int effect = -1; // z, or what the error divides
+    int error = -1;
+    int info = -1; // texts with LOG10P=number among them
+    QList<std::pair<int, QString>> where;
     bool isPrepared = false;
+
+    bool isTaken(int column) const {
+        return QList<int>{chromosome, position, joined, p, log, name, test}.contains(column);
+    }
 };
 
-// The columns by their titles and, where these leave it open, by the rows below.
-std::variant<Columns, RefusalCode>
-columnsOf(const QStringList& titles, const QList<QStringList>& rows, const PrepareOptions& options);
-
-struct Place {
-    QString chromosome;
-    QString position;
-};
-std::optional<Place> joinedPlace(const QString& text);
+// The columns by their titles and, where these leave it open, by the rows below. Those of a
+// prepared table are known.
+std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
+                                             const QList<QStringList>& rows,
+                                             const PrepareOptions& options, bool isPrepared);
 
 } // namespace plain

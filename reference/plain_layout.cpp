@@ -102,22 +102,20 @@ QStringList fieldsOf(const QString& line, Separator separator) {
     }
 }
 
-bool bodyAgrees(const QStringList& body, Separator separator, qsizetype columns) {
-    int seen = 0;
-    int agreeing = 0;
-    for (const QString& line : body) {
-        if (seen == 20)
-            break;
-        if (isEmpty(line) || isComment(line))
-            continue;
-        ++seen;
-        QStringList fields = fieldsOf(line, separator);
-        if (fields.size() == columns + 1 && fields.last().isEmpty())
+bool bodyAgrees(QList<QStringList> rows, qsizetype columns) {
+    for (QStringList& fields : rows)
+        while (fields.size() > columns && fields.last().isEmpty())
             fields.removeLast();
-        if (fields.size() == columns)
-            ++agreeing;
+    // The file may be cut short there.
+    if (rows.size() > 1 && rows.size() <= 20 && rows.last().size() < columns)
+        rows.removeLast();
+    int agreeing = 0, shorter = 0;
+    rows = rows.mid(0, 20);
+    for (const QStringList& fields : rows) {
+        agreeing += fields.size() == columns ? 1 : 0;
+        shorter += fields.size() < columns ? 1 : 0;
     }
-    return agreeing * 2 > seen;
+    return agreeing + shorter == rows.size() && agreeing > shorter;
 }
 
 bool isComment(const QString& line) {

@@ -13,8 +13,8 @@ QStringList linesOf(const QByteArray& file);
 
 QStringList fieldsOf(const QString& line, Separator separator);
 
-// Whether the first lines of a body have as many fields as its titles.
-bool bodyAgrees(const QStringList& body, Separator separator, qsizetype columns);
+// Whether the first rows of a body have as many fields as its titles, though a few may be short.
+bool bodyAgrees(QList<QStringList> rows, qsizetype columns);
 
 bool isComment(const QString& line);
 bool isEmpty(const QString& line);

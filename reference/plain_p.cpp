@@ -4,6 +4,7 @@
 
 #include <QLocale>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 
 namespace plain {
@@ -29,7 +30,7 @@ PText one(const QString& log = QStringLiteral("0")) {
 } // namespace
 
 Decimal decimal(const QString& text) {
-    static const QRegularExpression form("^([+-]?)(\\d*)\\.?(\\d*)(?:[eE]([+-]?\\d{1,6}))?$");
+    static const QRegularExpression form("^([+-]?)(\\d*)\\.?(\\d*)(?:[eE]([+-]?)(\\d+))?$");
     const QRegularExpressionMatch match = form.match(text);
     Decimal result;
     QString digits = match.captured(2) + match.captured(3);
@@ -37,17 +38,23 @@ Decimal decimal(const QString& text) {
         return result;
     result.isNumber = true;
     result.isNegative = match.captured(1) == u"-";
-    int exponent = match.captured(4).toInt() + static_cast<int>(match.captured(2).size());
+    long double power =
+        std::min(std::strtold(match.captured(5).toLatin1().constData(), nullptr), 1e15L);
+    if (match.captured(4) == u"-")
+        power = -power;
+    long double exponent = power + static_cast<long double>(match.captured(2).size());
     while (digits.startsWith(u'0')) {
         digits.remove(0, 1);
         --exponent;
     }
     result.isZero = digits.isEmpty();
+    result.isFinite = true;
     if (result.isZero)
         return result;
     const long double mantissa = std::strtold(("0." + digits.toLatin1()).constData(), nullptr);
     result.log10 = std::log10(mantissa) + exponent;
     result.value = std::strtold(text.toLatin1().constData(), nullptr);
+    result.isFinite = std::isfinite(static_cast<double>(result.value));
     return result;
 }
 
@@ -55,7 +62,7 @@ PText readP(const QString& text) {
     if (isMissing(text))
         return {};
     if (text.startsWith(u'<')) {
-        const PText bound = readP(text.mid(1).trimmed());
+        const PText bound = readP(text.mid(text.startsWith("<=") ? 2 : 1).trimmed());
         return bound.kind == PText::Missing ? PText{PText::NotANumber, {}, {}, 0, false} : bound;
     }
     bool isRead = false;
@@ -79,7 +86,7 @@ PText readLog(const QString& text, PScale scale) {
     if (isMissing(text))
         return {};
     const Decimal number = decimal(text);
-    if (!number.isNumber || !std::isfinite(number.value))
+    if (!number.isFinite)
         return {PText::NotANumber, {}, {}, 0, false};
     const long double value = number.isNegative ? -std::abs(number.value) : number.value;
     long double negLog10 = value;
@@ -93,7 +100,7 @@ PText readLog(const QString& text, PScale scale) {
                                                   : sixDigits(negLog10);
     if (negLog10 < logOfRoundedOne)
         return {PText::OutOfRange, {}, {}, 0, false};
-    if (negLog10 < 0)
+    if (negLog10 < 0 || (negLog10 == 0 && text.startsWith(u'-')))
         return one();
     if (negLog10 > logOfSmallest) {
         PText result = good(smallestDouble, log, negLog10);
@@ -102,6 +109,27 @@ PText readLog(const QString& text, PScale scale) {
     }
     const double p = static_cast<double>(std::pow(10.0L, -negLog10));
     return good(QString::number(p, 'g', 17), log, negLog10);
+}
+
+PText readZ(const QString& z, const QString& divisor) {
+    if (isMissing(z) || isMissing(divisor))
+        return {};
+    const Decimal effect = decimal(z), error = decimal(divisor);
+    if (!effect.isFinite || !error.isFinite || error.isNegative || error.isZero)
+        return {PText::NotANumber, {}, {}, 0, false};
+    // A long double holds the tail of any z up to 150 or so.
+    const long double size = std::abs(effect.value / error.value);
+    const long double tail = std::erfc(size / std::sqrt(2.0L));
+    // Beyond, the first terms of its series are enough.
+    const long double far = size * size / 2 * 0.434294481903251827651L +
+                            std::log10(size * std::sqrt(std::acos(-1.0L) / 2)) -
+                            std::log10(1 - 1 / size / size);
+    const long double negLog10 = tail > 0 ? 0 - std::log10(tail) : far;
+    if (negLog10 > logOfSmallest)
+        return good(smallestDouble, sixDigits(negLog10), negLog10);
+    const double p = static_cast<double>(tail);
+    return good(QString::number(p, 'g', QLocale::FloatingPointShortest), sixDigits(negLog10),
+                negLog10);
 }
 
 } // namespace plain

@@ -3,6 +3,7 @@
 #include "prepare_options.h"
 
 #include <QString>
+#include <cmath>
 
 // Texts of p and of its logarithms.
 namespace plain {
@@ -18,13 +19,17 @@ struct PText {
 
 PText readP(const QString& text);
 PText readLog(const QString& text, PScale scale);
+PText readZ(const QString& z, const QString& divisor); // of a two-sided normal test
 
 struct Decimal {
     bool isNumber = false;
+    bool isFinite = false; // as a double
     bool isNegative = false;
     bool isZero = false;
     long double log10 = 0; // of the absolute value
     long double value = 0;
+
+    bool isWhole() const { return isFinite && value == std::floor(value); }
 };
 Decimal decimal(const QString& text);
 

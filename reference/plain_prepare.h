@@ -9,15 +9,13 @@
 #include <QString>
 #include <optional>
 
-// The command `prepare` on whole tables in memory, one obvious step after the other. It knows
-// tables with a chromosome, a position and p or its logarithm; neither VCF by sample, nor effects
-// that p is computed from, nor tables of positions.
+// The command `prepare` on whole tables in memory, one obvious step after the other. A table of
+// positions is plain text without quotes.
 namespace plain {
 
 struct Prepared {
     QByteArray table;
     QMap<QString, qint64> dropped;      // rows by the name of the reason
-    QMap<qint64, QString> reasonOfLine; // of the first input; its first line is 1
     std::optional<RefusalCode> refused; // then the rest means nothing
 };
 

@@ -79,7 +79,7 @@ Words wordsOf(const QString& normal) {
     text.replace("log_10_", "log10_");
     Words words;
     if (isIn(title_table::logPTitles, normal)) {
-        words.saysP = words.isLog = true;
+        words.saysP = words.isLog = words.saysMinus = true;
         return words;
     }
     for (const QString& word : text.split(u'_', Qt::SkipEmptyParts))
@@ -112,9 +112,7 @@ int rankOf(const QStringList& words) {
     for (const QString& word : words) {
         if (isIn(title_table::lastWords, word))
             return 3;
-        if (isSecondary(word, words))
-            continue;
-        rank = qMax(rank, isIn(title_table::plainWords, word) ? 1 : 2);
+        rank = qMax(rank, isIn(title_table::plainWords, word) && !isSecondary(word, words) ? 1 : 2);
     }
     return rank;
 }
@@ -123,10 +121,9 @@ std::optional<PTitle> judged(const QString& title) {
     Words words = wordsOf(normalTitle(title));
     if (!words.saysP)
         return {};
-    for (const QString& word : words.others)
-        if (isNever(word))
-            return {};
     PTitle result;
+    for (const QString& word : words.others)
+        result.isNever |= isNever(word);
     for (const QString& word : words.others)
         if (isSecondary(word, words.others))
             result.tier = 1;
@@ -134,7 +131,7 @@ std::optional<PTitle> judged(const QString& title) {
     words.others.sort();
     result.others = words.others.join(u'_');
     result.isLog = words.isLog;
-    static const QRegularExpression minusSign("[-\\x{2212}]\\s*log",
+    static const QRegularExpression minusSign("(-|\\xe2\\x88\\x92) *\\(?log",
                                               QRegularExpression::CaseInsensitiveOption);
     result.saysMinus = words.saysMinus || minusSign.match(title).hasMatch();
     return result;

@@ -245,11 +245,8 @@ QByteArray chromosomeKey(std::string_view label) {
     const std::string_view name = withoutChr(label);
     if (isAllDigits(name))
         return bytes(withoutZeros(name));
-    std::string key = inCase(name, upper);
-    if (key == "M")
-        key = "MT";
-    const bool isCaseless = startsWithChr(label) || letteredPlace(key) < letteredChromosomes.size();
-    return isCaseless ? bytes(key) : bytes(name);
+    const std::string key = inCase(name, upper);
+    return key == "M" ? QByteArray("MT") : bytes(key);
 }
 
 bool isUnplaced(std::string_view label) {

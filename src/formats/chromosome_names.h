@@ -7,8 +7,7 @@
 #include <string_view>
 
 // One key for all spellings of a chromosome: chr1, 1, 01, Chr1 and CHR01 are "1", and M is MT. Any
-// other label is its own key, but for a "chr" before it, which is left out, and for case after that
-// "chr" and of X, Y, Z, W, XY, MT, M.
+// other label is its own key, in upper case and without a "chr" before it.
 QByteArray chromosomeKey(std::string_view label);
 
 // True where the chromosome of `a` comes before that of `b`: an optional "chr" and case are

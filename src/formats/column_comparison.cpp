@@ -3,6 +3,7 @@
 #include "excerpt.h"
 #include "titles.h"
 
+#include <QHash>
 #include <algorithm>
 
 namespace {
@@ -104,37 +105,36 @@ bool isTaken(int column, int choice) {
     return choice >= 0 && column == choice;
 }
 
-// Notes the tests that a marker's rows, one after the other, are of.
-class TestNotes {
+// The tests that rows are of. Where none is ADD and no marker comes under two of them, the column
+// says something else, such as genotypes.
+class TestsSeen {
 public:
-    explicit TestNotes(const ColumnChoice& choice) : m_choice(choice) {}
+    explicit TestsSeen(const ColumnChoice& columns) : m_columns(columns) {}
 
     void add(const QList<std::string_view>& fields) {
         constexpr qsizetype testsKept = 6;
-        if (m_choice.test < 0 || m_choice.test >= fields.size())
+        if (m_columns.test < 0 || m_columns.test >= fields.size())
             return;
-        QList<QByteArray> place;
-        for (const int column : {m_choice.chromosome, m_choice.position, m_choice.joined})
-            place += column < 0 ? QByteArray() : bytesOf(fields.value(column));
-        const QString test = excerpt(fields[m_choice.test]);
-        m_isRepeated |= place == m_lastPlace && test != m_lastTest;
-        m_lastPlace = place;
-        m_lastTest = test;
-        if (!m_tests.contains(test) && m_tests.size() < testsKept)
-            m_tests += test;
+        const std::string_view text = fields[m_columns.test];
+        const QString test = excerpt(text);
+        if (m_tests.size() < testsKept && !m_tests.contains(test))
+            m_tests.append(test);
+        QList<QByteArray> marker;
+        for (const int column :
+             {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.name})
+            marker.append(bytesOf(fields.value(column)));
+        if (!m_testOfMarker.contains(marker))
+            m_testOfMarker.insert(marker, bytesOf(text));
+        m_areTests = m_areTests || text == "ADD" || m_testOfMarker[marker] != bytesOf(text);
     }
 
-    // Where each marker has one row, they only describe it.
-    QList<QString> tests() const {
-        return m_isRepeated || m_tests.contains(QStringLiteral("ADD")) ? m_tests : QList<QString>();
-    }
+    QList<QString> tests() const { return m_areTests ? m_tests : QList<QString>(); }
 
 private:
-    const ColumnChoice& m_choice;
+    const ColumnChoice& m_columns;
     QList<QString> m_tests;
-    QList<QByteArray> m_lastPlace;
-    QString m_lastTest;
-    bool m_isRepeated = false;
+    QHash<QList<QByteArray>, QByteArray> m_testOfMarker; // the first
+    bool m_areTests = false;
 };
 
 } // namespace
@@ -160,7 +160,7 @@ ComparedColumns compareColumns(const Layout& window, const Understanding& right,
         for (ComparedColumn* column : columns)
             column->isRight = column->rightNumber == 0 || column->number == column->rightNumber;
     const auto isEmpty = [](std::string_view field) { return field.empty(); };
-    TestNotes tests(choice);
+    TestsSeen tests(choice);
     TextComparison(window, right, head)
         .eachLine([&](qint64 line, const auto& windows, const auto& rights) {
             result.isAligned |= isSpaced && std::any_of(windows.begin(), windows.end(), isEmpty);

@@ -58,9 +58,19 @@ QList<QByteArray> titlesOf(const HeadLine& line, const TableFormat& format) {
     QList<QByteArray> titles;
     for (const QByteArray& field : HeadTable(format, {}).fields({text, line.number}))
         titles += bareTitle(viewOf(field));
-    while (!titles.isEmpty() && titles.last().isEmpty())
-        titles.removeLast();
     return titles;
+}
+
+// An empty title at the end is a column only where values stand under it.
+void dropEmptyEnd(HeadTable& table) {
+    QList<QByteArray>& titles = table.format().titles;
+    const auto isEmpty = [](const QByteArray& text) { return text.isEmpty(); };
+    const auto hasValues = [&] {
+        const QList<QByteArray> texts = table.column(int(titles.size()) - 1, linesCompared);
+        return !std::all_of(texts.begin(), texts.end(), isEmpty);
+    };
+    while (!titles.isEmpty() && titles.last().isEmpty() && !hasValues())
+        titles.removeLast();
 }
 
 int scoreOf(const QList<QByteArray>& titles) {
@@ -189,7 +199,8 @@ private:
             (score == 0 && !namesColumns(m_options)) || (score < 3 && hasNumbers(format.titles)))
             return std::nullopt;
         HeadTable table(format, bodyFrom(m_lines, at + 1));
-        return tryTable(table, score);
+        dropEmptyEnd(table);
+        return table.titles().size() < 2 ? std::nullopt : tryTable(table, score);
     }
 
     std::optional<Attempt> tryTable(HeadTable& table, int score) {

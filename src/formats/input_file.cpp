@@ -3,6 +3,8 @@
 #include "table_head.h"
 #include "titles.h"
 
+#include <algorithm>
+
 namespace {
 
 std::variant<Understanding, Refusal> understandFile(const QString& path,
@@ -16,20 +18,28 @@ std::variant<Understanding, Refusal> understandFile(const QString& path,
     return understand(viewOf(head.text), head.isWhole, options);
 }
 
+// As they are compared to find columns: one input may have its first title after a "#".
+bool areSameTitles(const QList<QByteArray>& a, const QList<QByteArray>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return normalTitle(viewOf(x)) == normalTitle(viewOf(y));
+    });
+}
+
 } // namespace
 
 std::optional<Refusal> InputFile::open() {
-    constexpr qint64 kindBytes = 4096; // tell one kind of file from another
     const auto refusal = [&](RefusalCode code, const QString& why) {
         return Refusal{code, m_path + QStringLiteral(": ") + why, {}, {}};
     };
     if (!m_file.open(QIODevice::ReadOnly))
         return refusal(RefusalCode::Unreadable, m_file.errorString());
-    const QString kind = foreignKind(m_file.peek(kindBytes));
-    if (!kind.isEmpty())
-        return refusal(RefusalCode::ForeignFile,
-                       QStringLiteral("this is %1, not a table of results.").arg(kind));
-    return m_unpacked.open(QIODevice::ReadOnly) ? std::nullopt : std::optional(failure());
+    if (!m_unpacked.open(QIODevice::ReadOnly))
+        return failure();
+    const QString kind = foreignKind(m_unpacked.start());
+    if (kind.isEmpty())
+        return std::nullopt;
+    return refusal(RefusalCode::ForeignFile,
+                   QStringLiteral("this is %1, not a table of results.").arg(kind));
 }
 
 Refusal InputFile::failure() const {
@@ -50,7 +60,7 @@ std::variant<QList<Understanding>, Refusal> understandFiles(const QStringList& p
             return refused;
         }
         tables.append(std::get<Understanding>(table));
-        if (tables.last().format.titles != tables.first().format.titles)
+        if (!areSameTitles(tables.last().format.titles, tables.first().format.titles))
             return Refusal{RefusalCode::DifferentColumns,
                            QStringLiteral("%1 has other columns than %2: prepare them one by one.")
                                .arg(path, paths.first()),

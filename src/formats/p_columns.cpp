@@ -6,6 +6,7 @@
 #include "place_title.h"
 #include "title_table.h"
 #include "titles.h"
+#include "value_judge.h"
 
 #include <algorithm>
 #include <cmath>
@@ -351,12 +352,15 @@ void applyScale(PScale scale, ColumnChoice& choice) {
 // Logarithms at or below 0, under a title without a minus, are log10 p.
 void readSigns(const HeadTable& table, ColumnChoice& choice) {
     const std::optional<PTitle> title = readPTitle(viewOf(table.titles().value(choice.logP)));
+    const double rounding = std::log10(largestP);
     bool hasNegative = false;
     for (const QByteArray& text : table.values(choice.logP, table.body().size())) {
         double number = 0.0;
-        if (readNumber(viewOf(text), table.format().decimalComma, number) && number > 0.0)
+        if (!readNumber(viewOf(text), table.format().decimalComma, number))
+            continue;
+        if (number > rounding)
             return;
-        hasNegative = hasNegative || number < 0.0;
+        hasNegative = hasNegative || number < -rounding;
     }
     if (!hasNegative || (title && title->saysMinus))
         return;

@@ -103,7 +103,10 @@ std::optional<DropReason> PConverter::appendOddP(std::string_view p, const Table
         return std::nullopt;
     }
     const std::string_view number = value.isBound ? p.substr(p.find_first_not_of("<= ")) : p;
-    if (!readPValue(number, m_table.format.decimalComma).isReadByWindow)
+    QByteArray pointed = bytesOf(number);
+    if (m_table.format.decimalComma)
+        pointed.replace(',', '.');
+    if (!readPValue(viewOf(pointed), false).isReadByWindow)
         return appendTiny(value.negLog10, rows, text);
     const size_t start = text.size();
     appendOwnText(number, text);
@@ -118,7 +121,7 @@ std::optional<DropReason> PConverter::appendTiny(double negLog10, const TableRow
                                                  TextBuffer& text) {
     std::string_view log;
     double paired = 0.0;
-    const bool isPaired = pairedLog(rows, log, paired);
+    const bool isPaired = pairedLog(rows, log, paired) && paired > 0.0;
     const size_t start = text.size();
     appendPText(isPaired ? paired : negLog10, text);
     text.append('\t');
@@ -168,7 +171,8 @@ std::optional<DropReason> PConverter::appendLog(std::string_view log, const Tabl
     if (negLog10 <= 0.0) {
         m_met.roundedToOne += negLog10 < 0.0 ? 1 : 0;
         text.append("1\t");
-        text.append(negLog10 < 0.0 || scale == PScale::Ln || log.starts_with('-') ? "0" : log);
+        appendOwnText(negLog10 < 0.0 || scale == PScale::Ln || log.starts_with('-') ? "0" : log,
+                      text);
         return std::nullopt;
     }
     const size_t start = text.size();
@@ -267,7 +271,7 @@ bool PConverter::pairedLog(const TableRows& rows, std::string_view& text, double
     const ColumnChoice& columns = m_table.columns;
     if (columns.logP < 0 && columns.info < 0)
         return false;
-    text = columns.logP >= 0 ? logText(rows) : infoLog(fieldOf(rows, columns.info));
+    text = columns.logP >= 0 ? logText(rows) : infoLog(rows.fieldOrNone(columns.info));
     double value = 0.0;
     if (isMissing(text) || !readNumber(text, m_table.format.decimalComma, value))
         return false;

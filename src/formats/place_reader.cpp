@@ -76,12 +76,13 @@ std::optional<DropReason> PlaceReader::readPosition(std::string_view text, int& 
         ++m_counts.positions;
         ++m_counts.positionTexts;
         return DropReason::PositionNotWhole;
+    case PositionKind::TooLarge:
+        ++m_counts.positions;
+        return DropReason::PositionTooLarge;
     case PositionKind::Whole:
         break;
     }
     ++m_counts.positions;
-    if (position == INT_MAX && text != "2147483647")
-        return DropReason::PositionTooLarge;
     if (m_isZeroBased) {
         if (position == INT_MAX)
             return DropReason::PositionTooLarge;

@@ -37,6 +37,8 @@ PositionKind readPosition(std::string_view text, const TableFormat& format, int&
     if (number != std::floor(number))
         return PositionKind::Fractional;
     using Limits = std::numeric_limits<int>;
-    position = int(std::clamp(number, double(Limits::min()), double(Limits::max())));
+    if (number > double(Limits::max()))
+        return PositionKind::TooLarge;
+    position = int(std::max(number, double(Limits::min())));
     return PositionKind::Whole;
 }

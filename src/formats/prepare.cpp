@@ -1,7 +1,6 @@
 #include "prepare.h"
 
 #include "body_agreement.h"
-#include "chromosome_names.h"
 #include "column_option.h"
 #include "input_file.h"
 #include "output_columns.h"
@@ -13,10 +12,11 @@
 #include "table_parts.h"
 #include "table_rows.h"
 #include "titles.h"
+#include "written_chromosomes.h"
 
+#include <QSet>
 #include <algorithm>
 #include <climits>
-#include <numeric>
 
 namespace {
 
@@ -24,17 +24,24 @@ constexpr qsizetype reportedLines = 5;
 
 using Failure = std::optional<Refusal>;
 
+// What only the reading of all rows shows, so that they are then read again.
+struct Discovery {
+    QByteArray keptTest;            // the test whose rows alone are kept
+    bool isPartedAnywhere = false;  // rows of one marker may lie anywhere
+    QSet<quint32> smallChromosomes; // those with too few markers, by their number in the sink
+};
+
 // One reading of all inputs, from the first row to the finished output.
 class Preparation {
 public:
     Preparation(const PrepareJob& job, const QList<Understanding>& tables,
-                const PositionTable& positions, QFileDevice& output, const QByteArray& keptTest);
+                const PositionTable& positions, QFileDevice& output, const Discovery& known);
 
-    // Nothing where all went well; report() is then complete.
+    // Nothing where all went well; report() is then complete, unless something was discovered.
     Failure run();
 
-    // True where only now a test is seen whose rows alone are to be kept: run() stopped there.
-    bool foundAdditiveTest() const { return m_parts.hasAdditiveTest(); }
+    // What was not known before; run() stopped there.
+    const std::optional<Discovery>& discovery() const { return m_discovery; }
     const PrepareReport& report() const { return m_report; }
 
 private:
@@ -45,18 +52,20 @@ private:
     std::optional<DropReason> lineFault(const TableRows& rows) const;
     bool isHeader(const TableRows& rows) const;
     std::optional<DropReason> filterFault(const TableRows& rows) const;
+    bool foundAdditiveTest() const { return m_parts.hasAdditiveTest(); }
     void appendName(const TableRows& rows);
     void appendField(const TableRows& rows, int column);
     void drop(DropReason reason, const TableRows& rows);
     Refusal unwritable() const { return {RefusalCode::Unwritable, m_sink.error(), {}, {}}; }
-    Failure finish();
+    Failure finish(const WrittenChromosomes& chromosomes);
     Refusal nothingWritten() const;
     void collect(const PConverter& converter);
 
     const PrepareJob& m_job;
     const QList<Understanding>& m_tables;
     const ColumnChoice& m_columns;
-    const QByteArray m_keptTest;
+    const Discovery m_known;
+    std::optional<Discovery> m_discovery;
     RowSink m_sink;
     PConverter m_converter;
     PlaceReader m_places;
@@ -70,18 +79,19 @@ private:
     TableParts m_parts;
     TextBuffer m_text;
     int m_input = 0;
+    qint64 m_droppedZeros = 0; // rows with a p of 0 that are dropped for something else
 };
 
 Preparation::Preparation(const PrepareJob& job, const QList<Understanding>& tables,
                          const PositionTable& positions, QFileDevice& output,
-                         const QByteArray& keptTest)
-    : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_keptTest(keptTest),
+                         const Discovery& known)
+    : m_job(job), m_tables(tables), m_columns(tables.first().columns), m_known(known),
       m_sink(output, outputHeader(tables.first(), job.options), job.options.memory),
       m_converter(tables.first(), job.options.zeroP),
       m_places(tables.first(), positions, job.options.zeroBased, m_converter.counts()),
-      m_parts(m_columns.name) {
+      m_parts(m_columns.name, known.isPartedAnywhere) {
     m_report.table = tables.first();
-    m_report.keptTest = keptTest;
+    m_report.keptTest = known.keptTest;
 }
 
 // The options that may help where a reason drops all rows.
@@ -125,13 +135,14 @@ Failure Preparation::findColumns() {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });
     };
-    if (m_columns.test >= 0 && m_keptTest.isEmpty() && !m_job.options.testName &&
+    if (m_columns.test >= 0 && m_known.keptTest.isEmpty() && !m_job.options.testName &&
         !isFiltered(m_columns.test))
         m_parts.watch(m_columns.test, TableParts::Kind::Test);
     for (const int column : m_columns.traits)
         if (!isFiltered(column))
             m_parts.watch(column, TableParts::Kind::Trait);
-    const bool isParted = m_columns.test >= 0 || !m_columns.traits.isEmpty() || !m_where.isEmpty();
+    const bool isParted = m_columns.test >= 0 || !m_columns.traits.isEmpty() ||
+                          !m_where.isEmpty() || !m_known.smallChromosomes.isEmpty();
     m_plainRows.emplace(m_tables.first(), m_job.options, isParted);
     return std::nullopt;
 }
@@ -143,8 +154,10 @@ Failure Preparation::run() {
         m_input = input;
         if (Failure failure = readInput(input))
             return failure;
-        if (foundAdditiveTest())
+        if (foundAdditiveTest()) {
+            m_discovery = Discovery{"ADD", false, {}};
             return std::nullopt;
+        }
     }
     if (m_report.written > 0)
         m_converter.counts().labels = std::ssize(m_sink.chromosomes());
@@ -152,7 +165,17 @@ Failure Preparation::run() {
         return refusal;
     if (Failure refusal = m_parts.judge(m_tables.first().format.titles))
         return refusal;
-    return finish();
+    if (!m_sink.isInOrder() && m_parts.needThoroughLook()) {
+        m_discovery = Discovery{m_known.keptTest, true, {}};
+        return std::nullopt;
+    }
+    const WrittenChromosomes chromosomes(m_sink.chromosomes(), m_tables.first().format.titles,
+                                         m_job.options.chromosomeNames);
+    const QSet<quint32> small = chromosomes.smallerThan(m_job.options.minMarkers);
+    if (small == m_known.smallChromosomes)
+        return finish(chromosomes);
+    m_discovery = Discovery{m_known.keptTest, m_known.isPartedAnywhere, small};
+    return std::nullopt;
 }
 
 Failure Preparation::readInput(int index) {
@@ -164,7 +187,7 @@ Failure Preparation::readInput(int index) {
     constexpr qint64 progressStep = 65'536; // rows
     qint64 nextReport = m_report.rows + progressStep;
     while (rows.next()) {
-        if (rows.line() < format.firstDataLine) {
+        if (rows.line() <= format.headerLine) {
             if (rows.line() == format.headerLine)
                 m_headerLine = bytesOf(rows.text());
             continue;
@@ -201,19 +224,23 @@ Failure Preparation::takeRow(const TableRows& rows) {
     if (!reason)
         reason = filterFault(rows);
     m_text.clear();
+    const qint64 zeros = m_converter.met().zeroBySmallest;
     if (!reason)
         reason = m_converter.append(rows, m_text);
     std::string_view label;
     int position = 0;
     if (!reason)
         reason = m_places.read(rows, label, position);
+    bool isOtherSpelling = false;
+    const quint32 chromosome = reason ? 0 : m_sink.chromosome(label, isOtherSpelling);
+    if (!reason && m_known.smallChromosomes.contains(chromosome))
+        reason = DropReason::SmallChromosome;
     if (reason) {
+        m_droppedZeros += m_converter.met().zeroBySmallest - zeros;
         drop(*reason, rows);
         return std::nullopt;
     }
     appendName(rows);
-    bool isOtherSpelling = false;
-    const quint32 chromosome = m_sink.chromosome(label, isOtherSpelling);
     m_report.otherSpellings += isOtherSpelling ? 1 : 0;
     m_parts.note(rows, chromosome, position);
     ++m_report.written;
@@ -222,8 +249,7 @@ Failure Preparation::takeRow(const TableRows& rows) {
 
 std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
     const std::string_view line = rows.text();
-    if (line.empty() ||
-        (rows.fieldCount() <= 1 && line.find_first_not_of(" \t") == std::string_view::npos))
+    if (line.find_first_not_of(" \t") == std::string_view::npos)
         return DropReason::Empty;
     if (isHeader(rows))
         return DropReason::RepeatedHeader;
@@ -253,7 +279,7 @@ std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const 
     for (const auto& [column, value] : m_where)
         if (rows.field(static_cast<size_t>(column)) != viewOf(value))
             return DropReason::WrongTest;
-    const QByteArray& test = m_job.options.testName ? *m_job.options.testName : m_keptTest;
+    const QByteArray& test = m_job.options.testName ? *m_job.options.testName : m_known.keptTest;
     if (!test.isEmpty() && m_columns.test >= 0 &&
         rows.field(static_cast<size_t>(m_columns.test)) != viewOf(test))
         return DropReason::WrongTest;
@@ -272,9 +298,10 @@ void Preparation::appendName(const TableRows& rows) {
 }
 
 void Preparation::appendField(const TableRows& rows, int column) {
-    const auto place = static_cast<size_t>(column);
-    const std::string_view field = place < rows.fieldCount() ? rows.field(place) : "";
+    const std::string_view field = rows.fieldOrNone(column);
     m_text.append('\t');
+    if (field.empty())
+        return;
     if (!rows.mayHoldTabs() || field.find('\t') == std::string_view::npos)
         m_text.appendPadded(field);
     else
@@ -286,9 +313,13 @@ void Preparation::drop(DropReason reason, const TableRows& rows) {
     ++dropped.count;
     if (dropped.firstLines.size() < reportedLines)
         dropped.firstLines.append({m_input, rows.line()});
-    if (m_job.dropped)
-        m_job.dropped->write(nameOf(reason).latin1() + ('\t' + QByteArray::number(rows.line())) +
-                             '\t' + bytesOf(rows.text()) + '\n');
+    if (!m_job.dropped)
+        return;
+    QByteArray line(nameOf(reason).latin1());
+    if (m_job.inputs.size() > 1)
+        line += '\t' + m_job.names.value(m_input, m_job.inputs[m_input]).toUtf8();
+    line += '\t' + QByteArray::number(rows.line()) + '\t' + bytesOf(rows.text()) + '\n';
+    m_job.dropped->write(line);
 }
 
 // What to do about the reason for which most rows are dropped.
@@ -313,7 +344,7 @@ Refusal Preparation::nothingWritten() const {
     return refusal;
 }
 
-Failure Preparation::finish() {
+Failure Preparation::finish(const WrittenChromosomes& chromosomes) {
     collect(m_converter);
     const PrepareOptions& options = m_job.options;
     if (m_report.zeroBySmallest > 0 && options.zeroP == ZeroP::Fail)
@@ -328,30 +359,13 @@ Failure Preparation::finish() {
                        {}};
     if (m_report.written == 0)
         return nothingWritten();
-    QList<QByteArray> labels;
-    for (const TableChromosome& chromosome : m_sink.chromosomes())
-        labels.append(chromosome.label);
-    const QList<QByteArray>& titles = m_tables.first().format.titles;
-    const NamedChromosomes named =
-        nameChromosomes(labels, options.chromosomeNames, isOfPlink(titles), isOfSsf(titles));
+    const NamedChromosomes& named = chromosomes.named();
     m_report.remarks += named.remarks;
-    RowSink::Finish finish{named.names, RowSink::ranks(named.names),
-                           m_report.zeroBySmallest > 0 ? m_converter.smallestText() : QByteArray(),
-                           m_report.zeroBySmallest > 0 || named.names != labels};
-    QList<quint32> order(labels.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](quint32 a, quint32 b) { return finish.ranks[a] < finish.ranks[b]; });
-    for (const quint32 c : std::as_const(order)) {
-        const qint64 markers = m_sink.chromosomes()[c].markers;
-        if (markers < options.minMarkers) {
-            finish.names[c].clear();
-            finish.isNeeded = true;
-            m_report.written -= markers;
-            m_report.dropped[static_cast<size_t>(DropReason::SmallChromosome)].count += markers;
-        } else
-            m_report.chromosomes.append({finish.names[c], markers});
-    }
+    const RowSink::Finish finish{named.names, RowSink::ranks(named.names),
+                                 m_report.zeroBySmallest > 0 ? m_converter.smallestText()
+                                                             : QByteArray(),
+                                 m_report.zeroBySmallest > 0 || !chromosomes.areAllKept()};
+    m_report.chromosomes = chromosomes.counts(finish.ranks);
     if (!m_sink.finish(finish))
         return unwritable();
     m_report.wasInOrder = m_sink.isInOrder();
@@ -366,7 +380,7 @@ void Preparation::collect(const PConverter& converter) {
     m_report.strongest = met.strongest;
     m_report.strongestLine = met.strongestLine;
     m_report.zeroByLog = met.zeroByLog;
-    m_report.zeroBySmallest = met.zeroBySmallest;
+    m_report.zeroBySmallest = met.zeroBySmallest - m_droppedZeros;
     m_report.smallestP = converter.smallestText().split('\t').first();
 }
 
@@ -381,16 +395,15 @@ std::variant<PrepareReport, Refusal> prepare(const PrepareJob& job, QFileDevice&
     if (!job.options.positionsFile.isEmpty())
         if (const Failure failure = positions.read(job.options.positionsFile))
             return *failure;
-    // That a table holds several tests may show only far down in it. It is then read again.
-    for (QByteArray keptTest;;) {
+    for (Discovery known;;) {
         if (!output.resize(0) || !output.seek(0) ||
             (job.dropped && (!job.dropped->resize(0) || !job.dropped->seek(0))))
             return Refusal{RefusalCode::Unwritable, output.errorString(), {}, {}};
-        Preparation preparation(job, tables, positions, output, keptTest);
+        Preparation preparation(job, tables, positions, output, known);
         if (const Failure failure = preparation.run())
             return *failure;
-        if (!preparation.foundAdditiveTest())
+        if (!preparation.discovery())
             return preparation.report();
-        keptTest = "ADD";
+        known = *preparation.discovery();
     }
 }

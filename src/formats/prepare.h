@@ -14,8 +14,10 @@ struct PrepareJob {
     QStringList
         inputs; // files with the same columns, such as one a chromosome; read more than once
     PrepareOptions options;
-    QFileDevice* dropped = nullptr; // receives each dropped line after its reason and number
+    QFileDevice* dropped = nullptr; // receives each dropped line after its reason and number; of
+                                    // several inputs, the name stands between the two
     std::function<void(qint64 bytes)> progress = [](qint64) {}; // packed bytes read so far
+    QStringList names = {}; // of the inputs, for `dropped` where there are several
 };
 
 // Writes Chr, Position, P and -log10(P), the marker's name where there is one, and what the options

@@ -6,6 +6,7 @@
 #include "titles.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -24,6 +25,12 @@ bool says(const QList<QByteArray>& titles, bool chromosome) {
     });
 }
 
+bool hasTitle(const QList<QByteArray>& titles, std::string_view normal) {
+    return std::any_of(titles.begin(), titles.end(), [normal](const QByteArray& title) {
+        return normalTitle(viewOf(title)) == bytesOf(normal);
+    });
+}
+
 } // namespace
 
 void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice& choice) {
@@ -34,6 +41,20 @@ void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice&
         choice.notes += {Role::Name, choice.name, table.titles().value(choice.name),
                          named.name >= 0 ? QStringLiteral("named by --name")
                                          : QStringLiteral("names the markers")};
+}
+
+bool areOfPlink(const QList<QByteArray>& titles) {
+    return std::any_of(std::begin(title_table::plink), std::end(title_table::plink),
+                       [&](const auto& together) {
+                           return std::all_of(std::begin(together), std::end(together),
+                                              [&](std::string_view title) {
+                                                  return title.empty() || hasTitle(titles, title);
+                                              });
+                       });
+}
+
+bool areOfSsf(const QList<QByteArray>& titles) {
+    return hasTitle(titles, title_table::ssf);
 }
 
 bool saysChromosome(const QList<QByteArray>& titles) {
@@ -51,15 +72,4 @@ bool saysName(const QList<QByteArray>& titles) {
 bool saysPValue(const QList<QByteArray>& titles) {
     return std::any_of(titles.begin(), titles.end(),
                        [](const QByteArray& raw) { return readPTitle(viewOf(raw)).has_value(); });
-}
-
-bool isOfPlink(const QList<QByteArray>& titles) {
-    const bool isSecond = titles.contains("OBS_CT") && titles.contains("#CHROM");
-    return isSecond ||
-           (titles.value(0) == "CHR" && titles.contains("SNP") && titles.contains("BP") &&
-            (titles.contains("NMISS") || titles.contains("F_U") || titles.contains("TEST")));
-}
-
-bool isOfSsf(const QList<QByteArray>& titles) {
-    return titles.contains("base_pair_location") && titles.contains("effect_allele");
 }

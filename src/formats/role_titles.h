@@ -8,9 +8,9 @@ bool saysPosition(const QList<QByteArray>& titles);
 bool saysName(const QList<QByteArray>& titles);
 bool saysPValue(const QList<QByteArray>& titles);
 
+// True where the titles are those that PLINK writes, or those of GWAS-SSF.
+bool areOfPlink(const QList<QByteArray>& titles);
+bool areOfSsf(const QList<QByteArray>& titles);
+
 // Chooses the column of marker names; there may be none.
 void chooseName(const HeadTable& table, const NamedColumns& named, ColumnChoice& choice);
-
-// Whether the titles are those of tools that number the sex chromosomes in their own ways.
-bool isOfPlink(const QList<QByteArray>& titles);
-bool isOfSsf(const QList<QByteArray>& titles);

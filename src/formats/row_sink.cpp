@@ -274,8 +274,6 @@ bool RowSink::merge(QIODevice& written, const Finish& finish) {
 
 bool RowSink::appendFinished(const OrderedRow& row, const Finish& finish) {
     const QByteArray& name = finish.names[row.chromosome];
-    if (name.isEmpty())
-        return true;
     const std::string_view zero = PConverter::zeroPlaceholder;
     const bool isZero = !finish.zeroText.isEmpty() && row.text.starts_with(zero) &&
                         (row.text.size() == zero.size() || row.text[zero.size()] == '\t');

@@ -54,10 +54,9 @@ public:
     // The place of each chromosome in the order of these names; equal names share one.
     static QList<quint32> ranks(const QList<QByteArray>& names);
 
-    // How the rows are finished: the names of the chromosomes, what stands for a placeholder, and
-    // the chromosomes that are left out.
+    // How the rows are finished: the names of the chromosomes and what stands for a placeholder.
     struct Finish {
-        QList<QByteArray> names; // by the chromosome's number; empty where it is left out
+        QList<QByteArray> names; // by the chromosome's number
         QList<quint32> ranks;    // the place of each in the order
         QByteArray zeroText;     // in place of PConverter::zeroPlaceholder; empty to leave it
         bool isNeeded = false;   // else the rows are right as they were taken

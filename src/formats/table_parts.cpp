@@ -8,7 +8,6 @@
 namespace {
 
 constexpr qsizetype valuesKept = 1'000;
-constexpr qsizetype firstMarkers = 20'000;
 
 } // namespace
 
@@ -17,44 +16,54 @@ void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int posit
         m_here.clear();
     m_chromosome = chromosome;
     m_position = position;
-    QByteArray marker;
+    const QByteArray name =
+        m_nameColumn < 0 ? QByteArray() : bytesOf(rows.fieldOrNone(m_nameColumn));
     for (Column& column : m_columns) {
-        const std::string_view value = rows.field(static_cast<size_t>(column.column));
-        // Most tables hold one test and one trait only.
-        if (column.values.size() == 1 && m_first.size() >= firstMarkers &&
-            value == viewOf(column.first))
-            continue;
-        if (marker.isEmpty()) {
-            marker = QByteArray::number(chromosome) + ':' + QByteArray::number(position) + ':';
-            if (m_nameColumn >= 0)
-                marker += bytesOf(rows.field(static_cast<size_t>(m_nameColumn)));
-        }
-        noteValue(column, bytesOf(value), marker);
+        const QByteArray value = bytesOf(rows.fieldOrNone(column.column));
+        if (column.values.isEmpty())
+            column.first = value;
+        if (column.values.isEmpty() ||
+            (column.first != value && column.values.size() <= valuesKept))
+            column.values.insert(value);
+        column.hasAdditive = column.hasAdditive || value == "ADD";
+        m_hasAdditiveTest = m_hasAdditiveTest || (column.kind == Kind::Test && column.hasAdditive &&
+                                                  column.values.size() > 1);
+        const std::pair key(column.column, name);
+        if (!m_here.contains(key))
+            m_here.insert(key, value);
+        column.hasRepeats = column.hasRepeats || m_here.value(key) != value;
+        if (m_isThorough)
+            noteThoroughly(chromosome, position, name, value, column);
     }
 }
 
-void TableParts::noteValue(Column& column, const QByteArray& value, const QByteArray& marker) {
-    if (column.values.isEmpty())
-        column.first = value;
-    if (column.values.size() <= valuesKept)
-        column.values.insert(value);
-    column.hasAdditive = column.hasAdditive || value == "ADD";
-    m_hasAdditiveTest = m_hasAdditiveTest || (column.kind == Kind::Test && column.hasAdditive &&
-                                              column.values.size() > 1);
-    const QByteArray key = QByteArray::number(column.column) + ':' + marker;
-    if (!m_here.contains(key))
-        m_here.insert(key, value);
-    if (m_first.size() < firstMarkers && !m_first.contains(key))
-        m_first.insert(key, value);
-    column.hasRepeats =
-        column.hasRepeats || m_here.value(key) != value || m_first.value(key, value) != value;
+void TableParts::noteThoroughly(quint32 chromosome, int position, const QByteArray& name,
+                                const QByteArray& value, Column& column) const {
+    constexpr size_t seed = 20240607;
+    column.seen.emplace_back(qHashMulti(seed, chromosome, position, name), qHash(value, seed));
+}
+
+// Whether a marker comes under two values. A thorough look sorts the markers that it saw.
+bool TableParts::parts(const Column& column) {
+    if (column.values.size() < 2 || column.hasRepeats)
+        return column.hasRepeats;
+    auto seen = column.seen;
+    std::sort(seen.begin(), seen.end());
+    return std::adjacent_find(seen.begin(), seen.end(), [](const auto& a, const auto& b) {
+               return a.first == b.first && a.second != b.second;
+           }) != seen.end();
+}
+
+bool TableParts::needThoroughLook() const {
+    return !m_isThorough &&
+           std::any_of(m_columns.begin(), m_columns.end(), [](const Column& column) {
+               return column.values.size() > 1 && !column.hasRepeats;
+           });
 }
 
 std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const {
     constexpr qsizetype namedValues = 20;
-    const auto parting = std::find_if(m_columns.begin(), m_columns.end(), [](const Column& column) {
-        return column.values.size() > 1 && column.hasRepeats;
-    });
+    const auto parting = std::find_if(m_columns.begin(), m_columns.end(), parts);
     if (parting == m_columns.end())
         return std::nullopt;
     QList<QByteArray> values(parting->values.cbegin(), parting->values.cend());

@@ -45,6 +45,12 @@ public:
         return m_hasSpaces ? trimmed(m_lines.field(i)) : m_lines.field(i);
     }
 
+    // The same of a column that a line may be too short for: its field is then empty.
+    std::string_view fieldOrNone(int column) const {
+        const auto i = static_cast<size_t>(column);
+        return i < fieldCount() ? field(i) : std::string_view();
+    }
+
 private:
     static std::string_view trimmed(std::string_view text) {
         const auto isSpace = [](char c) { return c == ' ' || c == '\t'; };

@@ -181,6 +181,14 @@ inline constexpr std::string_view betaTitles[] = {"beta",  "effect",      "b",  
 inline constexpr std::string_view errorTitles[] = {
     "se", "stderr", "standard_error", "std_err", "sebeta", "beta_se", "se_beta", "log_or_se"};
 
+// Normal titles that stand together in tables of PLINK alone, and one of GWAS-SSF.
+inline constexpr std::string_view plink[][5] = {
+    {"chr", "snp", "bp", "nmiss"},    {"chr", "snp", "bp", "f_a", "f_u"},
+    {"chr", "snp", "bp", "t", "u"},   {"chr", "snp", "bp", "p_r", "or_r"},
+    {"chrom", "pos", "id", "obs_ct"},
+};
+inline constexpr std::string_view ssf = "base_pair_location";
+
 // The header of a prepared table, and the fixed titles of a VCF with values by sample.
 inline constexpr std::string_view prepared[] = {"Chr", "Position", "P", "-log10(P)"};
 inline constexpr std::string_view vcf[] = {"#CHROM", "POS",    "ID",   "REF",   "ALT",

@@ -94,6 +94,12 @@ QString UnpackedDevice::packing() const {
     return m->decoder ? m->decoder->packing() : QString();
 }
 
+QByteArrayView UnpackedDevice::start() {
+    if (!m->isHeadFilled)
+        m->fillHead();
+    return m->head;
+}
+
 bool UnpackedDevice::isDamaged() const {
     return m->decoder && m->decoder->isDamaged();
 }

@@ -28,6 +28,9 @@ public:
     // What the content is packed by: "plain", "gzip", "bgzip" or "zstd". Known once open.
     QString packing() const;
 
+    // The first unpacked bytes, before any is read; empty where there are none, or at an error.
+    QByteArrayView start();
+
     // True where the packed stream was cut short or corrupt, as opposed to an unreadable device.
     bool isDamaged() const;
 

@@ -30,12 +30,12 @@ std::optional<Failure> readFacts(const Inputs& inputs, qsizetype i, FileFacts& f
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
     const QByteArray start = file.peek(64 * 1024);
-    facts.foreignKind = foreignKind(start);
-    if (!facts.foreignKind.isEmpty())
-        return std::nullopt;
     UnpackedDevice unpacked(file);
     if (!unpacked.open(QIODevice::ReadOnly))
         return failure(unpacked.errorString());
+    facts.foreignKind = foreignKind(unpacked.start());
+    if (!facts.foreignKind.isEmpty())
+        return std::nullopt;
     facts.packing = unpacked.packing();
     facts.hasLoneReturns =
         facts.packing == QLatin1String("plain") && start.contains('\r') && !start.contains('\n');
@@ -131,7 +131,7 @@ int Check::run() {
             complainOf(*failure);
     std::optional<SafeOutput> json;
     if (const auto path = m_arguments.value("--json")) {
-        json.emplace(*path);
+        json.emplace(*path, "--json");
         if (const auto failure = json->open(m_inputs)) {
             complainOf(*failure);
             return failure->status;

@@ -76,7 +76,7 @@ CommandSpec prepareSpec() {
                {"smallest", "drop", "fail"}},
               {"--chromosome-names",
                "HOW",
-               "keep (the default), plain (1, X, MT) or chr (chr1, chrX, chrMT)",
+               "keep (the default), plain (1, X, MT) or chr (chr1, chrX, chrM)",
                {"keep", "plain", "chr"}},
               {"--min-markers", "N", "leave out chromosomes with fewer markers"},
               {"--all-columns", nullptr, "append all other columns under their titles"},

@@ -39,7 +39,7 @@ SafeOutput* Prepare::open(const char* option, std::optional<Failure>& failure) {
         isTable ? m_arguments.value(option).value_or("-") : m_arguments.value(option);
     if (!path || failure)
         return nullptr;
-    m_outputs.emplace_back(*path);
+    m_outputs.emplace_back(*path, option);
     failure = m_outputs.back().open(m_command.inputs());
     return &m_outputs.back();
 }
@@ -48,10 +48,11 @@ std::optional<Failure> Prepare::openOutputs() {
     QByteArrayList paths{m_arguments.value("--output").value_or("-")};
     for (const char* option : {"--dropped", "--json"})
         if (const auto path = m_arguments.value(option)) {
-            if (paths.contains(*path))
-                return Failure{StatusWrongCall,
-                               QStringLiteral("%1 %2: two outputs cannot share a file.")
-                                   .arg(QLatin1String(option), QString::fromUtf8(*path))};
+            for (const QByteArray& other : std::as_const(paths))
+                if (leadToOneFile(other, *path))
+                    return Failure{StatusWrongCall,
+                                   QStringLiteral("%1 %2: two outputs cannot share a file.")
+                                       .arg(QLatin1String(option), QString::fromUtf8(*path))};
             paths.append(*path);
         }
     std::optional<Failure> failure;
@@ -91,7 +92,8 @@ int Prepare::run() {
     if (const std::optional<Failure> failure = openOutputs())
         return m_command.end(*failure);
     const PrepareJob job{m_command.inputs().paths(), std::get<PrepareOptions>(options),
-                         m_dropped != nullptr ? &m_dropped->file() : nullptr, m_command.progress()};
+                         m_dropped != nullptr ? &m_dropped->file() : nullptr, m_command.progress(),
+                         m_command.inputs().names()};
     const auto result = prepare(job, m_output->file());
     m_command.clearProgress();
     if (const auto* refusal = std::get_if<Refusal>(&result))

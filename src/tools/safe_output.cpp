@@ -25,6 +25,42 @@ QByteArray withoutLinks(const QByteArray& path) {
     return canonical.isEmpty() ? path : QFile::encodeName(canonical);
 }
 
+// The open descriptor that a path such as /dev/stdout or /dev/fd/3 leads to; -1 where it leads to
+// none. What it is redirected to must not be replaced, nor written from its start.
+int descriptorAt(const QByteArray& path) {
+    constexpr int mostLinks = 40;
+    const QString descriptors = QFileInfo(QStringLiteral("/proc/self/fd")).canonicalFilePath();
+    QString at = QFile::decodeName(path);
+    for (int links = 0; links < mostLinks; ++links) {
+        const QFileInfo file(at);
+        bool isNumber = false;
+        const int descriptor = file.fileName().toInt(&isNumber);
+        if (isNumber && QFileInfo(file.absolutePath()).canonicalFilePath() == descriptors)
+            return descriptor;
+        if (!file.isSymLink())
+            return -1;
+        at = file.symLinkTarget();
+    }
+    return -1;
+}
+
+bool isOpenToWrite(int descriptor) {
+    const int flags = fcntl(descriptor, F_GETFL);
+    if (flags >= 0 && (flags & O_ACCMODE) == O_RDONLY)
+        errno = EBADF;
+    return flags >= 0 && (flags & O_ACCMODE) != O_RDONLY;
+}
+
+bool statOf(const QByteArray& path, struct stat& status) {
+    return (path == "-" ? fstat(STDOUT_FILENO, &status) : stat(path.constData(), &status)) == 0;
+}
+
+// Of a file that is not there yet.
+QString placeOf(const QByteArray& path) {
+    const QFileInfo file(QFile::decodeName(path));
+    return file.dir().canonicalPath() + u'/' + file.fileName();
+}
+
 bool writeAll(int descriptor, const char* data, qint64 size) {
     while (size > 0) {
         const ssize_t written = write(descriptor, data, static_cast<size_t>(size));
@@ -53,25 +89,34 @@ bool copyAll(QFile& from, int to) {
 
 } // namespace
 
-SafeOutput::SafeOutput(const QByteArray& path) : m_path(path), m_target(withoutLinks(path)) {}
+SafeOutput::SafeOutput(const QByteArray& path, const char* option)
+    : m_path(path), m_option(option),
+      m_descriptor(path == "-" ? STDOUT_FILENO : descriptorAt(path)), m_target(withoutLinks(path)) {
+}
 
 SafeOutput::~SafeOutput() {
     m_file.close();
 }
 
 QString SafeOutput::name() const {
-    return isStandardOutput() ? QStringLiteral("standard output") : QFile::decodeName(m_path);
+    return m_path == "-" ? QStringLiteral("standard output") : QFile::decodeName(m_path);
+}
+
+QString SafeOutput::terminalRefusal() const {
+    if (qstrcmp(m_option, "--output") == 0)
+        return QStringLiteral(
+            "the table would fill this terminal. Name a file with -o OUT, or send "
+            "the output to a pipe.");
+    return QStringLiteral("%1 - would fill this terminal. Name a file with %1 FILE, or send the "
+                          "output to a pipe.")
+        .arg(QLatin1String(m_option));
 }
 
 std::optional<Failure> SafeOutput::refusal(const Inputs& inputs) const {
     struct stat status {};
-    if (isStandardOutput() && isatty(STDOUT_FILENO) != 0)
-        return Failure{StatusWrongCall,
-                       QStringLiteral("the table would fill this terminal. Name a file "
-                                      "with -o OUT, or send the output to a pipe.")};
-    const int found =
-        isStandardOutput() ? fstat(STDOUT_FILENO, &status) : stat(m_path.constData(), &status);
-    if (found != 0)
+    if (m_path == "-" && isatty(STDOUT_FILENO) != 0)
+        return Failure{StatusWrongCall, terminalRefusal()};
+    if (!statOf(m_path, status))
         return std::nullopt;
     if (S_ISDIR(status.st_mode))
         return Failure{StatusUnwritable,
@@ -84,7 +129,10 @@ std::optional<Failure> SafeOutput::refusal(const Inputs& inputs) const {
 }
 
 bool SafeOutput::openTemporary() {
-    if (!isStandardOutput() && isRegular(m_path)) {
+    if (m_descriptor >= 0) {
+        if (!isOpenToWrite(m_descriptor))
+            return false;
+    } else if (isRegular(m_path)) {
         m_beside = std::make_unique<NamedTemporaryFile>(m_target);
         if (m_beside->isOpen())
             return takeMode() && m_file.open(m_beside->descriptor(), QIODevice::ReadWrite);
@@ -95,7 +143,7 @@ bool SafeOutput::openTemporary() {
             if (errno != ENOENT || failed == ENOENT || failed == EACCES || failed == EROFS)
                 return false;
         }
-    } else if (!isStandardOutput() && access(m_path.constData(), W_OK) != 0) {
+    } else if (access(m_path.constData(), W_OK) != 0) {
         return false;
     }
     const int descriptor = openNamelessFile(temporaryFolder());
@@ -142,14 +190,14 @@ std::optional<Failure> SafeOutput::commit() {
 
 std::optional<Failure> SafeOutput::copy() {
     struct stat before {};
-    const bool isNew = !isStandardOutput() && stat(m_path.constData(), &before) != 0;
-    const int descriptor = isStandardOutput() ? STDOUT_FILENO : creat(m_path.constData(), 0666);
+    const bool isNew = m_descriptor < 0 && stat(m_path.constData(), &before) != 0;
+    const int descriptor = m_descriptor >= 0 ? m_descriptor : creat(m_path.constData(), 0666);
     bool isWritten = descriptor >= 0 && copyAll(m_file, descriptor);
     const int failed = errno;
     // Nothing rather than half a table.
     if (!isWritten && descriptor >= 0 && S_ISREG(before.st_mode))
         isWritten = ftruncate(descriptor, 0) != 0 && isWritten;
-    if (!isStandardOutput() && descriptor >= 0)
+    if (m_descriptor < 0 && descriptor >= 0)
         isWritten = close(descriptor) == 0 && isWritten;
     if (isWritten)
         return std::nullopt;
@@ -159,4 +207,14 @@ std::optional<Failure> SafeOutput::copy() {
     if (failed == EPIPE)
         return Failure{StatusUnwritable, {}};
     return Failure{StatusUnwritable, name() + QStringLiteral(": cannot be written: ") + reason()};
+}
+
+bool leadToOneFile(const QByteArray& a, const QByteArray& b) {
+    struct stat first {
+    }, second{};
+    const bool isFirst = statOf(a, first), isSecond = statOf(b, second);
+    if (!isFirst && !isSecond)
+        return placeOf(a) == placeOf(b);
+    return isFirst && isSecond && first.st_dev == second.st_dev && first.st_ino == second.st_ino &&
+           !S_ISCHR(first.st_mode);
 }

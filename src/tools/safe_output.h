@@ -12,12 +12,13 @@
 // A file that a command writes, which holds all of the output or none of it.
 //
 // The output goes to a temporary file beside the one named, which replaces that one only when it is
-// complete. For standard output, devices and pipes, and where no file can be made beside the one
-// named, it goes to a nameless file in the folder for temporary files and is copied at the end.
+// complete. For standard output, open descriptors such as /dev/fd/3, devices and pipes, and where
+// no file can be made beside the one named, it goes to a nameless file in the folder for temporary
+// files and is copied at the end.
 class SafeOutput {
 public:
-    // "-" is standard output.
-    explicit SafeOutput(const QByteArray& path);
+    // "-" is standard output. The option is the one that named the output, for messages.
+    SafeOutput(const QByteArray& path, const char* option);
     ~SafeOutput();
 
     // Opens the temporary file. Refused: an output that is one of the inputs, by device and inode,
@@ -31,15 +32,21 @@ public:
     std::optional<Failure> commit();
 
 private:
-    bool isStandardOutput() const { return m_path == "-"; }
     QString name() const;
+    QString terminalRefusal() const;
     std::optional<Failure> refusal(const Inputs& inputs) const;
     std::optional<Failure> copy();
     bool openTemporary();
     bool takeMode();
 
     QByteArray m_path;
+    const char* m_option;
+    int m_descriptor;    // that the path leads to, as "-" and /dev/stdout do; -1 for none
     QByteArray m_target; // the path without symbolic links
     std::unique_ptr<NamedTemporaryFile> m_beside;
     QFile m_file;
 };
+
+// True where two outputs would be written to the same file or pipe. A device such as /dev/null can
+// be shared.
+bool leadToOneFile(const QByteArray& a, const QByteArray& b);

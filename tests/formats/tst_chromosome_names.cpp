@@ -64,10 +64,10 @@ void ChromosomeLabels::keys_data() {
     row("MT mt M m chrM chrMT", "MT");
     row("1A chr1A chr1a", "1A");
     row("chrUn_gl000220 CHRUN_GL000220", "UN_GL000220");
-    row("Gm01", "Gm01");
-    row("gm01", "gm01");
-    row("sca02", "sca02");
-    row("chr", "chr");
+    row("2L 2l chr2L CHR2l", "2L");
+    row("Gm01 gm01", "GM01");
+    row("sca02 SCA02", "SCA02");
+    row("chr Chr", "CHR");
     row("1.0", "1.0");
 }
 

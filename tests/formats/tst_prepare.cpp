@@ -20,6 +20,7 @@ private slots:
     void refused_data();
     void refused();
     void severalInputs();
+    void countsFromTheHeader();
     void windowReads();
     void preparedAgain();
     void droppedFile();
@@ -127,6 +128,49 @@ void Prepare::tables_data() {
         head + "1\t6\t0.3\t0.522879\n");
     row("a whole chromosome left out", "CHR\tBP\tP\n1\t5\t0.1\n1\t6\t0.1\n2\t5\t0.1\n",
         head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n", with([](PrepareOptions& o) { o.minMarkers = 2; }));
+    row("25 of PLINK", "#CHROM\tPOS\tID\tOBS_CT\tP\n25\t5\ta\t9\t0.1\n23\t5\tb\t9\t0.1\n",
+        "Chr\tPosition\tP\t-log10(P)\tID\nX\t5\t0.1\t1\tb\nXY\t5\t0.1\t1\ta\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("25 of GWAS-SSF", "chromosome\tbase_pair_location\tp_value\n25\t5\t0.1\n23\t5\t0.1\n",
+        head + "X\t5\t0.1\t1\nMT\t5\t0.1\t1\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("25 of others", "CHR\tBP\tSNP\tP\n25\t5\ta\t0.1\n23\t5\tb\t0.1\n",
+        namedHead + "25\t5\t0.1\t1\ta\nX\t5\t0.1\t1\tb\n",
+        with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
+    row("chromosomes that get the same name are one", "CHR\tBP\tP\n23\t5\t0.1\nX\t6\t0.1\n",
+        head + "X\t5\t0.1\t1\nX\t6\t0.1\t1\n", with([](PrepareOptions& o) {
+            o.chromosomeNames = ChromosomeNames::Plain;
+            o.minMarkers = 2;
+        }));
+    row("p of 0 on a small chromosome", "CHR\tBP\tP\n1\t5\t0.1\n1\t6\t0.1\n2\t5\t0\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n", with([](PrepareOptions& o) {
+            o.minMarkers = 2;
+            o.zeroP = ZeroP::Fail;
+        }));
+    row("an empty title over values", "CHR\tBP\tP\t\n1\t5\t0.1\tx\n1\t6\t0.1\ty\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n");
+    row("an empty title over nothing", "CHR\tBP\tP\t\n1\t5\t0.1\t\n1\t6\t0.1\t\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n",
+        with([](PrepareOptions& o) { o.allColumns = true; }));
+    row("no chromosome in the first row", "CHR\tBP\tP\n\t5\t0.1\n1\t6\t0.1\n",
+        head + "1\t6\t0.1\t1\n");
+    row("traits out of order, each marker under one",
+        "CHR\tBP\tTrait\tP\n1\t7\tBMI\t0.1\n1\t6\tHDL\t0.1\n1\t5\tBMI\t0.1\n",
+        head + "1\t5\t0.1\t1\n1\t6\t0.1\t1\n1\t7\t0.1\t1\n");
+    row("lines too short for a name and a trait",
+        "CHR\tBP\tP\tSNP\tTrait\n1\t5\t0.1\ta\tx\n1\t6\t0.1\n1\t7\t0.1\tb\ty\n",
+        namedHead + "1\t5\t0.1\t1\ta\n1\t6\t0.1\t1\t\n1\t7\t0.1\t1\tb\n");
+    row("lines too short for the logarithm of a p of 0",
+        "CHR\tBP\tP\tINFO\n1\t5\t0\tA=1;LOG10P=400\n1\t6\t0.1\tA=1\n1\t7\t0\n",
+        head + "1\t5\t4.94065645841247e-324\t400\n1\t6\t0.1\t1\n"
+               "1\t7\t4.94065645841247e-324\t400\n");
+    row("p with a decimal comma", "CHR;BP;P\n1;5;3,20E-08\n1;6;0,050\n",
+        head + "1\t5\t3.20E-08\t7.49485\n1\t6\t0.050\t1.30103\n");
+    row("a tiny p beside a logarithm of 0",
+        "chr\tpos\tpval\tmlogp\n1\t5\t1e-400\t0\n1\t6\t0.01\t2\n",
+        head + "1\t5\t4.94065645841247e-324\t400\n1\t6\t0.01\t2\n");
+    row("a -log10 p of 0 with a decimal comma", "CHR;BP;LOG10P\n1;5;0,00\n1;6;2,5\n",
+        head + "1\t5\t1\t0.00\n1\t6\t0.0031622776601683794\t2.5\n");
     row("plain names", "CHR\tBP\tP\nchr1\t5\t0.1\nchrX\t6\t0.1\n",
         head + "1\t5\t0.1\t1\nX\t6\t0.1\t1\n",
         with([](PrepareOptions& o) { o.chromosomeNames = ChromosomeNames::Plain; }));
@@ -172,8 +216,10 @@ void Prepare::dropped_data() {
     row("rs\t1\t0\t0.1\t.", "position-not-positive");
     row("rs\t1\t-7\t0.1\t.", "position-not-positive");
     row("rs\t1\t2147483648\t0.1\t.", "position-too-large");
+    row("rs\t1\t1e99\t0.1\t.", "position-too-large");
     row("rs\t\t7\t0.1\t.", "chromosome-missing");
     row("rs\tNA\t7\t0.1\t.", "chromosome-missing");
+    row("\t \t\t", "empty");
     row("rs\t0\t0\t0.1\t.", "chromosome-missing");
     row("rs\t-9\t-9\t0.1\t.", "chromosome-missing");
     row("rs\t1\t7", "short-line");
@@ -214,6 +260,11 @@ void Prepare::refused_data() {
     };
     row("a zip archive", QByteArray("PK\x03\x04\x14\x00", 6) + QByteArray(100, 'x'),
         RefusalCode::ForeignFile);
+    row("a BCF file in gzip",
+        QByteArray::fromHex("1f8b0800000000000203737276636262c002000143d29e19000000"),
+        RefusalCode::ForeignFile);
+    row("nothing but small chromosomes", "CHR\tBP\tP\n1\t5\t0.1\n2\t5\t0.1\n",
+        RefusalCode::NotATable, with([](PrepareOptions& o) { o.minMarkers = 2; }));
     row("a cut gzip stream", QByteArray("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\x4b", 11),
         RefusalCode::Damaged);
     row("no p-value", "CHR\tBP\tBETA\n1\t5\t0.1\n", RefusalCode::NoPValue);
@@ -223,6 +274,9 @@ void Prepare::refused_data() {
     row("several tests",
         "CHR\tBP\tID\tTEST\tP\n1\t5\ta\tDOM\t0.1\n1\t5\ta\tREC\t0.2\n1\t6\tb\tDOM\t0.3\n",
         RefusalCode::SeveralTests);
+    row("several traits, one after the other",
+        "CHR\tBP\tID\tTrait\tP\n1\t5\ta\tBMI\t0.1\n1\t6\tb\tBMI\t0.2\n1\t5\ta\tHDL\t0.3\n",
+        RefusalCode::SeveralTraits);
     row("p of 0", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0.1\n", RefusalCode::ZeroP,
         with([](PrepareOptions& o) { o.zeroP = ZeroP::Fail; }));
     row("p of 0 alone", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0\n", RefusalCode::ZeroP);
@@ -257,6 +311,17 @@ void Prepare::severalInputs() {
     const QString other = file("CHR\tPOS\tP\n1\t5\t0.2\n", "other.txt");
     const auto refused = run({inputs[0], other}, {}, out);
     QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::DifferentColumns);
+    const QString marked = file("#CHR\tBP\tP\n3\t5\t0.2\n", "marked.txt");
+    QVERIFY(std::holds_alternative<PrepareReport>(run({inputs[0], marked}, {}, out)));
+    QCOMPARE(out, head + "2\t5\t0.1\t1\n3\t5\t0.2\t0.69897\n");
+}
+
+// Lines between the header and the first row are accounted for, too.
+void Prepare::countsFromTheHeader() {
+    QByteArray out;
+    const auto result = run({file("CHR\tBP\tP\n\n# note\n1\t5\t0.1\n")}, {}, out);
+    QVERIFY(std::holds_alternative<PrepareReport>(result));
+    QCOMPARE(std::get<PrepareReport>(result).rows, 3);
 }
 
 // The window's reader finds the same points, whatever further columns there are.
@@ -307,6 +372,7 @@ void Prepare::positionsByName_data() {
     QTest::newRow("pvar") << QByteArray("##x\n#CHROM\tPOS\tID\tREF\tALT\n1\t500\ta\tA\tC\n"
                                         "2\t70\tb\tA\tG\n1\t9\tb\tA\tG\n");
     QTest::newRow("a table") << QByteArray("SNP,BP,CHR\nb,70,2\na,500,1\n");
+    QTest::newRow("too large") << QByteArray("SNP,BP,CHR\nb,70,2\na,500,1\nc,2147483648,1\n");
 }
 
 void Prepare::positionsByName() {

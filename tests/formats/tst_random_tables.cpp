@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
 
 // Random tables, prepared quickly and plainly: the same bytes, the same rows dropped for the same
@@ -30,12 +31,24 @@ QStringList saved(const QTemporaryDir& folder, const QList<QByteArray>& files) {
     return paths;
 }
 
+// With the table of positions as a file.
+PrepareOptions optionsOf(const RandomTable& table, const QTemporaryDir& folder) {
+    PrepareOptions options = table.options;
+    if (table.positions.isEmpty())
+        return options;
+    QFile file(folder.filePath("positions"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(table.positions) != table.positions.size())
+        qFatal("cannot write a file");
+    options.positionsFile = file.fileName();
+    return options;
+}
+
 plain::Prepared preparedQuickly(const RandomTable& table, const QTemporaryDir& folder) {
     QTemporaryFile output(folder.filePath("out"));
     if (!output.open())
         qFatal("cannot open a file");
-    const auto result =
-        prepare({saved(folder, table.files), table.options, nullptr, [](qint64) {}}, output);
+    const auto result = prepare(
+        {saved(folder, table.files), optionsOf(table, folder), nullptr, [](qint64) {}}, output);
     plain::Prepared prepared;
     if (const auto* refusal = std::get_if<Refusal>(&result)) {
         prepared.refused = refusal->code;
@@ -59,10 +72,12 @@ QByteArray told(const plain::Prepared& prepared) {
     return text;
 }
 
-// p computed from a logarithm may differ in digits that the logarithm does not tell apart.
+// p computed from a logarithm, which mostly has many digits, may differ in the last of them.
 bool isNearlySame(const QByteArray& a, const QByteArray& b) {
+    constexpr qsizetype digits = 13;
     const double p = a.toDouble(), other = b.toDouble();
-    return a == b || std::abs(p - other) <= 1e-12 * p || (p < 1e-307 && other < 1e-307);
+    return a == b || (p < 1e-307 && other < 1e-307) ||
+           (std::max(a.size(), b.size()) > digits && std::abs(p - other) <= 1e-12 * p);
 }
 
 bool isSameTable(const QByteArray& a, const QByteArray& b) {
@@ -71,9 +86,6 @@ bool isSameTable(const QByteArray& a, const QByteArray& b) {
         QList<QByteArray> fields = lines[i].split('\t'), other = others[i].split('\t');
         if (fields.size() > 2 && other.size() > 2 && isNearlySame(fields[2], other[2]))
             fields[2] = other[2];
-        // Temporary: the quick way writes a -log10 p of 0.000 as 0.
-        if (fields.size() > 3 && other.size() > 3 && fields[3] == "0" && other[3].toDouble() == 0)
-            fields[3] = other[3];
         if (fields != other)
             return false;
     }
@@ -91,11 +103,16 @@ bool isByValues(RefusalCode code) {
     return code >= RefusalCode::GeneticMap && code <= RefusalCode::ZeroP;
 }
 
+// Values that are no numbers let the search for a header go on, where another fault may be found.
+bool isAnyway(RefusalCode code) {
+    return isNoHeader(code) || isByValues(code);
+}
+
 bool isSame(const plain::Prepared& a, const plain::Prepared& b) {
+    if (a.refused && b.refused)
+        return *a.refused == *b.refused || (isAnyway(*a.refused) && isAnyway(*b.refused));
     if (a.refused || b.refused)
-        return a.refused == b.refused || (a.refused && b.refused &&
-                                          ((isNoHeader(*a.refused) && isNoHeader(*b.refused)) ||
-                                           (isByValues(*a.refused) && isByValues(*b.refused))));
+        return false;
     return isSameTable(a.table, b.table) && a.dropped == b.dropped;
 }
 
@@ -105,10 +122,10 @@ void RandomTables::arePreparedAlike() {
     const QTemporaryDir folder;
     Random random(runSeed());
     int written = 0;
-    for (int i = randomCases(2000); i > 0; --i) {
+    for (int i = randomCases(1000); i > 0; --i) {
         const RandomTable table = randomTable(random);
         const plain::Prepared quick = preparedQuickly(table, folder);
-        const plain::Prepared expected = plain::prepare(table.files, table.options);
+        const plain::Prepared expected = plain::prepare(table.files, optionsOf(table, folder));
         written += quick.refused ? 0 : 1;
         if (isSame(quick, expected))
             continue;

@@ -303,7 +303,9 @@ void Titles::positions_data() {
     row("1,234,567", "1234567");
     row("0", "0");
     row("-9", "-9");
-    row("9999999999", "2147483647");
+    row("2147483647", "2147483647");
+    row("2147483648", "too large");
+    row("9999999999.0", "too large");
     row("0.40299", "fraction");
     rows({"12,34", "12 x", "1;2", "inf", "rs5"}, "text");
     rows({"NA", "", "."}, "missing");
@@ -315,7 +317,8 @@ void Titles::positions() {
     format.quoted = true;
     int position = 0;
     const PositionKind kind = readPosition(viewOf(text), format, position);
-    const QByteArray kinds[] = {QByteArray::number(position), "missing", "fraction", "text"};
+    const QByteArray kinds[] = {QByteArray::number(position), "too large", "missing", "fraction",
+                                "text"};
     QTEST(kinds[int(kind)], "expected");
 }
 

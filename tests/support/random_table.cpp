@@ -55,8 +55,8 @@ const QStringList negLogTitles{"LOG10P",
                                "trait1-log10p",
                                "pvalue_neg_log10_GC"};
 const QStringList logTitles{"log(P)", "LOG10_P", "log10p", "log_p_value"};
-// Temporary: no empty title, as the quick way does not know a header that ends in one.
-const QStringList traps{"HetPVal",
+const QStringList traps{"",
+                        "HetPVal",
                         "Q_pval",
                         "P_fdr",
                         "BONF",
@@ -255,7 +255,6 @@ QString placeTitle(Random& random, const List& list, const title_table::Family& 
     return varied(random, title, true);
 }
 
-// Temporary: 25 without 26 is left out, as the quick way sorts it as though X were still 23.
 QStringList chromosomeNames(Random& random) {
     return random.oneOf<QStringList>({{"1"},
                                       {"1", "2"},
@@ -266,6 +265,8 @@ QStringList chromosomeNames(Random& random) {
                                       {"23", "24", "25", "26", "1", "22"},
                                       {"23", "26", "29"},
                                       {"24", "23", "2"},
+                                      {"25", "23", "X"},
+                                      {"25", "27", "chr3"},
                                       {"sca2", "sca10", "sca1", "1"},
                                       {"Gm01", "Gm02", "Gm20", "scaffold_12"},
                                       {"2L", "2R", "3L", "X", "4", "2l"},
@@ -282,6 +283,9 @@ public:
         makeLayout();
         makeColumns();
         makeOptions();
+        chooseAmongParts();
+        if (m_random.oneIn(25))
+            dropHeader();
         m_mark = !m_layout.alignsWithSpaces && m_random.oneIn(15) ? "#" : "";
         const int files = m_random.oneIn(10) ? 2 : 1;
         for (int i = 0; i < files; ++i)
@@ -416,18 +420,95 @@ private:
             add(m_random.oneOf(negLogTitles), logs(1, kind == 5));
     }
 
+    // Effects that p is to be computed from.
+    void addEffects() {
+        const auto number = [this](double size) {
+            return [this, size](Random& random) {
+                if (random.oneIn(m_layout.oddness))
+                    return QString(random.oneOf({"NA", "0", "-0", "x", "", "inf"}));
+                return numberText(random, (random.fraction() - 0.5) * size);
+            };
+        };
+        const bool isZ = m_random.oneIn(2);
+        m_table.options.pSource = isZ ? PSource::Z : PSource::BetaAndError;
+        if (isZ)
+            return add(text(m_random.oneOf(title_table::zTitles)),
+                       number(m_random.oneOf({8, 250})));
+        add(text(m_random.oneOf(title_table::betaTitles)), number(2));
+        add(text(m_random.oneOf(title_table::errorTitles)),
+            oneOf({"0.1", "0.02", "1e-2", "0.5", m_random.oneIn(20) ? "0" : "0.3"}));
+    }
+
+    // A VCF with a scan for each of its samples, in LP.
+    void makeVcf() {
+        m_layout = {
+            "\t", "\t", false, false, false, false, false, m_layout.lineEnd, m_layout.oddness};
+        const QString format = m_random.oneOf({"ES:SE:LP", "LP", "ES:LP:AF", "ES:SE"});
+        const QList<Field> fields{chromosomes(),   positions(),     names({"rs"}),
+                                  oneOf({"A"}),    oneOf({"C"}),    oneOf({"."}),
+                                  oneOf({"PASS"}), oneOf({"AF=1"}), oneOf({format, format, "LP"})};
+        for (int i = 0; i < fields.size(); ++i)
+            add(text(title_table::vcf[i]), fields[i]);
+        const int samples = m_random.oneOf({1, 1, 2, 3});
+        for (int i = 1; i <= samples; ++i) {
+            const Field log = logs(1, false);
+            const qsizetype places = format.count(u':') + 1;
+            add("scan" + QString::number(i), [log, places](Random& random) {
+                QStringList values;
+                for (qsizetype place = 0; place < places; ++place)
+                    values << log(random);
+                return values.join(u':');
+            });
+        }
+        if (m_random.oneIn(samples == 1 ? 8 : 2))
+            m_table.options.sample = m_random.oneOf({"scan1", "scan2", "10"});
+    }
+
+    // Names without a place, and a table with the places of most of them.
+    void addNamesAlone() {
+        add(m_random.oneOf({"SNP", "rsid", "MarkerName"}), names({"rs"}));
+        const Field chromosome = chromosomes(), position = positions();
+        const bool hasTitles = m_random.oneIn(2);
+        QStringList lines;
+        if (hasTitles)
+            lines << "CHR\tSNP\tBP";
+        for (int i = 1; i <= 130; ++i) {
+            QStringList fields{chromosome(m_random), "rs" + QString::number(i)};
+            if (!hasTitles)
+                fields << "0.5";
+            fields << position(m_random);
+            bool isWhole = false;
+            fields.last().toInt(&isWhole);
+            if (!fields.contains(QString()) && (isWhole || hasTitles) &&
+                (i < 25 || !m_random.oneIn(10)))
+                lines << fields.join(u'\t');
+        }
+        m_table.positions = lines.join(u'\n').toUtf8() + '\n';
+    }
+
     void makeColumns() {
-        if (m_random.oneIn(5))
+        const int kind = m_random.below(30);
+        if (kind == 0)
+            return makeVcf();
+        if (kind < 3)
+            addNamesAlone();
+        else if (kind < 9)
             addJoined();
         else
             addPlace();
-        addP();
-        if (m_random.oneIn(2))
+        if (kind == 10 || kind == 11)
+            addEffects();
+        else
+            addP();
+        if (kind > 2 && m_random.oneIn(2))
             add(varied(m_random, text(m_random.oneOf(title_table::names)), false), names({"rs"}));
         if (m_random.oneIn(10))
             add(m_random.oneOf({"TEST", "Model", "test"}),
                 oneOf(m_random.oneOf<QStringList>(
                     {{"ADD"}, {"ADD", "DOMDEV"}, {"DOM", "REC"}, {"ADD", "GENO_2DF", "COV1"}})));
+        if (m_random.oneIn(20))
+            add("INFO",
+                [this](Random& random) { return "A=1;LOG10P=" + logs(1, true)(random) + ";B=2"; });
         if (m_random.oneIn(12))
             add(text(m_random.oneOf(title_table::traits)),
                 oneOf(m_random.oneOf<QStringList>({{"BMI"}, {"BMI", "HDL"}})));
@@ -435,6 +516,33 @@ private:
             add(m_random.oneOf(traps), oneOf({"A", "0.25", "-1.5", "17", "NA"}));
         for (qsizetype i = m_columns.size() - 1; i > 0; --i)
             m_columns.swapItemsAt(i, m_random.below(static_cast<int>(i) + 1));
+    }
+
+    // Options that keep one of several tests, traits or other values.
+    void chooseAmongParts() {
+        if (m_random.oneIn(30))
+            m_table.options.where.append({anyColumn(), m_random.oneOf({"ADD", "0.25", "NA"})});
+        for (const Column& column : std::as_const(m_columns))
+            if (m_random.oneIn(3) &&
+                std::find(std::begin(title_table::traits), std::end(title_table::traits),
+                          column.title.toStdString()) != std::end(title_table::traits))
+                m_table.options.where.append({column.title.toUtf8(), "BMI"});
+    }
+
+    // Without titles, the columns are named by their numbers.
+    void dropHeader() {
+        m_hasHeader = false;
+        PrepareOptions& options = m_table.options;
+        const auto number = [this] {
+            return QByteArray::number(m_random.between(1, static_cast<int>(m_columns.size())));
+        };
+        options.noHeader = true;
+        options.chromosome = number();
+        options.position = number();
+        options.p = number();
+        options.name = m_random.oneIn(2) ? std::optional(number()) : std::nullopt;
+        options.where.clear();
+        options.allColumns = false;
     }
 
     QByteArray anyColumn() {
@@ -464,8 +572,11 @@ private:
             options.p = anyColumn();
         if (m_random.oneIn(25))
             options.name = anyColumn();
-        if (m_random.oneIn(30))
+        if (m_random.oneIn(30) && !options.chromosome)
             options.chromosomeValue = "7";
+        if (m_random.oneIn(20))
+            options.pScale =
+                m_random.oneOf({PScale::P, PScale::NegLog10, PScale::Log10, PScale::Ln});
         if (m_random.oneIn(30))
             options.testName = m_random.oneOf({"ADD", "DOM"});
     }
@@ -529,7 +640,7 @@ private:
     QByteArray file() {
         m_position = m_name = 0;
         const QString header = m_mark + headerLine();
-        QString content = preamble() + header + m_layout.lineEnd;
+        QString content = preamble() + (m_hasHeader ? header + m_layout.lineEnd : QString());
         const int oddness = m_layout.oddness * 3;
         for (int lines = m_random.oneOf({1, 5, 12, 12, 40, 120}); lines > 0; --lines) {
             if (m_random.oneIn(oddness))
@@ -552,6 +663,7 @@ private:
     QString m_current;
     QString m_p;
     QString m_mark; // before the first title
+    bool m_hasHeader = true;
     int m_position = 0;
     int m_name = 0;
 };

@@ -136,6 +136,11 @@ void Check::says_data() {
         "#CHROM\tPOS\tID\tTEST\tP\n1\t10\tr1\tADD\t0.5\n1\t10\tr1\tDOMDEV\t0.4\n1\t20\tr2\tADD\t0."
         "5\n",
         "several tests share the file (ADD, DOMDEV)");
+    row("", "opens", "#CHROM\tPOS\tID\tTest\tP\n1\t10\tr1\t0:20:3\t0.5\n1\t20\tr2\t1:19:3\t0.5\n",
+        "a.txt: opens\n", "a.txt", " labels of genotypes");
+    row("not-a-table", "refuses",
+        QByteArray::fromHex("1f8b0800000000000203737276636262c002000143d29e19000000"),
+        "this is no text but a BCF file", "a.txt", " packed");
     row("comment-lines", "refuses", QByteArray("##made by a tool\n") + good,
         "the file begins with ## lines");
     row("quotes", "ends",

@@ -19,8 +19,11 @@ private slots:
     void followsALink();
     void writesIntoAReadOnlyFolder();
     void writesADevice();
+    void writesIntoOpenDescriptors_data();
+    void writesIntoOpenDescriptors();
     void refusesAnInput_data();
     void refusesAnInput();
+    void refusesATerminal_data();
     void refusesATerminal();
     void refusesOneFileForTwoOutputs();
     void cannotWrite_data();
@@ -115,6 +118,38 @@ void Outputs::writesADevice() {
     QVERIFY(!QFileInfo("/dev/null").isFile());
 }
 
+void Outputs::writesIntoOpenDescriptors_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("redirection");
+    QTest::newRow("standard output") << "/dev/stdout"
+                                     << ">> log";
+    QTest::newRow("a descriptor") << "/dev/fd/3"
+                                  << "3>> log";
+    QTest::newRow("a link to one") << "link"
+                                   << ">> log";
+}
+
+// What they are redirected to goes on after what it holds, and stays the same file.
+void Outputs::writesIntoOpenDescriptors() {
+    QFETCH(QString, path);
+    QFETCH(QString, redirection);
+    const ToolsRun run;
+    run.write("in", table + QByteArray("1\t30\tNA\n"));
+    run.write("log", "before\n");
+    QVERIFY(QFile::link("/dev/stdout", run.path("link")));
+    QCOMPARE(
+        link(run.path("log").toLocal8Bit().constData(), run.path("same").toLocal8Bit().constData()),
+        0);
+    QProcess shell;
+    shell.setWorkingDirectory(run.path("."));
+    shell.start("sh", {"-c", "\"$0\" prepare in -o out.txt --dropped " + path + ' ' + redirection,
+                       ToolsRun::program()});
+    QVERIFY(shell.waitForFinished(patience));
+    QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError().constData());
+    QCOMPARE(run.read("same"), QByteArray("before\np-missing\t4\t1\t30\tNA\n"));
+    QCOMPARE(run.read("out.txt"), QByteArray(prepared));
+}
+
 void Outputs::refusesAnInput_data() {
     QTest::addColumn<QStringList>("words");
     QTest::newRow("same name") << QStringList{"prepare", "in", "-o", "in"};
@@ -145,7 +180,19 @@ void Outputs::refusesAnInput() {
     QCOMPARE(run.files(), before);
 }
 
+void Outputs::refusesATerminal_data() {
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<QByteArray>("hint");
+    QTest::newRow("table") << QStringList{"prepare", "in"} << QByteArray("-o OUT");
+    QTest::newRow("report") << QStringList{"prepare", "in", "-o", "o.txt", "--json", "-"}
+                            << QByteArray("Name a file with --json FILE");
+    QTest::newRow("report of check")
+        << QStringList{"check", "in", "--json", "-"} << QByteArray("Name a file with --json FILE");
+}
+
 void Outputs::refusesATerminal() {
+    QFETCH(QStringList, words);
+    QFETCH(QByteArray, hint);
     const ToolsRun run;
     run.write("in", table);
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
@@ -154,20 +201,25 @@ void Outputs::refusesATerminal() {
     QVERIFY(side >= 0);
     QProcess process;
     process.setChildProcessModifier([side] { dup2(side, STDOUT_FILENO); });
-    run.start(process, {"prepare", "in"});
+    run.start(process, words);
     QVERIFY(process.waitForFinished(patience));
     close(side);
     close(terminal);
     QCOMPARE(process.exitCode(), 2);
-    QVERIFY(process.readAllStandardError().contains("-o OUT"));
+    const QByteArray error = process.readAllStandardError();
+    QVERIFY2(error.contains(hint), error.constData());
+    QCOMPARE(run.files(), QStringList{"in"});
 }
 
 void Outputs::refusesOneFileForTwoOutputs() {
     const ToolsRun run;
     run.write("in", table);
     QCOMPARE(run.run({"prepare", "in", "-o", "o.txt", "--json", "o.txt"}).status, 2);
+    QCOMPARE(run.run({"prepare", "in", "-o", "o.txt", "--json", "./o.txt"}).status, 2);
     QCOMPARE(run.run({"prepare", "in", "--json", "-"}).status, 2);
+    QCOMPARE(run.run({"prepare", "in", "--dropped", "/dev/stdout"}).status, 2);
     QCOMPARE(run.files(), QStringList{"in"});
+    QCOMPARE(run.run({"prepare", "in", "-o", "/dev/null", "--json", "/dev/null"}).status, 0);
 }
 
 void Outputs::cannotWrite_data() {

@@ -167,6 +167,13 @@ void PrepareCommand::writesDroppedLines() {
     QCOMPARE(run.run({"prepare", "in", "-o", "o.txt", "--dropped", "d.txt"}).status, 0);
     QCOMPARE(run.read("d.txt"),
              QByteArray("p-missing\t3\t1\t10\tNA\nposition-not-whole\t4\t1\tx\t0.1\n"));
+    // Which chromosomes are small shows only at the end.
+    run.write("in", "CHR\tBP\tP\n2\t7\t0.1\n1\t10\t0.5\n1\t20\t0.5\n1\t30\tNA\n");
+    const ToolsRun::Result result =
+        run.run({"prepare", "in", "-o", "o.txt", "--dropped", "d.txt", "--min-markers", "2"});
+    QCOMPARE(run.read("d.txt"),
+             QByteArray("small-chromosome\t2\t2\t7\t0.1\np-missing\t5\t1\t30\tNA\n"));
+    QVERIFY2(result.error.contains("small-chromosome: 1 (line 2)"), result.error.constData());
 }
 
 void PrepareCommand::warnsOfANameThatTheDialogHides() {
@@ -190,6 +197,8 @@ void PrepareCommand::joinsFiles() {
     const ToolsRun::Result result = run.run({"prepare", "b", "a"});
     QCOMPARE(result.out, QByteArray(header) + "\n1\t30\t0.1\t1\n2\t20\t0.1\t1\n");
     QVERIFY2(result.error.contains("p-missing: 1 (line a:2)"), result.error.constData());
+    run.run({"prepare", "b", "a", "-o", "o.txt", "--dropped", "d.txt"});
+    QCOMPARE(run.read("d.txt"), QByteArray("p-missing\ta\t2\t1\t20\tNA\n"));
 }
 
 QTEST_GUILESS_MAIN(PrepareCommand)

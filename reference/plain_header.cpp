@@ -1,0 +1,202 @@
+#include "plain_header.h"
+
+#include "plain_layout.h"
+#include "plain_p.h"
+#include "plain_titles.h"
+#include "title_table.h"
+
+#include <QSet>
+#include <algorithm>
+#include <optional>
+
+namespace plain {
+
+namespace {
+
+constexpr qsizetype linesCompared = 20;
+
+// What parts the titles, and what the lines after them.
+constexpr std::pair<Separator, Separator> separators[] = {
+    {Separator::Tab, Separator::Tab},
+    {Separator::Comma, Separator::Comma},
+    {Separator::Semicolon, Separator::Semicolon},
+    {Separator::Spaces, Separator::Spaces},
+    {Separator::WideSpaces, Separator::WideSpaces},
+    {Separator::WhiteSpace, Separator::Tab},
+    {Separator::WhiteSpace, Separator::WhiteSpace},
+    {Separator::Comma, Separator::Tab},
+    {Separator::Comma, Separator::WhiteSpace},
+    {Separator::WhiteSpace, Separator::Comma},
+};
+
+QStringList bodyOf(const QStringList& lines) {
+    QStringList body;
+    for (const QString& line : lines)
+        if (!isEmpty(line) && !isComment(line))
+            body << line;
+    return body;
+}
+
+QList<QStringList> fieldsOfBody(const QStringList& body, Separator separator) {
+    QList<QStringList> rows;
+    for (const QString& line : body)
+        rows << fieldsOf(line, separator);
+    return rows;
+}
+
+// How much a line misses to be a header; the roles are looked for in this order.
+int missingOf(RefusalCode code) {
+    switch (code) {
+    case RefusalCode::UnknownColumn:
+        return 4;
+    case RefusalCode::NoChromosome:
+        return 3;
+    case RefusalCode::NoPosition:
+        return 2;
+    case RefusalCode::NoPValue:
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+bool isNumber(const QString& text) {
+    return decimal(text).isFinite;
+}
+
+bool isPrepared(const QString& firstLine, const PrepareOptions& options) {
+    QStringList titles;
+    for (const std::string_view title : title_table::prepared)
+        titles << fromData(title);
+    return firstLine.split(u'\t').mid(0, titles.size()) == titles && !options.chromosome &&
+           !options.position && !options.p && !options.name && !options.z;
+}
+
+class HeaderSearch {
+public:
+    HeaderSearch(const QStringList& lines, const PrepareOptions& options)
+        : m_lines(lines), m_options(options), m_hasQuotes(lines.join(u'\n').contains(u'"')) {}
+
+    Table find() {
+        if (m_options.noHeader) {
+            for (const auto& [header, body] : separators)
+                if (areEven(body)) {
+                    if (trySeparators(-1, {}, header, body))
+                        return m_table;
+                    throw Failure{*m_failure};
+                }
+            throw Failure{RefusalCode::NotATable};
+        }
+        qsizetype lastDoubled = -1;
+        for (qsizetype i = 0; i < qMin<qsizetype>(m_lines.size(), 1000); ++i) {
+            if (m_lines[i].startsWith("##"))
+                lastDoubled = i;
+            else if (!isEmpty(m_lines[i]) && tryLine(i, m_lines[i]))
+                return m_table;
+        }
+        if (lastDoubled >= 0 && tryLine(lastDoubled, m_lines[lastDoubled].mid(2)))
+            return m_table;
+        throw Failure{m_failure.value_or(RefusalCode::NotATable)};
+    }
+
+private:
+    // Whether the first lines have as many fields each.
+    bool areEven(Separator separator) const {
+        QSet<qsizetype> counts;
+        for (const QString& line : bodyOf(m_lines).mid(0, linesCompared))
+            counts << fieldsOf(line, separator).size();
+        return counts.size() == 1 && !counts.contains(1);
+    }
+
+    bool tryLine(qsizetype line, const QString& text) {
+        for (const auto& [header, body] : separators)
+            if (trySeparators(line, text.startsWith("# ") ? text.mid(1) : text, header, body))
+                return true;
+        return false;
+    }
+
+    bool trySeparators(qsizetype line, const QString& header, Separator ofHeader,
+                       Separator ofBody) {
+        m_table = {};
+        m_table.separator = ofBody;
+        m_table.header = line;
+        m_table.titles = line < 0 ? QStringList() : fieldsOf(header, ofHeader);
+        if (line >= 0 && (m_table.titles.size() < 2 || hasNumbers(m_table.titles)))
+            return false;
+        m_table.quoted =
+            ofBody == Separator::Comma || ofBody == Separator::Semicolon || m_hasQuotes;
+        const QStringList body = bodyOf(m_lines.mid(line + 1));
+        if (body.isEmpty())
+            return false;
+        const QList<QStringList> first = fieldsOfBody(body.mid(0, linesCompared + 1), ofBody);
+        dropEmptyEnd(first);
+        if (!bodyAgrees(first, line < 0 ? first.first().size() : m_table.titles.size()))
+            return false;
+        const QList<QStringList> rows = fieldsOfBody(body, ofBody);
+        m_table.decimalComma = ofBody == Separator::Semicolon && hasDecimalComma(rows);
+        return chooseColumns(rows);
+    }
+
+    bool hasNumbers(const QStringList& titles) const {
+        const auto saysP = [](const QString& title) { return pTitle(title).has_value(); };
+        return std::any_of(titles.begin(), titles.end(), isNumber) &&
+               std::none_of(titles.begin(), titles.end(), saysP);
+    }
+
+    // An empty title at the end stands over values, or is none.
+    void dropEmptyEnd(const QList<QStringList>& rows) {
+        QStringList& titles = m_table.titles;
+        const auto isEmptyHere = [&](const QStringList& row) {
+            return row.value(titles.size() - 1).isEmpty();
+        };
+        const auto first = rows.first(qMin(rows.size(), linesCompared));
+        while (!titles.isEmpty() && titles.last().isEmpty() &&
+               std::all_of(first.begin(), first.end(), isEmptyHere))
+            titles.removeLast();
+    }
+
+    // Whether commas are decimal points: where one stands in a number, or no point does.
+    static bool hasDecimalComma(const QList<QStringList>& rows) {
+        bool hasPoint = false;
+        for (const QStringList& row : rows.first(qMin(rows.size(), linesCompared)))
+            for (const QString& field : row) {
+                if (field.count(u',') == 1 && isNumber(QString(field).replace(u',', u'.')))
+                    return true;
+                hasPoint |= field.contains(u'.') && isNumber(field);
+            }
+        return !hasPoint;
+    }
+
+    bool chooseColumns(const QList<QStringList>& rows) {
+        const bool prepared = m_table.header == 0 && isPrepared(m_lines.first(), m_options);
+        const auto chosen = columnsOf(m_table.titles, rows, m_options, prepared);
+        if (const auto* columns = std::get_if<Columns>(&chosen)) {
+            m_table.columns = *columns;
+            return true;
+        }
+        const RefusalCode code = std::get<RefusalCode>(chosen);
+        if (missingOf(code) == 0)
+            throw Failure{code};
+        if (!m_failure || missingOf(code) < missingOf(*m_failure))
+            m_failure = code;
+        return false;
+    }
+
+    const QStringList& m_lines;
+    const PrepareOptions& m_options;
+    const bool m_hasQuotes;
+    std::optional<RefusalCode> m_failure;
+    Table m_table;
+};
+
+} // namespace
+
+QString Table::withPoint(const QString& text) const {
+    return decimalComma && !text.contains(u'.') ? QString(text).replace(u',', u'.') : text;
+}
+
+Table findTable(const QStringList& lines, const PrepareOptions& options) {
+    return HeaderSearch(lines, options).find();
+}
+
+} // namespace plain
