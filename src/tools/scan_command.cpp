@@ -112,7 +112,6 @@ std::optional<Failure> ScanCommand::commitOutputs() {
     return std::nullopt;
 }
 
-// The rules for columns say --p.
 QString ScanCommand::withPOption(QString text) const {
     static const QRegularExpression p(QStringLiteral("--p(?![\\w-])"));
     return text.replace(p, QString::fromLatin1(m_pOption));

@@ -41,6 +41,9 @@ public:
     // Puts all outputs in place, the table last.
     std::optional<Failure> commitOutputs();
 
+    // A text that names --p, as the rules for columns do, with this command's option instead.
+    QString withPOption(QString text) const;
+
     // Reports how far the reading is, where somebody watches.
     std::function<void(qint64 bytes)> progress();
     void clearProgress();
@@ -54,7 +57,6 @@ public:
 private:
     std::optional<Failure> openOutput(const char* option, const QByteArray& path, bool isReadable);
     QByteArray tablePath() const { return m_arguments.value("--output").value_or("-"); }
-    QString withPOption(QString text) const;
     bool isWatched() const { return m_streams.isErrorTerminal && !m_arguments.has("--quiet"); }
 
     struct Output {
