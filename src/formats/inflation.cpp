@@ -3,12 +3,10 @@
 #include "p_value.h"
 
 #include <algorithm>
-#include <bit>
 #include <boost/math/distributions/chi_squared.hpp>
 #include <cfloat>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <numbers>
 #include <utility>
 
@@ -25,34 +23,38 @@ double largeZ(double negLog10) {
     }
 }
 
-// The leading bits of a number that is not negative, which sort as numbers do.
-size_t binOf(double value) {
-    constexpr int dropped = 48;
-    return std::bit_cast<std::uint64_t>(value + 0.0) >> dropped; // -0.0 becomes 0.0
+// The values at two neighbouring places of the order, of which the first is `lower`.
+std::pair<double, double> atPlaces(std::vector<double>& values, size_t lower, size_t upper) {
+    const auto at = values.begin() + static_cast<std::ptrdiff_t>(lower);
+    std::nth_element(values.begin(), at, values.end());
+    return {*at, upper == lower ? *at : *std::min_element(at + 1, values.end())};
 }
 
-constexpr size_t binCount = 1U << 15U;
-
-// The two in the middle of the order, or twice the only one. Only the bins that hold them are
-// ordered.
+// The two in the middle of the order, or twice the only one. A sample tells about where they are,
+// so that few values are put in order.
 std::pair<double, double> middleTwo(const std::vector<double>& values) {
-    std::vector<size_t> counts(binCount);
-    for (const double value : values)
-        ++counts[binOf(value)];
-    const size_t lower = (values.size() - 1) / 2, upper = values.size() / 2;
-    size_t first = 0, below = 0; // the bin of the lower one, and how many values are before it
-    while (below + counts[first] <= lower)
-        below += counts[first++];
-    size_t last = first;
-    for (size_t end = below + counts[first]; end <= upper; end += counts[last])
-        ++last;
+    constexpr size_t sampleSize = 16 * 1024;
+    constexpr double margin = 0.02; // five standard errors of the sample's median
+    std::vector<double> sample;
+    for (size_t i = 0; i < values.size(); i += values.size() / sampleSize + 1)
+        sample.push_back(values[i]);
+    std::sort(sample.begin(), sample.end());
+    const auto quantile = [&](double part) {
+        return sample[static_cast<size_t>(part * static_cast<double>(sample.size()))];
+    };
+    const double low = quantile(0.5 - margin), high = quantile(0.5 + margin);
+    size_t below = 0;
     std::vector<double> around;
-    for (const double value : values)
-        if (const size_t bin = binOf(value); bin >= first && bin <= last)
+    for (const double value : values) {
+        below += value < low ? 1 : 0;
+        if (value >= low && value <= high)
             around.push_back(value);
-    const auto at = around.begin() + static_cast<std::ptrdiff_t>(lower - below);
-    std::nth_element(around.begin(), at, around.end());
-    return {*at, upper == lower ? *at : *std::min_element(at + 1, around.end())};
+    }
+    const size_t lower = (values.size() - 1) / 2, upper = values.size() / 2;
+    if (below <= lower && upper < below + around.size())
+        return atPlaces(around, lower - below, upper - below);
+    around = values; // the sample was unlike the rest
+    return atPlaces(around, lower, upper);
 }
 
 } // namespace
