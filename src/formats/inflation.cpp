@@ -43,13 +43,17 @@ std::pair<double, double> middleTwo(const std::vector<double>& values) {
         return sample[static_cast<size_t>(part * static_cast<double>(sample.size()))];
     };
     const double low = quantile(0.5 - margin), high = quantile(0.5 + margin);
-    size_t below = 0;
+    // Branch-free: each value is copied, and kept where the next one does not overwrite it.
+    size_t below = 0, kept = 0;
     std::vector<double> around;
     for (const double value : values) {
-        below += value < low ? 1 : 0;
-        if (value >= low && value <= high)
-            around.push_back(value);
+        if (kept == around.size())
+            around.resize(2 * kept + sampleSize);
+        around[kept] = value;
+        below += static_cast<size_t>(value < low);
+        kept += static_cast<size_t>(value >= low) & static_cast<size_t>(value <= high);
     }
+    around.resize(kept);
     const size_t lower = (values.size() - 1) / 2, upper = values.size() / 2;
     if (below <= lower && upper < below + around.size())
         return atPlaces(around, lower - below, upper - below);
