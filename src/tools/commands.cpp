@@ -1,5 +1,6 @@
 #include "check.h"
 #include "command.h"
+#include "hits_command.h"
 #include "prepare_command.h"
 
 #include <initializer_list>
@@ -18,12 +19,13 @@ CommandSpec checkSpec() {
         check};
 }
 
-// How the columns of a result file are found, and which of its rows are read.
-std::vector<OptionSpec> readingOptions() {
+// How the columns of a result file are found, and which of its rows are read. `p` is the option for
+// the column of p.
+std::vector<OptionSpec> readingOptions(const char* p = "--p") {
     return {
         {"--chromosome", "COLUMN", "the chromosome"},
         {"--position", "COLUMN", "the position in base pairs"},
-        {"--p", "COLUMN", "the p-value, or what --p-is says"},
+        {p, "COLUMN", "the p-value, or what --p-is says"},
         {"--name", "COLUMN", "the marker's name"},
         {"--test", "COLUMN|NAME",
          "the column that says which test a row is of, or the test to keep"},
@@ -88,9 +90,30 @@ CommandSpec prepareSpec() {
         prepareCommand};
 }
 
+CommandSpec hitsSpec() {
+    return {
+        "hits", "list the lead markers: the strongest of each region",
+        "The strongest marker below the threshold is a lead, then the strongest of those at least "
+        "a\n"
+        "window away from every lead on the same chromosome, and so on. The table has a row for "
+        "each\n"
+        "lead, in order of chromosome and position. Columns of FILE are found as by prepare; but "
+        "--p\n"
+        "is the threshold, and --p-column names the column of p.",
+        joined({{{"-o,--output", "OUT", "the file to write; without it, standard output"},
+                 {"--p", "P", "the threshold: markers with a smaller p count (5e-8 unless given)"},
+                 {"--window", "BASES",
+                  "the least distance of two leads, in base pairs (500000 unless given)"},
+                 {"--columns", "COLUMNS", "append these columns of FILE; a comma between two"}},
+                readingOptions("--p-column"),
+                {{"--json", "FILE", "write the report and the leads for programs to FILE"},
+                 {"-q,--quiet", nullptr, "no report and no progress; refusals only"}}}),
+        hitsCommand};
+}
+
 } // namespace
 
 const std::vector<CommandSpec>& commands() {
-    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec()};
+    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec(), hitsSpec()};
     return all;
 }

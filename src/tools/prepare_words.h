@@ -14,6 +14,11 @@ struct PreparedTable {
     PrepareReport report;
 };
 
+// What the report says of the columns taken, and of the rows: what was changed, and why some were
+// dropped.
+QString columnsText(const PreparedTable& table);
+QString rowsText(const PreparedTable& table);
+
 // The report as text in UTF-8.
 QByteArray textOf(const PreparedTable& table);
 

@@ -89,8 +89,8 @@ bool copyAll(QFile& from, int to) {
 
 } // namespace
 
-SafeOutput::SafeOutput(const QByteArray& path, const char* option)
-    : m_path(path), m_option(option),
+SafeOutput::SafeOutput(const QByteArray& path, const char* option, bool isReadable)
+    : m_path(path), m_option(option), m_isReadable(isReadable),
       m_descriptor(path == "-" ? STDOUT_FILENO : descriptorAt(path)), m_target(withoutLinks(path)) {
 }
 
@@ -114,7 +114,7 @@ QString SafeOutput::terminalRefusal() const {
 
 std::optional<Failure> SafeOutput::refusal(const Inputs& inputs) const {
     struct stat status {};
-    if (m_path == "-" && isatty(STDOUT_FILENO) != 0)
+    if (m_path == "-" && !m_isReadable && isatty(STDOUT_FILENO) != 0)
         return Failure{StatusWrongCall, terminalRefusal()};
     if (!statOf(m_path, status))
         return std::nullopt;

@@ -18,11 +18,12 @@
 class SafeOutput {
 public:
     // "-" is standard output. The option is the one that named the output, for messages.
-    SafeOutput(const QByteArray& path, const char* option);
+    // `isReadable` says that it may be a terminal.
+    SafeOutput(const QByteArray& path, const char* option, bool isReadable = false);
     ~SafeOutput();
 
     // Opens the temporary file. Refused: an output that is one of the inputs, by device and inode,
-    // and standard output that is a terminal.
+    // and standard output that is a terminal where the output is not for reading.
     std::optional<Failure> open(const Inputs& inputs);
 
     // The temporary file, open for reading and writing.
@@ -41,6 +42,7 @@ private:
 
     QByteArray m_path;
     const char* m_option;
+    const bool m_isReadable;
     int m_descriptor;    // that the path leads to, as "-" and /dev/stdout do; -1 for none
     QByteArray m_target; // the path without symbolic links
     std::unique_ptr<NamedTemporaryFile> m_beside;
