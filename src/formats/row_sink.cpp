@@ -1,9 +1,11 @@
 #include "row_sink.h"
 
 #include "chromosome_names.h"
+#include "file_writing.h"
 #include "p_converter.h"
 #include "titles.h"
 
+#include <QDir>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <charconv>
@@ -51,10 +53,10 @@ private:
     bool m_failed = false;
 };
 
-bool copyAll(QIODevice& from, QIODevice& to) {
+bool copyAll(QIODevice& from, QFileDevice& to) {
     QByteArray block(qsizetype(blockSize), '\0');
     for (qint64 got = 0; (got = from.read(block.data(), block.size())) != 0;)
-        if (got < 0 || to.write(block.constData(), got) != got)
+        if (got < 0 || !writeAll(to, viewOf(block).substr(0, size_t(got))))
             return false;
     return true;
 }
@@ -168,12 +170,18 @@ bool RowSink::endLine() {
 }
 
 bool RowSink::flush() {
-    const auto size = static_cast<qint64>(m_block.size());
-    const bool isWritten = m_output.write(m_block.view().data(), size) == size;
-    if (!isWritten)
-        m_error = m_output.errorString();
+    const bool isWritten = writeAll(m_output, m_block.view());
     m_block.clear();
-    return isWritten;
+    return isWritten || fail(m_output);
+}
+
+// Returns false, for the callers to return.
+bool RowSink::fail(QFileDevice& file) {
+    const QString what = &file == &m_output
+                             ? QStringLiteral("the table")
+                             : QStringLiteral("a temporary file in ") + QDir::tempPath();
+    m_error = QStringLiteral("%1 cannot be written: %2").arg(what, writeError(file));
+    return false;
 }
 
 QList<quint32> RowSink::ranks(const QList<QByteArray>& names) {
@@ -195,18 +203,16 @@ QList<quint32> RowSink::ranks(const QList<QByteArray>& names) {
 bool RowSink::finish(const Finish& finish) {
     if (!flush())
         return false;
-    if (!m_rows && !finish.isNeeded)
-        return m_output.flush();
-    return rewrite(finish) && flush() && m_output.flush();
+    if ((m_rows || finish.isNeeded) && !(rewrite(finish) && flush()))
+        return false;
+    return m_output.flush() || fail(m_output);
 }
 
 // Rows that came in order move to a file of their own, to be merged with the sorted others.
 bool RowSink::rewrite(const Finish& finish) {
     QTemporaryFile written;
-    if (!written.open()) {
-        m_error = written.errorString();
-        return false;
-    }
+    if (!written.open())
+        return fail(written);
     if (!moveWritten(written) || !sortAll(written, finish.ranks))
         return false;
     if (m_rows && !m_rows->sort(finish.ranks)) {
@@ -245,8 +251,7 @@ bool RowSink::moveWritten(QFileDevice& to) {
     const bool isCopied = m_output.seek(m_header.size()) && copyAll(m_output, to) && to.seek(0);
     if (isCopied && m_output.resize(0) && m_output.seek(0))
         return true;
-    m_error = to.error() == QFileDevice::NoError ? m_output.errorString() : to.errorString();
-    return false;
+    return fail(to.error() == QFileDevice::NoError ? m_output : to);
 }
 
 // Of rows with equal places those that came in order are first, as they were in the table.

@@ -81,6 +81,7 @@ private:
     void startLine(std::string_view name, int position);
     bool endLine();
     bool flush();
+    bool fail(QFileDevice& file);
     bool rewrite(const Finish& finish);
     bool moveWritten(QFileDevice& to);
     bool sortAll(QIODevice& written, const QList<quint32>& ranks);

@@ -1,5 +1,8 @@
 #include "run_file.h"
 
+#include "file_writing.h"
+#include "titles.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
@@ -41,7 +44,7 @@ RunFile::RunFile() : m_file(fileTemplate()) {}
 
 bool RunFile::fail(const QString& what) {
     m_error = QStringLiteral("%1 a temporary file in %2: %3")
-                  .arg(what, QFileInfo(m_file.fileTemplate()).path(), m_file.errorString());
+                  .arg(what, QFileInfo(m_file.fileTemplate()).path(), writeError(m_file));
     return false;
 }
 
@@ -73,7 +76,7 @@ bool RunFile::append(const RowPlace& place, std::string_view text) {
 }
 
 bool RunFile::flush() {
-    if (m_file.write(m_buffer) != m_buffer.size() || !m_file.flush())
+    if (!writeAll(m_file, viewOf(m_buffer)) || !m_file.flush())
         return fail(QStringLiteral("Cannot write"));
     m_buffer.resize(0);
     return true;

@@ -1,5 +1,7 @@
 #include "safe_output.h"
 
+#include "file_writing.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <cerrno>
@@ -174,9 +176,10 @@ std::optional<Failure> SafeOutput::open(const Inputs& inputs) {
 }
 
 std::optional<Failure> SafeOutput::commit() {
-    if (!m_file.flush())
+    // Some writes before may have failed, too.
+    if (!m_file.flush() || m_file.error() != QFileDevice::NoError)
         return Failure{StatusUnwritable,
-                       name() + QStringLiteral(": cannot be written: ") + m_file.errorString()};
+                       name() + QStringLiteral(": cannot be written: ") + writeError(m_file)};
     if (!m_beside)
         return copy();
     if (m_beside->putInPlace(m_target))

@@ -153,6 +153,8 @@ int ScanCommand::end(const Failure& failure) {
 // "a.txt:3: ", unless the message says itself what it is about.
 QString ScanCommand::whereOf(const Refusal& refusal) const {
     const QString name = m_inputs.names()[refusal.input];
+    if (refusal.code == RefusalCode::Unwritable)
+        return tableName() + QStringLiteral(": ");
     if (refusal.line > 0)
         return QStringLiteral("%1:%2: ").arg(name).arg(refusal.line);
     const bool isOfTable =

@@ -1,0 +1,127 @@
+#include "tools_run.h"
+
+#include <QTest>
+#include <csignal>
+#include <sys/resource.h>
+
+// Disks that fill up, memory that runs out and files that are cut, at every size.
+class MachineFaults : public QObject {
+    Q_OBJECT
+
+private slots:
+    void outputsThatDoNotFit_data();
+    void outputsThatDoNotFit();
+    void littleMemory();
+    void everyCut_data();
+    void everyCut();
+};
+
+namespace {
+
+constexpr int patience = 60'000; // ms
+constexpr rlim_t mebibyte = 1 << 20;
+
+// So many rows, in order or back to front.
+QByteArray tableOf(int rows, bool isOrdered, const QByteArray& firstP = "0.25") {
+    QByteArray text("chr\tpos\tp\tid\n");
+    for (int i = 0; i < rows; ++i) {
+        const QByteArray position = QByteArray::number(isOrdered ? i + 1 : rows - i);
+        text += "1\t" + position + '\t' + (i == 0 ? firstP : "0.5") + "\trs" + position + '\n';
+    }
+    return text;
+}
+
+// Runs the program with a limit, which it meets as it would a full disk or too little memory.
+ToolsRun::Result limited(const ToolsRun& run, const QStringList& words, __rlimit_resource resource,
+                         rlim_t limit) {
+    QProcess process;
+    process.setChildProcessModifier([resource, limit] {
+        const rlimit both{limit, limit}, none{0, 0};
+        std::signal(SIGXFSZ, SIG_IGN);
+        if (setrlimit(resource, &both) != 0 || setrlimit(RLIMIT_CORE, &none) != 0)
+            _exit(99);
+    });
+    run.start(process, words);
+    if (!process.waitForFinished(patience))
+        qFatal("pelmark-tools does not end");
+    const bool isEnd = process.exitStatus() == QProcess::NormalExit;
+    return {isEnd ? process.exitCode() : -1, process.readAllStandardOutput(),
+            process.readAllStandardError()};
+}
+
+} // namespace
+
+void MachineFaults::outputsThatDoNotFit_data() {
+    QTest::addColumn<QByteArray>("table");
+    QTest::newRow("in order") << tableOf(800, true);
+    QTest::newRow("in order, written again for a p of 0") << tableOf(800, true, "0");
+    QTest::newRow("sorted through temporary files") << tableOf(800, false);
+}
+
+// Wherever the disk fills up, the old file stays as it is, and the message says so.
+void MachineFaults::outputsThatDoNotFit() {
+    QFETCH(const QByteArray, table);
+    const ToolsRun run;
+    run.write("in", table);
+    const QStringList words{"prepare", "in", "-o", "out.txt", "--memory", "1K"};
+    QCOMPARE(run.run(words).status, 0);
+    const QByteArray whole = run.read("out.txt");
+    int good = 0, bad = 0;
+    for (rlim_t limit = 0; good < 3; limit += 512) {
+        run.write("out.txt", "old");
+        const ToolsRun::Result result = limited(run, words, RLIMIT_FSIZE, limit);
+        QVERIFY2(result.status == 0 || result.status == 4, result.error.constData());
+        (result.status == 0 ? good : bad) += 1;
+        QCOMPARE(run.read("out.txt"), result.status == 0 ? whole : QByteArray("old"));
+        QCOMPARE(result.error.contains("File too large"), result.status != 0);
+        QCOMPARE(run.files(), QStringList({"in", "out.txt"}));
+    }
+    QVERIFY(bad > 10);
+}
+
+// However little memory there is, no half table comes out.
+void MachineFaults::littleMemory() {
+    const ToolsRun run;
+    run.write("in", tableOf(2000, false));
+    const QStringList words{"prepare", "in", "-o", "out.txt", "-q"};
+    QCOMPARE(run.run(words).status, 0);
+    const QByteArray whole = run.read("out.txt");
+    int failed = 0;
+    for (rlim_t size = 16; size <= 256; size += 8) {
+        run.write("out.txt", "old");
+        const ToolsRun::Result result = limited(run, words, RLIMIT_AS, size * mebibyte);
+        failed += result.status == 0 ? 0 : 1;
+        QCOMPARE(run.read("out.txt"), result.status == 0 ? whole : QByteArray("old"));
+    }
+    QVERIFY(failed > 0);
+}
+
+void MachineFaults::everyCut_data() {
+    QTest::addColumn<QString>("program");
+    QTest::newRow("gzip") << "gzip";
+    QTest::newRow("bgzip") << "bgzip";
+    QTest::newRow("zstd") << "zstd";
+}
+
+// A packed file that is cut at any byte is never taken for a shorter one.
+void MachineFaults::everyCut() {
+    QFETCH(const QString, program);
+    const ToolsRun run;
+    run.write("in", tableOf(60, true));
+    QProcess packer;
+    packer.setWorkingDirectory(run.path("."));
+    packer.start(program, {"-c", "in"});
+    QVERIFY2(packer.waitForFinished(patience) && packer.exitCode() == 0, qPrintable(program));
+    const QByteArray packed = packer.readAllStandardOutput();
+    run.write("packed", packed);
+    QCOMPARE(run.run({"prepare", "packed", "-o", "whole.txt", "-q"}).status, 0);
+    for (qsizetype size = 20; size < packed.size(); size += 3) {
+        run.write("cut", packed.first(size));
+        const ToolsRun::Result result = run.run({"prepare", "cut", "-o", "out.txt", "-q"});
+        QVERIFY2(result.status == 3, qPrintable(QStringLiteral("cut at %1").arg(size)));
+        QVERIFY(!run.files().contains("out.txt"));
+    }
+}
+
+QTEST_GUILESS_MAIN(MachineFaults)
+#include "tst_machine_faults.moc"
