@@ -8,6 +8,7 @@
 
 #include <QJsonDocument>
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -30,6 +31,7 @@ private:
     void take(const CutPart& part, const std::vector<qint64>& lines);
     std::optional<Failure> aboutMisfit(size_t i, const TableMatch& match);
     std::optional<Failure> aboutLabel(const QString& what, const QByteArray& label);
+    qint64 linesBesideMarkers() const;
     CutReport report();
     int write();
 
@@ -204,20 +206,29 @@ void Cut::take(const CutPart& part, const std::vector<qint64>& lines) {
     m_choice.lines.insert(m_choice.lines.end(), lines.begin(), lines.end());
 }
 
+// How many of the lines named hold no marker of ours: the window alone shows them.
+qint64 Cut::linesBesideMarkers() const {
+    std::vector<qint64> markers = m_scan.lines;
+    std::sort(markers.begin(), markers.end());
+    return std::count_if(m_choice.lines.begin(), m_choice.lines.end(), [&](qint64 line) {
+        return !std::binary_search(markers.begin(), markers.end(), line);
+    });
+}
+
 CutReport Cut::report() {
     const PrepareReport& scan = m_scan.report;
     const auto count = [&scan](DropReason reason) {
         return scan.dropped[static_cast<size_t>(reason)].count;
     };
     CutReport report{m_name, nameOf(0), m_outputs.mainName(), scan, m_parts, 0, 0, 0, 0};
+    for (const DropReason reason : {DropReason::Comment, DropReason::RepeatedHeader})
+        report.scan.dropped[static_cast<size_t>(reason)] = {};
     report.lines = scan.rows - count(DropReason::Comment) - count(DropReason::RepeatedHeader);
     report.named = std::ssize(m_choice.lines);
     report.written = m_choice.areKept ? report.named : report.lines - report.named;
-    std::vector<qint64> inViews = m_scan.lines;
-    std::sort(inViews.begin(), inViews.end());
-    report.notInViews = report.lines - std::ssize(inViews);
-    for (const qint64 line : m_choice.lines)
-        report.notInViews -= std::binary_search(inViews.begin(), inViews.end(), line) ? 0 : 1;
+    report.notInViews = report.lines - std::ssize(m_scan.lines);
+    if (std::any_of(m_parts.begin(), m_parts.end(), std::mem_fn(&CutPart::isByWindow)))
+        report.notInViews -= linesBesideMarkers();
     return report;
 }
 

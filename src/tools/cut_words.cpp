@@ -82,11 +82,10 @@ QByteArray textOf(const CutReport& report) {
     for (const CutPart& part : report.parts)
         text += partText(part);
     text += columnsText(report.scan);
-    if (report.notInViews > 0)
-        text += QStringLiteral("No view holds %1: %2\n")
-                    .arg(counted(report.notInViews, "line"),
-                         QLatin1String(isKeep ? "left out" : "written"));
-    return (text + droppedText(report.scan, {report.input}, "Lines without a marker")).toUtf8();
+    const QByteArray heading =
+        "Lines that no view holds: " + QByteArray::number(report.notInViews) +
+        (isKeep ? ", left out" : ", written");
+    return (text + droppedText(report.scan, {report.input}, heading.constData())).toUtf8();
 }
 
 QJsonObject jsonOf(const CutReport& report) {
