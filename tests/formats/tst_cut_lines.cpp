@@ -10,7 +10,7 @@
 #include <memory>
 
 // Which lines of a result file saved tables, regions and names mean, and how lines are copied.
-class Cut : public QObject {
+class CutLines : public QObject {
     Q_OBJECT
 
 private slots:
@@ -73,7 +73,7 @@ const QByteArray two = "chr\tpos\tp\n"
 
 } // namespace
 
-void Cut::matches_data() {
+void CutLines::matches_data() {
     QTest::addColumn<QByteArray>("scan");
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<QByteArray>("chromosome");
@@ -118,7 +118,7 @@ void Cut::matches_data() {
         "1", {4});
 }
 
-void Cut::matches() {
+void CutLines::matches() {
     QFETCH(QByteArray, scan);
     QFETCH(QByteArray, rows);
     const ScanTable table = scanOf(scan);
@@ -130,7 +130,7 @@ void Cut::matches() {
     QCOMPARE(match.fitting.size(), match.lines.empty() ? 0 : 1);
 }
 
-void Cut::misfits_data() {
+void CutLines::misfits_data() {
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<QByteArray>("label"); // null for none
     QTest::addColumn<QByteArrayList>("fitting");
@@ -156,7 +156,7 @@ void Cut::misfits_data() {
         "2", 1);
 }
 
-void Cut::misfits() {
+void CutLines::misfits() {
     QFETCH(QByteArray, rows);
     QFETCH(QByteArray, label);
     const ScanTable table = scanOf(two);
@@ -167,7 +167,7 @@ void Cut::misfits() {
     QTEST(match.missing ? static_cast<int>(*match.missing) : -1, "missing");
 }
 
-void Cut::zeroDropped() {
+void CutLines::zeroDropped() {
     PrepareOptions options;
     options.zeroP = ZeroP::Drop;
     const ScanTable scan = scanOf("chr\tpos\tp\n1\t10\t0\n1\t10\t0.001\n", options);
@@ -176,7 +176,7 @@ void Cut::zeroDropped() {
     QCOMPARE(match.equal, 0);
 }
 
-void Cut::tablesAreMatchedEachForItself() {
+void CutLines::tablesAreMatchedEachForItself() {
     const ScanTable scan = scanOf(two);
     const auto matches = matchTables(scan, {wanted("1\t20\t0.5\t0.30103\n"),
                                             wanted("1\t20\t0.125\t0.90309\n1\t30\t0.25\t0.60206\n"),
@@ -186,7 +186,7 @@ void Cut::tablesAreMatchedEachForItself() {
     QCOMPARE(listOf(matches[2].lines), (Lines{3, 4}));
 }
 
-void Cut::savedTables_data() {
+void CutLines::savedTables_data() {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("rows"); // -1: refused
     QTest::addColumn<qint64>("line");
@@ -212,7 +212,7 @@ void Cut::savedTables_data() {
     add("no p", head + row + row + "1\t10\tx\t1\n", -1, 4);
 }
 
-void Cut::savedTables() {
+void CutLines::savedTables() {
     QFETCH(QByteArray, content);
     QFETCH(int, rows);
     const auto read = readSavedTable(file(content));
@@ -224,7 +224,7 @@ void Cut::savedTables() {
         QTEST(rows > 0 ? table->rows.back().line : 0, "line");
 }
 
-void Cut::regions_data() {
+void CutLines::regions_data() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("read"); // empty for none
 
@@ -260,7 +260,7 @@ void Cut::regions_data() {
         row(wrong, "");
 }
 
-void Cut::regions() {
+void CutLines::regions() {
     QFETCH(QByteArray, text);
     const auto region = readRegion({text.constData(), static_cast<size_t>(text.size())});
     QTEST(region ? region->label + ' ' + QByteArray::number(region->first) + ' ' +
@@ -269,7 +269,7 @@ void Cut::regions() {
           "read");
 }
 
-void Cut::linesOfRegions_data() {
+void CutLines::linesOfRegions_data() {
     QTest::addColumn<QByteArray>("label");
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("last");
@@ -282,7 +282,7 @@ void Cut::linesOfRegions_data() {
     QTest::newRow("unknown") << QByteArray("3") << 1 << 10 << Lines{-1};
 }
 
-void Cut::linesOfRegions() {
+void CutLines::linesOfRegions() {
     QFETCH(QByteArray, label);
     QFETCH(int, first);
     QFETCH(int, last);
@@ -293,7 +293,7 @@ void Cut::linesOfRegions() {
           "lines");
 }
 
-void Cut::names_data() {
+void CutLines::names_data() {
     QTest::addColumn<QByteArray>("list");
     QTest::addColumn<Lines>("lines");
     QTest::addColumn<QByteArrayList>("notFound");
@@ -307,7 +307,7 @@ void Cut::names_data() {
     QTest::newRow("without p") << QByteArray("rs5\n") << Lines{} << QByteArrayList{"rs5"};
 }
 
-void Cut::names() {
+void CutLines::names() {
     QFETCH(QByteArray, list);
     const QByteArray content = "snp,chr,pos,p\nrs1,2,10,0.1\nrs2,1,20,0.1\n\"rs3\",1,10,0.5\n"
                                "rs5,1,30,NA\nrs2,1,20,0.2\n";
@@ -321,12 +321,12 @@ void Cut::names() {
     QTEST(QByteArrayList(matches[1].notFound), "notFound");
 }
 
-void Cut::namesNeedAColumn() {
+void CutLines::namesNeedAColumn() {
     const auto matched = matchNames(file(two), scanOf(two), {{"rs1"}});
     QVERIFY(std::get<Refusal>(matched).message.contains(QStringLiteral("--name COLUMN")));
 }
 
-void Cut::windowMarkers_data() {
+void CutLines::windowMarkers_data() {
     QTest::addColumn<QByteArray>("scan");
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<Lines>("lines");
@@ -347,7 +347,7 @@ void Cut::windowMarkers_data() {
         {5});
 }
 
-void Cut::windowMarkers() {
+void CutLines::windowMarkers() {
     QFETCH(QByteArray, scan);
     QFETCH(QByteArray, rows);
     const auto markers = readWindowMarkers(file(scan));
@@ -359,7 +359,7 @@ void Cut::windowMarkers() {
     QVERIFY(!readWindowMarkers(file("chr\tpos\tp\n1\t10\t0.1\n1\t10\tx\n")));
 }
 
-void Cut::copies_data() {
+void CutLines::copies_data() {
     QTest::addColumn<QByteArray>("in");
     QTest::addColumn<Lines>("lines");
     QTest::addColumn<QByteArray>("kept");
@@ -400,7 +400,7 @@ void Cut::copies_data() {
     }
 }
 
-void Cut::copies() {
+void CutLines::copies() {
     QFETCH(QByteArray, in);
     QFETCH(Lines, lines);
     const QString path = file(in);
@@ -416,7 +416,7 @@ void Cut::copies() {
 }
 
 // Longer than the blocks that are read, the first one too.
-void Cut::copiesLongLines() {
+void CutLines::copiesLongLines() {
     constexpr qsizetype longest = 700'000;
     QByteArrayList text{QByteArray(longest, 'h') + '\n'};
     for (int i = 0; i < 60; ++i)
@@ -438,5 +438,5 @@ void Cut::copiesLongLines() {
     }
 }
 
-QTEST_GUILESS_MAIN(Cut)
-#include "tst_cut.moc"
+QTEST_GUILESS_MAIN(CutLines)
+#include "tst_cut_lines.moc"
