@@ -27,8 +27,8 @@ bool takeRow(const TableRows& rows, SavedTable& table) {
 } // namespace
 
 std::variant<SavedTable, Refusal> readSavedTable(const QString& path) {
-    const auto refusal = [&path](qint64 line, const QString& why) {
-        return Refusal{RefusalCode::NotATable, path + QStringLiteral(": ") + why, {}, {}, line};
+    const auto refusal = [](qint64 line, const QString& why) {
+        return Refusal{RefusalCode::NotATable, why, {}, {}, line};
     };
     InputFile input(path);
     if (std::optional<Refusal> refused = input.open())
@@ -38,7 +38,7 @@ std::variant<SavedTable, Refusal> readSavedTable(const QString& path) {
     if (!rows.next() || rows.text() != tableTitles)
         return rows.failed()
                    ? input.failure()
-                   : refusal(0, QStringLiteral("this is no table that the window saved: its first "
+                   : refusal(1, QStringLiteral("this is no table that the window saved: its first "
                                                "line is not Chr, Position, P, -log10(P)."));
     while (rows.next())
         if (!rows.text().empty() && !takeRow(rows, table))

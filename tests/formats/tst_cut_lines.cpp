@@ -203,9 +203,9 @@ void CutLines::savedTables_data() {
     add("an odd label", head + "my label,\"\t10\t0.1\t1\n", 1, 2);
     add("not a number", head + "1\t10\tnan\tnan\n", 1, 2);
     add("below 0", head + "1\t-10\t2\t-0.30103\n", 1, 2);
-    add("empty", "", -1, 0);
-    add("other titles", "chr\tpos\tp\n1\t10\t0.1\n", -1, 0);
-    add("prepared, with names", "Chr\tPosition\tP\t-log10(P)\tSNP\n1\t10\t0.1\t1\trs1\n", -1, 0);
+    add("empty", "", -1, 1);
+    add("other titles", "chr\tpos\tp\n1\t10\t0.1\n", -1, 1);
+    add("prepared, with names", "Chr\tPosition\tP\t-log10(P)\tSNP\n1\t10\t0.1\t1\trs1\n", -1, 1);
     add("a short row", head + row + "1\t10\t0.1\n", -1, 3);
     add("a long row", head + "1\t10\t0.1\t1\t2\n", -1, 2);
     add("no position", head + "1\tx\t0.1\t1\n", -1, 2);
