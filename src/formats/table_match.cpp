@@ -147,6 +147,7 @@ TableMatch Matcher::take() {
 std::vector<TableMatch> matchTables(const ScanTable& scan, const std::vector<WantedTable>& tables) {
     const PositionFilter filter(tables);
     std::vector<Matcher> matchers;
+    matchers.reserve(tables.size());
     for (const WantedTable& wanted : tables)
         matchers.emplace_back(scan, wanted);
     char numbers[rowNumbersRoom];
@@ -163,6 +164,7 @@ std::vector<TableMatch> matchTables(const ScanTable& scan, const std::vector<Wan
             matcher.endChromosome(static_cast<size_t>(chromosome));
     }
     std::vector<TableMatch> matches;
+    matches.reserve(tables.size());
     for (Matcher& matcher : matchers)
         matches.push_back(matcher.take());
     return matches;
