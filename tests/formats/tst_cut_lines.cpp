@@ -354,6 +354,7 @@ void CutLines::windowMarkers() {
     QVERIFY(markers);
     const TableMatch match = matchTables(*markers, {wanted(rows)})[0];
     QVERIFY(!match.missing);
+    QCOMPARE(match.fitting.size(), 1);
     QTEST(listOf(match.lines), "lines");
     QVERIFY(!readWindowMarkers(file("chr\tpos\tq\n1\t10\t0.1\n")));
     QVERIFY(!readWindowMarkers(file("chr\tpos\tp\n1\t10\t0.1\n1\t10\tx\n")));

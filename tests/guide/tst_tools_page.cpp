@@ -92,10 +92,14 @@ void ToolsPage::init() {
 void ToolsPage::optionsAreListed_data() {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("heading");
-    QTest::newRow("check") << "check" << "## check";
-    QTest::newRow("prepare") << "prepare" << "## prepare";
-    QTest::newRow("keep") << "keep" << "## keep and drop";
-    QTest::newRow("drop") << "drop" << "## keep and drop";
+    QTest::newRow("check") << "check"
+                           << "## check";
+    QTest::newRow("prepare") << "prepare"
+                             << "## prepare";
+    QTest::newRow("keep") << "keep"
+                          << "## keep and drop";
+    QTest::newRow("drop") << "drop"
+                          << "## keep and drop";
 }
 
 // Each with what stands for its value, and the values it can have.
