@@ -12,12 +12,14 @@
 // A packed or plain table on disk, read from its start each time it is opened.
 class InputFile {
 public:
-    explicit InputFile(const QString& path) : m_path(path), m_file(path), m_unpacked(m_file) {}
+    explicit InputFile(const QString& path,
+                       UnpackedDevice::LineEnds lineEnds = UnpackedDevice::LineEnds::Unified)
+        : m_path(path), m_file(path), m_unpacked(m_file, lineEnds) {}
 
     // Refuses a file that cannot be opened, and one that is no table.
     std::optional<Refusal> open();
 
-    QIODevice& text() { return m_unpacked; }
+    UnpackedDevice& text() { return m_unpacked; }
     qint64 bytesRead() const { return m_unpacked.packedBytesRead(); } // of the packed file
 
     // Why it could not be read to its end.

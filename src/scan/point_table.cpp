@@ -1,6 +1,5 @@
 #include "point_table.h"
 
-#include "number_text.h"
 #include "replaced_file.h"
 
 #include <QIODevice>
@@ -11,15 +10,13 @@
 namespace {
 
 void appendRow(const QByteArray& label, int position, double value, QByteArray& rows) {
-    constexpr int longestPosition = 11, others = 4;
-    char numbers[longestPosition + 2 * numberTextRoom + others];
+    constexpr int longestPosition = 11, others = 3;
+    char numbers[longestPosition + rowNumbersRoom + others];
     char* at = numbers;
     *at++ = '\t';
     at = std::to_chars(at, std::end(numbers), position).ptr;
     *at++ = '\t';
-    at = writeNumber(1.0 / std::pow(10.0, value), at);
-    *at++ = '\t';
-    at = writeNumber(value, at);
+    at = writeRowNumbers(value, at);
     *at++ = '\n';
     rows.append(label);
     rows.append(numbers, at - numbers);
@@ -35,10 +32,17 @@ QString imageName(const QString& tableName) {
     return tableName.section(u'.', 0, 0) + QLatin1String(".png");
 }
 
+char* writeRowNumbers(double value, char* at) {
+    at = writeNumber(1.0 / std::pow(10.0, value), at);
+    *at++ = '\t';
+    return writeNumber(value, at);
+}
+
 bool writePointTable(QIODevice& device, const Points& points, const QString& label) {
     constexpr qsizetype blockSize = 128 * 1024;
     const QByteArray labelBytes = label.toLocal8Bit();
-    QByteArray block("Chr\tPosition\tP\t-log10(P)\n");
+    QByteArray block(tableTitles);
+    block += '\n';
     for (qsizetype i = 0; i < points.positions.size(); ++i) {
         appendRow(labelBytes, points.positions[i], points.values[i], block);
         if (block.size() < blockSize)

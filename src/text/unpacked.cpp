@@ -18,19 +18,21 @@ std::unique_ptr<Decoder> decoderFor(QByteArrayView start, PackedInput& input) {
     return plainDecoder(input);
 }
 
-bool endsLinesByReturn(QByteArrayView head) {
+bool hasReturnsAlone(QByteArrayView head) {
     return head.contains('\r') && !head.contains('\n');
 }
 
 } // namespace
 
 struct UnpackedDevice::Implementation {
-    explicit Implementation(QIODevice& packed) : input(packed) {}
+    Implementation(QIODevice& packed, LineEnds lineEnds)
+        : isUnified(lineEnds == LineEnds::Unified), input(packed) {}
 
     bool fillHead();
     qint64 takeHead(char* data, qint64 maxSize);
     qint64 decode(char* data, qint64 maxSize);
 
+    const bool isUnified;
     PackedInput input;
     std::unique_ptr<Decoder> decoder;
     QByteArray head; // the first unpacked bytes
@@ -54,7 +56,7 @@ bool UnpackedDevice::Implementation::fillHead() {
     }
     head.resize(size);
     hasFailed = count < 0;
-    isReturnLineEnd = endsLinesByReturn(head);
+    isReturnLineEnd = hasReturnsAlone(head);
     return !hasFailed || size > 0;
 }
 
@@ -75,7 +77,8 @@ qint64 UnpackedDevice::Implementation::decode(char* data, qint64 maxSize) {
     return count;
 }
 
-UnpackedDevice::UnpackedDevice(QIODevice& packed) : m(std::make_unique<Implementation>(packed)) {}
+UnpackedDevice::UnpackedDevice(QIODevice& packed, LineEnds lineEnds)
+    : m(std::make_unique<Implementation>(packed, lineEnds)) {}
 
 UnpackedDevice::~UnpackedDevice() = default;
 
@@ -100,6 +103,10 @@ QByteArrayView UnpackedDevice::start() {
     return m->head;
 }
 
+bool UnpackedDevice::endsLinesByReturn() const {
+    return m->isReturnLineEnd;
+}
+
 bool UnpackedDevice::isDamaged() const {
     return m->decoder && m->decoder->isDamaged();
 }
@@ -114,7 +121,7 @@ qint64 UnpackedDevice::readData(char* data, qint64 maxSize) {
     const qint64 count = m->head.isEmpty() ? m->decode(data, maxSize) : m->takeHead(data, maxSize);
     if (count < 0)
         setErrorString(m->decoder->error());
-    else if (m->isReturnLineEnd)
+    else if (m->isReturnLineEnd && m->isUnified)
         std::replace(data, data + count, '\r', '\n');
     return count;
 }

@@ -18,8 +18,11 @@ QString foreignKind(QByteArrayView head);
 // what and where. BGZF without its empty last block counts as cut short.
 class UnpackedDevice : public QIODevice {
 public:
+    // Whether lone carriage returns that end lines are replaced.
+    enum class LineEnds { Unified, AsTheyAre };
+
     // `packed` is open for reading and outlives this.
-    explicit UnpackedDevice(QIODevice& packed);
+    explicit UnpackedDevice(QIODevice& packed, LineEnds lineEnds = LineEnds::Unified);
     ~UnpackedDevice() override;
 
     bool open(OpenMode mode) override;
@@ -30,6 +33,9 @@ public:
 
     // The first unpacked bytes, before any is read; empty where there are none, or at an error.
     QByteArrayView start();
+
+    // True where lone carriage returns end lines. Known once something was read.
+    bool endsLinesByReturn() const;
 
     // True where the packed stream was cut short or corrupt, as opposed to an unreadable device.
     bool isDamaged() const;

@@ -1,5 +1,6 @@
 #include "check.h"
 #include "command.h"
+#include "cut_command.h"
 #include "hits_command.h"
 #include "prepare_command.h"
 
@@ -51,6 +52,13 @@ std::vector<OptionSpec> readingOptions(const char* p = "--p") {
          {"author"}}};
 }
 
+OptionSpec zeroOption() {
+    return {"--zero",
+            "HOW",
+            "p of 0: smallest (of those above 0; the default), drop or fail",
+            {"smallest", "drop", "fail"}};
+}
+
 std::vector<OptionSpec> joined(std::initializer_list<std::vector<OptionSpec>> lists) {
     std::vector<OptionSpec> all;
     for (const std::vector<OptionSpec>& list : lists)
@@ -72,10 +80,7 @@ CommandSpec prepareSpec() {
         joined(
             {{{"-o,--output", "OUT", "the file to write; without it, standard output"}},
              readingOptions(),
-             {{"--zero",
-               "HOW",
-               "p of 0: smallest (of those above 0; the default), drop or fail",
-               {"smallest", "drop", "fail"}},
+             {zeroOption(),
               {"--chromosome-names",
                "HOW",
                "keep (the default), plain (1, X, MT) or chr (chr1, chrX, chrM)",
@@ -111,9 +116,41 @@ CommandSpec hitsSpec() {
         hitsCommand};
 }
 
+// `keep` and `drop`, which differ in what they write alone.
+CommandSpec cutSpec(const char* name, const char* summary, int (*run)(const Arguments&, Streams&)) {
+    return {
+        name, summary,
+        "The first FILE is the result file: the one that was open in the window, or the one that\n"
+        "it was prepared from, with the options it was prepared with. The others are tables that\n"
+        "the window saved. A table's chromosome is the only one that has all of its rows;\n"
+        "TABLE@LABEL says which one is meant. The lines are written as they stand, not\n"
+        "compressed; header and comments always. The report goes to standard error.",
+        joined(
+            {{{"-o,--output", "OUT", "the file to write; without it, standard output"},
+              {"--region",
+               "REGION",
+               "markers from one position to another: 12:2,330,458-2,331,000; may come again",
+               {},
+               true},
+              {"--names",
+               "FILE",
+               "markers with these names, one a line; may come again",
+               {},
+               true}},
+             readingOptions(),
+             {zeroOption(),
+              {"--json", "FILE", "write the report for programs to FILE"},
+              {"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
+        run};
+}
+
 } // namespace
 
 const std::vector<CommandSpec>& commands() {
-    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec(), hitsSpec()};
+    static const std::vector<CommandSpec> all{
+        checkSpec(), prepareSpec(), hitsSpec(),
+        cutSpec("keep", "write a result file's own lines that saved tables name", keepCommand),
+        cutSpec("drop", "write a result file's own lines without those that saved tables name",
+                dropCommand)};
     return all;
 }

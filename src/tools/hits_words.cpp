@@ -73,7 +73,7 @@ QByteArray textOf(const Hits& hits) {
                        .arg(report.rows)
                        .arg(report.written)
                        .arg(report.rows - report.written);
-    text += columnsText(hits.reading) + rowsText(hits.reading);
+    text += columnsText(hits.reading.report) + rowsText(hits.reading);
     text += QStringLiteral("Threshold: p below %1\n").arg(QString::fromUtf8(hits.threshold));
     text += QStringLiteral("Leads: %1, at least %2 base pairs apart, written to %3\n")
                 .arg(hits.leads.size())

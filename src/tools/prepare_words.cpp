@@ -65,10 +65,10 @@ QList<Change> changes(const PreparedTable& table) {
     return made;
 }
 
-QString placeOf(const PreparedTable& table, const InputLine& where) {
-    return table.inputs.size() == 1
+QString placeOf(const QStringList& inputs, const InputLine& where) {
+    return inputs.size() == 1
                ? QString::number(where.line)
-               : table.inputs.value(where.input) + QLatin1Char(':') + QString::number(where.line);
+               : inputs.value(where.input) + QLatin1Char(':') + QString::number(where.line);
 }
 
 QString notesText(const char* heading, const QList<RoleNote>& notes) {
@@ -79,25 +79,6 @@ QString notesText(const char* heading, const QList<RoleNote>& notes) {
                     .arg(note.column + 1)
                     .arg(note.why);
     return text.isEmpty() ? text : QLatin1String(heading) + QLatin1Char('\n') + text;
-}
-
-QString droppedText(const PreparedTable& table) {
-    QString text;
-    for (int reason = 0; reason < dropReasonCount; ++reason) {
-        const Dropped& dropped = table.report.dropped[static_cast<size_t>(reason)];
-        if (dropped.count == 0)
-            continue;
-        QStringList lines;
-        for (const InputLine& where : dropped.firstLines)
-            lines.append(placeOf(table, where));
-        if (dropped.count > lines.size())
-            lines.append(QStringLiteral("..."));
-        text += QStringLiteral("  %1: %2 (line %3)\n")
-                    .arg(nameOf(static_cast<DropReason>(reason)))
-                    .arg(dropped.count)
-                    .arg(lines.join(QLatin1String(", ")));
-    }
-    return text.isEmpty() ? text : QLatin1String("Dropped\n") + text;
 }
 
 QString chromosomesText(const QList<ChromosomeCount>& chromosomes) {
@@ -124,34 +105,58 @@ QJsonArray notesJson(const QList<RoleNote>& notes) {
     return array;
 }
 
-QJsonObject droppedJson(const PreparedTable& table) {
+} // namespace
+
+QString columnsText(const PrepareReport& report) {
+    const ColumnChoice& columns = report.table.columns;
+    QString text = notesText("Columns", columns.notes) + notesText("Not chosen", columns.others);
+    for (const QString& remark : columns.remarks + report.remarks)
+        text += QLatin1String("Note: ") + remark + QLatin1Char('\n');
+    if (!report.keptTest.isEmpty())
+        text += QStringLiteral("Test kept: %1\n").arg(QString::fromUtf8(report.keptTest));
+    return text;
+}
+
+QJsonObject columnsJson(const PrepareReport& report) {
+    const ColumnChoice& columns = report.table.columns;
+    return {{"columns", notesJson(columns.notes)},
+            {"not_chosen", notesJson(columns.others)},
+            {"remarks", QJsonArray::fromStringList(columns.remarks + report.remarks)},
+            {"kept_test", QString::fromUtf8(report.keptTest)}};
+}
+
+QString droppedText(const PrepareReport& report, const QStringList& inputs, const char* heading) {
+    QString text;
+    for (int reason = 0; reason < dropReasonCount; ++reason) {
+        const Dropped& dropped = report.dropped[static_cast<size_t>(reason)];
+        if (dropped.count == 0)
+            continue;
+        QStringList lines;
+        for (const InputLine& where : dropped.firstLines)
+            lines.append(placeOf(inputs, where));
+        if (dropped.count > lines.size())
+            lines.append(QStringLiteral("..."));
+        text += QStringLiteral("  %1: %2 (line %3)\n")
+                    .arg(nameOf(static_cast<DropReason>(reason)))
+                    .arg(dropped.count)
+                    .arg(lines.join(QLatin1String(", ")));
+    }
+    return text.isEmpty() ? text : QLatin1String(heading) + QLatin1Char('\n') + text;
+}
+
+QJsonObject droppedJson(const PrepareReport& report, const QStringList& inputs) {
     QJsonObject object;
     for (int reason = 0; reason < dropReasonCount; ++reason) {
-        const Dropped& dropped = table.report.dropped[static_cast<size_t>(reason)];
+        const Dropped& dropped = report.dropped[static_cast<size_t>(reason)];
         if (dropped.count == 0)
             continue;
         QJsonArray first;
         for (const InputLine& where : dropped.firstLines)
-            first.append(
-                QJsonObject{{"file", table.inputs.value(where.input)}, {"line", where.line}});
+            first.append(QJsonObject{{"file", inputs.value(where.input)}, {"line", where.line}});
         object[nameOf(static_cast<DropReason>(reason))] =
             QJsonObject{{"count", dropped.count}, {"first", first}};
     }
     return object;
-}
-
-} // namespace
-
-QString columnsText(const PreparedTable& table) {
-    const PrepareReport& report = table.report;
-    const ColumnChoice& columns = report.table.columns;
-    QString text = notesText("Columns", columns.notes) + notesText("Not chosen", columns.others);
-    for (const QList<QString>& remarks : {columns.remarks, report.remarks})
-        for (const QString& remark : remarks)
-            text += QLatin1String("Note: ") + remark + QLatin1Char('\n');
-    if (!report.keptTest.isEmpty())
-        text += QStringLiteral("Test kept: %1\n").arg(QString::fromUtf8(report.keptTest));
-    return text;
 }
 
 QString rowsText(const PreparedTable& table) {
@@ -159,7 +164,7 @@ QString rowsText(const PreparedTable& table) {
     QString text = made.isEmpty() ? QString() : QStringLiteral("Changed\n");
     for (const Change& change : made)
         text += QStringLiteral("  %1: %2\n").arg(change.count).arg(change.text);
-    return text + droppedText(table);
+    return text + droppedText(table.report, table.inputs, "Dropped");
 }
 
 QByteArray textOf(const PreparedTable& table) {
@@ -170,7 +175,7 @@ QByteArray textOf(const PreparedTable& table) {
                        .arg(report.written)
                        .arg(table.output)
                        .arg(report.rows - report.written);
-    text += columnsText(table) + chromosomesText(report.chromosomes);
+    text += columnsText(report) + chromosomesText(report.chromosomes);
     text += report.wasInOrder ? QStringLiteral("Order: as in the file\n")
                               : QStringLiteral("Order: sorted by chromosome and position\n");
     return (text + rowsText(table)).toUtf8();
@@ -185,20 +190,17 @@ QJsonObject jsonOf(const PreparedTable& table) {
     for (const ChromosomeCount& chromosome : report.chromosomes)
         chromosomes.append(QJsonObject{{"name", QString::fromUtf8(chromosome.name)},
                                        {"markers", chromosome.markers}});
-    const QStringList remarks = QStringList(report.table.columns.remarks) + report.remarks;
-    return {{"version", 1},
-            {"command", "prepare"},
-            {"inputs", QJsonArray::fromStringList(table.inputs)},
-            {"output", table.output},
-            {"rows", report.rows},
-            {"written", report.written},
-            {"columns", notesJson(report.table.columns.notes)},
-            {"not_chosen", notesJson(report.table.columns.others)},
-            {"remarks", QJsonArray::fromStringList(remarks)},
-            {"kept_test", QString::fromUtf8(report.keptTest)},
-            {"chromosomes", chromosomes},
-            {"was_in_order", report.wasInOrder},
-            {"changed", changed},
-            {"strongest_neg_log10_p", QString::fromUtf8(report.strongest)},
-            {"dropped", droppedJson(table)}};
+    QJsonObject json = columnsJson(report);
+    json["version"] = 1;
+    json["command"] = "prepare";
+    json["inputs"] = QJsonArray::fromStringList(table.inputs);
+    json["output"] = table.output;
+    json["rows"] = report.rows;
+    json["written"] = report.written;
+    json["chromosomes"] = chromosomes;
+    json["was_in_order"] = report.wasInOrder;
+    json["changed"] = changed;
+    json["strongest_neg_log10_p"] = QString::fromUtf8(report.strongest);
+    json["dropped"] = droppedJson(report, table.inputs);
+    return json;
 }

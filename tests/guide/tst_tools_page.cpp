@@ -85,20 +85,31 @@ void ToolsPage::init() {
     const QDir folder(QStringLiteral(PELMARK_GUIDE_DATA "/tool_outputs"));
     for (const QString& name : folder.entryList(QDir::Files))
         QVERIFY(QFile::copy(folder.filePath(name), m_run->path(name)));
+    const QString table = QStringLiteral("peak.txt"); // as the window saves it
+    QVERIFY(QFile::copy(QStringLiteral(PELMARK_GUIDE_DATA "/") + table, m_run->path(table)));
 }
 
 void ToolsPage::optionsAreListed_data() {
     QTest::addColumn<QString>("command");
-    QTest::newRow("check") << "check";
-    QTest::newRow("prepare") << "prepare";
-    QTest::newRow("hits") << "hits";
+    QTest::addColumn<QString>("heading");
+    QTest::newRow("check") << "check"
+                           << "## check";
+    QTest::newRow("prepare") << "prepare"
+                             << "## prepare";
+    QTest::newRow("hits") << "hits"
+                          << "## hits";
+    QTest::newRow("keep") << "keep"
+                          << "## keep and drop";
+    QTest::newRow("drop") << "drop"
+                          << "## keep and drop";
 }
 
 // Each with what stands for its value, and the values it can have.
 void ToolsPage::optionsAreListed() {
     QFETCH(QString, command);
+    QFETCH(QString, heading);
     const QString help = QString::fromUtf8(m_run->run({command, QStringLiteral("--help")}).out);
-    QString text = part(QStringLiteral("## ") + command);
+    QString text = part(heading);
     text.remove(u'\\');
     QCOMPARE(found(text, QStringLiteral("^\\| (?:`-\\w`, )?`(--[^`]*)` \\|")),
              found(help, QStringLiteral("^  (?:-\\w,)?(--[a-z0-9-]+(?: [A-Z=|]+)?)")));
@@ -156,8 +167,12 @@ void ToolsPage::keysAreListed() {
     m_run->write(QStringLiteral("one.txt"), "chr\tpos\tp\n1\t5\t1e-9\n");
     const QJsonObject hits = report({"hits", "one.txt", "-q", "-o", "hits.tsv", json, "-"});
     QCOMPARE(hits["leads"].toArray().size(), 1);
+    QJsonObject dropped =
+        report({"drop", "trait.regenie", "peak.txt", "-q", "-o", "out.txt", json, "-"});
+    QCOMPARE(dropped["written"], 7);
+    dropped["without_marker"] = dropped["without_marker"].toObject()["p-missing"];
     const QString text = part(QStringLiteral("## JSON, version 1"));
-    for (const QJsonObject& object : {prepared, checked, hits}) {
+    for (const QJsonObject& object : {prepared, checked, hits, dropped}) {
         QCOMPARE(object["version"], 1);
         for (const QString& key : keysOf(object))
             QVERIFY2(text.contains(u'`' + key + u'`'), qPrintable(key));
