@@ -31,6 +31,25 @@ const char* const awk =
     "awk -F'\t' 'NR == 1 { print \"Chr\\tPosition\\tP\\t-log10(P)\\tID\"; next } "
     "{ printf \"%s\\t%s\\t%s\\t%.6g\\t%s\\n\", $1, $2, $9, -log($9) / log(10), $3 }'";
 
+// Two tables of a thousand rows, as the window saves them: of the first and of the last chromosome.
+QStringList savedTables(const QString& file) {
+    const QString prepared = inWorkFolder("prepared.txt");
+    prepare(file)();
+    QStringList tables;
+    for (const char* end : {"head", "tail"}) {
+        const QString table = inWorkFolder(QLatin1String(end) + QLatin1String(".txt"));
+        pipeline(QStringLiteral("{ head -n 1 '%1' | cut -f 1-4; sed 1d '%1' | %2 -n 1000 | "
+                                "cut -f 1-4; } > '%3' || true")
+                     .arg(prepared, QLatin1String(end), table))();
+        tables << table;
+    }
+    return tables;
+}
+
+// Looks the rows of the tables up by position and p.
+const char* const awkDrop = "awk -F'\t' 'FNR == 1 { ++file } file < 3 { named[$2, $3]; next } "
+                            "!(($2, $9) in named)' ";
+
 class Packed {
 public:
     explicit Packed(const QString& file) : m_path(file + ".gz") {
@@ -54,36 +73,44 @@ QList<Verdict> reportTools(const Plan& plan) {
     const ScanFile file(plainLayout(), lines), random(shuffled, lines);
     const Packed packed(file.path());
     const QString byAwk = inWorkFolder("by_awk.txt");
-    const QList<Verdict> verdicts =
-        compare(plan, "pelmark-tools", lines,
-                {{"check",
-                  {"", tools({"check", "--quiet", file.path()})},
-                  {"the window's reading", parts({"scan", file.path()}), {}, "scan"},
-                  "check-vs-scan"},
-                 {"prepare",
-                  {"", prepare(file.path())},
-                  {"`wc -l`", command({"wc", "-l", file.path()})},
-                  "prepare-vs-wc",
-                  "prepare-memory"},
-                 {"prepare, gzip",
-                  {"", prepare(packed.path())},
-                  {"`zcat | wc -l`", pipeline("zcat '" + packed.path() + "' | wc -l")},
-                  "prepare-gzip-vs-zcat"},
-                 {"prepare, gzip",
-                  {"", prepare(packed.path())},
-                  {"`zcat | awk`",
-                   makes(byAwk, pipeline("zcat '" + packed.path() + "' | " + awk + " > " + byAwk))},
-                  "prepare-gzip-vs-awk"},
-                 {"hits",
-                  {"", tools({"hits", "--quiet", file.path(), "-o", inWorkFolder("hits.tsv")})},
-                  {"the window's reading", parts({"scan", file.path()}), {}, "scan"},
-                  "hits-vs-scan"},
-                 {"prepare, random order",
-                  {"", prepare(random.path())},
-                  {"in order", prepare(file.path())},
-                  "prepare-random-vs-ordered",
-                  "prepare-random-memory"}});
-    for (const char* name : {"prepared.txt", "by_awk.txt", "hits.tsv"})
+    const QStringList tables = savedTables(file.path());
+    const QString dropped = inWorkFolder("dropped.txt");
+    const Run drop = makes(dropped, tools(QStringList{"drop", file.path()} + tables +
+                                          QStringList{"-q", "-o", dropped}));
+    const QString dropByAwk = awkDrop + tables.join(' ') + ' ' + file.path() + " > " + byAwk;
+    const QList<Verdict> verdicts = compare(
+        plan, "pelmark-tools", lines,
+        {{"check",
+          {"", tools({"check", "--quiet", file.path()})},
+          {"the window's reading", parts({"scan", file.path()}), {}, "scan"},
+          "check-vs-scan"},
+         {"prepare",
+          {"", prepare(file.path())},
+          {"`wc -l`", command({"wc", "-l", file.path()})},
+          "prepare-vs-wc",
+          "prepare-memory"},
+         {"prepare, gzip",
+          {"", prepare(packed.path())},
+          {"`zcat | wc -l`", pipeline("zcat '" + packed.path() + "' | wc -l")},
+          "prepare-gzip-vs-zcat"},
+         {"prepare, gzip",
+          {"", prepare(packed.path())},
+          {"`zcat | awk`",
+           makes(byAwk, pipeline("zcat '" + packed.path() + "' | " + awk + " > " + byAwk))},
+          "prepare-gzip-vs-awk"},
+         {"hits",
+          {"", tools({"hits", "--quiet", file.path(), "-o", inWorkFolder("hits.tsv")})},
+          {"the window's reading", parts({"scan", file.path()}), {}, "scan"},
+          "hits-vs-scan"},
+         {"prepare, random order",
+          {"", prepare(random.path())},
+          {"in order", prepare(file.path())},
+          "prepare-random-vs-ordered",
+          "prepare-random-memory"},
+         {"drop", {"", drop}, {"`wc -l`", command({"wc", "-l", file.path()})}, "drop-vs-wc"},
+         {"drop", {"", drop}, {"awk", makes(byAwk, pipeline(dropByAwk))}, "drop-vs-awk"}});
+    for (const char* name :
+         {"prepared.txt", "by_awk.txt", "dropped.txt", "head.txt", "tail.txt", "hits.tsv"})
         QFile::remove(inWorkFolder(name));
     return verdicts;
 }
