@@ -25,7 +25,7 @@ std::optional<DropReason> PlaceReader::read(const TableRows& rows, std::string_v
                          : viewOf(m_table.columns.chromosomeValue);
         positionText = rows.field(static_cast<size_t>(m_table.columns.position));
     }
-    const bool isKnown = chromosome == viewOf(m_knownLabel);
+    const bool isKnown = !chromosome.empty() && chromosome == viewOf(m_knownLabel);
     const auto isNowhere = [](std::string_view text) { return text == "0" || text == "-9"; };
     // Some tools write both as 0 or -9 where the place is not known.
     if (!isKnown && isNowhere(chromosome) && isNowhere(positionText))
