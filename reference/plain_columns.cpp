@@ -6,6 +6,7 @@
 #include "plain_titles.h"
 #include "title_table.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <iterator>
 #include <map>
@@ -24,9 +25,8 @@ bool isIn(const List& list, const QString& text) {
 
 class Chooser {
 public:
-    Chooser(const QStringList& titles, const QList<QStringList>& rows,
-            const PrepareOptions& options)
-        : m_titles(titles), m_rows(rows), m_options(options) {}
+    Chooser(const Layout& layout, const QList<QStringList>& rows, const PrepareOptions& options)
+        : m_layout(layout), m_titles(layout.titles), m_rows(rows), m_options(options) {}
 
     Columns choose() const {
         Columns columns;
@@ -36,7 +36,7 @@ public:
         const int test = named(m_options.test), sample = named(m_options.sample);
         for (const auto& [title, value] : m_options.where)
             columns.where << qMakePair(named(title), QString::fromLatin1(value));
-        choosePlace(m_titles, m_rows, m_options, {chromosome, position, name}, columns);
+        choosePlace(m_layout, m_rows, m_options, {chromosome, position, name}, columns);
         if (isVcf() && p < 0)
             chooseSample(columns, sample);
         else if (m_options.pSource != PSource::Column)
@@ -63,7 +63,6 @@ public:
         columns.position = 1;
         columns.p = 2;
         columns.log = 3;
-        columns.name = nameColumn();
         return columns;
     }
 
@@ -163,7 +162,47 @@ private:
         std::erase_if(candidates, [](const auto& each) { return each.second.isNever; });
         if (candidates.empty())
             throw Failure{RefusalCode::NoPValue};
-        chooseAmong(columns, bestGroup(candidates));
+        std::map<int, PTitle> group = bestGroup(candidates);
+        if (const PTitle& best = group.begin()->second; best.tier > 0 || best.rank > 1)
+            mustHaveNoGluedTitle();
+        const auto isText = [this](const auto& each) { return holdsTexts(each.first); };
+        if (!std::all_of(group.begin(), group.end(), isText))
+            std::erase_if(group, isText);
+        chooseAmong(columns, group);
+    }
+
+    QStringList values(int column) const {
+        QStringList texts;
+        for (const QStringList& row : m_rows.mid(0, 1000))
+            if (!isMissing(row.value(column)))
+                texts << m_layout.withPoint(row[column]);
+        return texts;
+    }
+
+    // A column like pval_origin says something about p.
+    bool holdsTexts(int column) const {
+        int numbers = 0, texts = 0;
+        for (const QString& text : values(column))
+            ++(readP(text).kind == PText::NotANumber ? texts : numbers);
+        return texts > numbers;
+    }
+
+    // A title such as metaP, whose values may be those of p, weighs against a title like sexdiff_p.
+    void mustHaveNoGluedTitle() const {
+        static const QRegularExpression glued("[a-z]P$");
+        for (int i = 0; i < m_titles.size(); ++i)
+            if (glued.match(m_titles[i]).hasMatch() && !pTitle(m_titles[i]) &&
+                !pTitle(m_titles[i].chopped(1) + "_p")->isNever && holdsProbabilities(i))
+                throw Failure{RefusalCode::SeveralPValues};
+    }
+
+    bool holdsProbabilities(int column) const {
+        const QStringList texts = values(column);
+        return !texts.isEmpty() && std::all_of(texts.begin(), texts.end(), [](const QString& text) {
+            const Decimal number = decimal(text);
+            return number.isFinite && static_cast<double>(number.value) >= 0 &&
+                   static_cast<double>(number.value) <= 1;
+        });
     }
 
     // With it goes the only logarithm of the same words.
@@ -217,10 +256,10 @@ private:
                     throw Failure{RefusalCode::SeveralPValues};
     }
 
-    static bool areEqual(const QString& a, const QString& b) {
+    bool areEqual(const QString& a, const QString& b) const {
         if (isMissing(a) || isMissing(b))
             return isMissing(a) == isMissing(b);
-        const Decimal x = decimal(a), y = decimal(b);
+        const Decimal x = decimal(m_layout.withPoint(a)), y = decimal(m_layout.withPoint(b));
         return a == b || (x.isFinite && y.isFinite &&
                           static_cast<double>(x.value) == static_cast<double>(y.value));
     }
@@ -246,6 +285,7 @@ private:
         return -1;
     }
 
+    const Layout& m_layout;
     const QStringList& m_titles;
     const QList<QStringList>& m_rows;
     const PrepareOptions& m_options;
@@ -253,10 +293,9 @@ private:
 
 } // namespace
 
-std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
-                                             const QList<QStringList>& rows,
+std::variant<Columns, RefusalCode> columnsOf(const Layout& layout, const QList<QStringList>& rows,
                                              const PrepareOptions& options, bool isPrepared) {
-    const Chooser chooser(titles, rows, options);
+    const Chooser chooser(layout, rows, options);
     try {
         return isPrepared ? chooser.choosePrepared() : chooser.choose();
     } catch (const Failure& failure) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plain_layout.h"
 #include "prepare_options.h"
 #include "refusal.h"
 
@@ -38,8 +39,7 @@ struct Columns {
 
 // The columns by their titles and, where these leave it open, by the rows below. Those of a
 // prepared table are known.
-std::variant<Columns, RefusalCode> columnsOf(const QStringList& titles,
-                                             const QList<QStringList>& rows,
+std::variant<Columns, RefusalCode> columnsOf(const Layout& layout, const QList<QStringList>& rows,
                                              const PrepareOptions& options, bool isPrepared);
 
 } // namespace plain

@@ -1,6 +1,6 @@
 #include "plain_header.h"
 
-#include "plain_layout.h"
+#include "plain_body.h"
 #include "plain_p.h"
 #include "plain_titles.h"
 #include "title_table.h"
@@ -130,11 +130,24 @@ private:
             return false;
         const QList<QStringList> first = fieldsOfBody(body.mid(0, linesCompared + 1), ofBody);
         dropEmptyEnd(first);
-        if (!bodyAgrees(first, line < 0 ? first.first().size() : m_table.titles.size()))
-            return false;
         const QList<QStringList> rows = fieldsOfBody(body, ofBody);
+        const qsizetype columns = line < 0 ? first.first().size() : m_table.titles.size();
+        const bool hasRowNames = line >= 0 && !m_table.endsInList() &&
+                                 haveOneFieldMore(first, columns) &&
+                                 (startWithNumbersInQuotes(body, first) ||
+                                  (startWithRowNames(body, first) && !makeSense(rows)));
+        if (hasRowNames)
+            m_table.titles.prepend(QString());
+        else if (!bodyAgrees(first, columns, m_table.endsInList()))
+            return false;
         m_table.decimalComma = ofBody == Separator::Semicolon && hasDecimalComma(rows);
         return chooseColumns(rows);
+    }
+
+    // Whether the titles fit the rows as they stand.
+    bool makeSense(const QList<QStringList>& rows) const {
+        const auto chosen = columnsOf(m_table, rows, m_options, false);
+        return std::holds_alternative<Columns>(chosen);
     }
 
     bool hasNumbers(const QStringList& titles) const {
@@ -169,7 +182,7 @@ private:
 
     bool chooseColumns(const QList<QStringList>& rows) {
         const bool prepared = m_table.header == 0 && isPrepared(m_lines.first(), m_options);
-        const auto chosen = columnsOf(m_table.titles, rows, m_options, prepared);
+        const auto chosen = columnsOf(m_table, rows, m_options, prepared);
         if (const auto* columns = std::get_if<Columns>(&chosen)) {
             m_table.columns = *columns;
             return true;
@@ -190,10 +203,6 @@ private:
 };
 
 } // namespace
-
-QString Table::withPoint(const QString& text) const {
-    return decimalComma && !text.contains(u'.') ? QString(text).replace(u',', u'.') : text;
-}
 
 Table findTable(const QStringList& lines, const PrepareOptions& options) {
     return HeaderSearch(lines, options).find();

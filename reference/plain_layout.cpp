@@ -1,5 +1,8 @@
 #include "plain_layout.h"
 
+#include "plain_titles.h"
+#include "title_table.h"
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -26,7 +29,8 @@ bool isSeparator(QChar character, Separator separator) {
 bool readQuoted(const QString& line, Separator separator, qsizetype& place, QString& text) {
     static const QRegularExpression quoted("\\G[ ]*\"((?:[^\"]|\"\")*)\"[ ]*");
     const QRegularExpressionMatch match = quoted.match(line, place);
-    if (!match.hasMatch())
+    // Two fields between tabs with a lone quote each stay two.
+    if (!match.hasMatch() || (separator == Separator::Tab && match.captured().contains(u'\t')))
         return false;
     const qsizetype end = match.capturedEnd();
     if (end < line.size() && !isSeparator(line[end], separator))
@@ -79,6 +83,24 @@ QByteArray utf8(const QByteArray& file) {
 
 } // namespace
 
+QString Layout::withPoint(const QString& text) const {
+    return decimalComma && !text.contains(u'.') ? QString(text).replace(u',', u'.') : text;
+}
+
+QString Layout::wholeText(QString text) const {
+    static const QRegularExpression thousands("^\\d{1,3}(,\\d{3})+$");
+    if (quoted && !decimalComma && thousands.match(text).hasMatch())
+        return text.remove(u',');
+    return withPoint(text);
+}
+
+bool Layout::endsInList() const {
+    for (const QString& title : titles)
+        if (normalTitle(title).contains(fromData(title_table::listTitlePiece)))
+            return true;
+    return false;
+}
+
 QStringList linesOf(const QByteArray& file) {
     QString text = QString::fromLatin1(utf8(file));
     text.replace("\r\n", "\n");
@@ -100,22 +122,6 @@ QStringList fieldsOf(const QString& line, Separator separator) {
     default:
         return separatedFields(line, separator);
     }
-}
-
-bool bodyAgrees(QList<QStringList> rows, qsizetype columns) {
-    for (QStringList& fields : rows)
-        while (fields.size() > columns && fields.last().isEmpty())
-            fields.removeLast();
-    // The file may be cut short there.
-    if (rows.size() > 1 && rows.size() <= 20 && rows.last().size() < columns)
-        rows.removeLast();
-    int agreeing = 0, shorter = 0;
-    rows = rows.mid(0, 20);
-    for (const QStringList& fields : rows) {
-        agreeing += fields.size() == columns ? 1 : 0;
-        shorter += fields.size() < columns ? 1 : 0;
-    }
-    return agreeing + shorter == rows.size() && agreeing > shorter;
 }
 
 bool isComment(const QString& line) {

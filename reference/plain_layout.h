@@ -8,13 +8,26 @@
 // Lines and fields. Texts are bytes, one a QChar.
 namespace plain {
 
+// How a table is laid out.
+struct Layout {
+    Separator separator = Separator::Tab; // of its body
+    qsizetype header = -1;                // its line, from 0; -1 without
+    QStringList titles;
+    bool quoted = false;
+    bool decimalComma = false;
+
+    // A number's text, with a point.
+    QString withPoint(const QString& text) const;
+    // A position's text: 1,234,567 where a comma can be in a field is 1234567.
+    QString wholeText(QString text) const;
+    // Whether one title says that the lines end in a list, and have more fields then.
+    bool endsInList() const;
+};
+
 // The lines of an unpacked file, from 1 in the file and from 0 here.
 QStringList linesOf(const QByteArray& file);
 
 QStringList fieldsOf(const QString& line, Separator separator);
-
-// Whether the first rows of a body have as many fields as its titles, though a few may be short.
-bool bodyAgrees(QList<QStringList> rows, qsizetype columns);
 
 bool isComment(const QString& line);
 bool isEmpty(const QString& line);

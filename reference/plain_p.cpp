@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QRegularExpression>
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 namespace plain {
@@ -25,6 +26,18 @@ PText good(const QString& p, const QString& log, long double negLog10) {
 
 PText one(const QString& log = QStringLiteral("0")) {
     return good(QStringLiteral("1"), log, 0);
+}
+
+// 10 to the power of -negLog10, with 17 digits also where a double holds fewer.
+QString powerOfTen(double negLog10) {
+    const auto p = static_cast<double>(std::pow(10.0L, -static_cast<long double>(negLog10)));
+    if (p >= DBL_MIN)
+        return QString::asprintf("%.17g", p);
+    if (negLog10 > logOfSmallest)
+        return smallestDouble;
+    const double exponent = std::ceil(negLog10);
+    const auto digits = static_cast<double>(std::pow(10.0L, exponent - negLog10));
+    return QString::asprintf("%.17ge-%.0f", digits, exponent);
 }
 
 } // namespace
@@ -88,12 +101,15 @@ PText readLog(const QString& text, PScale scale) {
     const Decimal number = decimal(text);
     if (!number.isFinite)
         return {PText::NotANumber, {}, {}, 0, false};
-    const long double value = number.isNegative ? -std::abs(number.value) : number.value;
-    long double negLog10 = value;
+    // A -log10 p is what a double holds of it.
+    bool isRead = false;
+    double negLog10 = text.toDouble(&isRead);
+    if (!isRead)
+        negLog10 = static_cast<double>(number.value);
     if (scale == PScale::Log10)
-        negLog10 = -value;
+        negLog10 = -negLog10;
     if (scale == PScale::Ln)
-        negLog10 = -value * 0.434294481903251827651L;
+        negLog10 = -negLog10 / std::log(10.0);
     const QString turned = text.startsWith(u'-') ? text.mid(1) : text;
     const QString log = scale == PScale::NegLog10 ? text
                         : scale == PScale::Log10  ? turned
@@ -102,13 +118,9 @@ PText readLog(const QString& text, PScale scale) {
         return {PText::OutOfRange, {}, {}, 0, false};
     if (negLog10 < 0 || (negLog10 == 0 && text.startsWith(u'-')))
         return one();
-    if (negLog10 > logOfSmallest) {
-        PText result = good(smallestDouble, log, negLog10);
-        result.isOnlyText = true;
-        return result;
-    }
-    const double p = static_cast<double>(std::pow(10.0L, -negLog10));
-    return good(QString::number(p, 'g', 17), log, negLog10);
+    PText result = good(powerOfTen(negLog10), log, negLog10);
+    result.isOnlyText = result.p == smallestDouble;
+    return result;
 }
 
 PText readZ(const QString& z, const QString& divisor) {

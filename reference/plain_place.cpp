@@ -28,9 +28,9 @@ struct Candidate {
 
 class PlaceChooser {
 public:
-    PlaceChooser(const QStringList& titles, const QList<QStringList>& rows,
+    PlaceChooser(const Layout& layout, const QList<QStringList>& rows,
                  const PrepareOptions& options)
-        : m_titles(titles), m_rows(rows), m_options(options) {}
+        : m_layout(layout), m_titles(layout.titles), m_rows(rows), m_options(options) {}
 
     void choose(Columns& columns, int chromosome, int position, int name) const {
         if (position >= 0 && isJoined(position, 51)) {
@@ -125,20 +125,46 @@ private:
         return false;
     }
 
-    // The best position: one that names no build, unless all do. They must then name the same one.
+    // The best position: one that names no build, unless all do. Those that name none must hold the
+    // same positions, the others must name the same build.
     int bestPosition(QList<Candidate> candidates) const {
-        candidates.removeIf(
-            [rank = candidates.first().rank](const Candidate& each) { return each.rank != rank; });
+        QList<int> plain;
         QSet<QString> builds;
-        for (const Candidate& each : candidates) {
+        for (const Candidate& each : std::as_const(candidates)) {
+            if (each.rank != candidates.first().rank)
+                continue;
             const QString build = buildInTitle(m_titles[each.column]);
             if (build.isEmpty())
-                return each.column;
+                plain << each.column;
             builds << build;
         }
-        if (builds.size() > 1)
+        for (const int column : std::as_const(plain))
+            if (holdOthers(plain.first(), column))
+                throw Failure{RefusalCode::SeveralBuilds};
+        if (plain.isEmpty() && builds.size() > 1)
             throw Failure{RefusalCode::SeveralBuilds};
-        return candidates.first().column;
+        return plain.value(0, candidates.first().column);
+    }
+
+    Decimal positionIn(const QStringList& row, int column) const {
+        return decimal(m_layout.wholeText(row.value(column)));
+    }
+
+    static bool isPosition(const Decimal& number) {
+        return number.isWhole() && number.value <= 2147483647.0L;
+    }
+
+    // Whether two columns hold other positions on more than 1 in 100 rows.
+    bool holdOthers(int a, int b) const {
+        int all = 0, apart = 0;
+        for (const QStringList& row : m_rows) {
+            const Decimal x = positionIn(row, a), y = positionIn(row, b);
+            if (!isPosition(x) || !isPosition(y))
+                continue;
+            ++all;
+            apart += x.value != y.value ? 1 : 0;
+        }
+        return apart * 100 > all;
     }
 
     // The best chromosome: of the position's build, if there is one.
@@ -195,8 +221,8 @@ private:
     bool areOneLater(int end, int start) const {
         int all = 0, oneLater = 0;
         for (const QStringList& row : m_rows) {
-            const Decimal from = decimal(row.value(start)), to = decimal(row.value(end));
-            if (!from.isWhole() || !to.isWhole())
+            const Decimal from = positionIn(row, start), to = positionIn(row, end);
+            if (!isPosition(from) || !isPosition(to))
                 continue;
             ++all;
             oneLater += to.value == from.value + 1 ? 1 : 0;
@@ -242,6 +268,7 @@ private:
         return -1;
     }
 
+    const Layout& m_layout;
     const QStringList& m_titles;
     const QList<QStringList>& m_rows;
     const PrepareOptions& m_options;
@@ -249,9 +276,9 @@ private:
 
 } // namespace
 
-void choosePlace(const QStringList& titles, const QList<QStringList>& rows,
+void choosePlace(const Layout& layout, const QList<QStringList>& rows,
                  const PrepareOptions& options, const NamedPlace& named, Columns& columns) {
-    PlaceChooser(titles, rows, options)
+    PlaceChooser(layout, rows, options)
         .choose(columns, named.chromosome, named.position, named.name);
 }
 

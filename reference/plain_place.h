@@ -16,7 +16,7 @@ struct NamedPlace {
 
 // Chooses the columns of chromosome and position, or the one that holds both. Throws a Failure
 // where there are none.
-void choosePlace(const QStringList& titles, const QList<QStringList>& rows,
+void choosePlace(const Layout& layout, const QList<QStringList>& rows,
                  const PrepareOptions& options, const NamedPlace& named, Columns& columns);
 
 // Chromosome and position.

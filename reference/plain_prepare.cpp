@@ -202,10 +202,10 @@ private:
         const Columns& c = m_table.columns;
         QList<int> others;
         for (int i = 0; i < m_table.titles.size(); ++i)
-            if (i != c.chromosome && i != c.position && i != c.p && (c.p >= 0 || i != c.log) &&
-                i != c.name)
+            if (i != c.chromosome && i != c.position && i != c.p && i != c.name &&
+                ((c.p >= 0 && !c.isPrepared) || i != c.log))
                 others << i;
-        return m_options.allColumns ? others : QList<int>();
+        return m_options.allColumns || c.isPrepared ? others : QList<int>();
     }
 
     QByteArray headerLine() const {

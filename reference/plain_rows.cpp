@@ -68,14 +68,30 @@ qsizetype RowReader::fieldsNeeded() const {
     return *std::max_element(columns.begin(), columns.end()) + 1;
 }
 
+// Whether a line may lack another field than the last, or have one parted in two.
+bool RowReader::hasOddFields(const Row& row) const {
+    const qsizetype titles = m_table.titles.size();
+    if (titles == 0 || m_table.endsInList())
+        return false;
+    switch (m_table.separator) {
+    case Separator::Tab:
+        return false;
+    case Separator::Comma:
+    case Separator::Semicolon:
+        return !row.fields.mid(titles).join(QString()).isEmpty();
+    default:
+        return row.fields.size() != titles;
+    }
+}
+
 void RowReader::findLineFault(Row& row, const QString& header) const {
     if (isEmpty(row.text))
         row.lineFault = "empty";
-    else if (row.text == header)
+    else if (row.text == header || (!header.isEmpty() && row.fields == m_table.titles))
         row.lineFault = "repeated-header";
     else if (isComment(row.text))
         row.lineFault = "comment";
-    else if (row.fields.size() < fieldsNeeded())
+    else if (row.fields.size() < fieldsNeeded() || hasOddFields(row))
         row.lineFault = "short-line";
 }
 
@@ -168,22 +184,14 @@ void RowReader::readPlace(Row& row) const {
         row.placeFault = "chromosome-missing";
 }
 
-// 1,234,567 where a comma can be in a field.
-QString RowReader::wholeText(QString text) const {
-    static const QRegularExpression thousands("^\\d{1,3}(,\\d{3})+$");
-    if (m_table.quoted && !m_table.decimalComma && thousands.match(text).hasMatch())
-        return text.remove(u',');
-    return m_table.withPoint(text);
-}
-
 Decimal RowReader::positionNumber(const Row& row) const {
-    return decimal(wholeText(row.field(m_table.columns.position)));
+    return decimal(m_table.wholeText(row.field(m_table.columns.position)));
 }
 
 QString RowReader::readPosition(const QString& text, qint64& position) const {
     if (isMissing(text))
         return "position-missing";
-    const Decimal number = decimal(wholeText(text));
+    const Decimal number = decimal(m_table.wholeText(text));
     if (!number.isWhole())
         return "position-not-whole";
     const long double value = number.value + (m_options.zeroBased && !isByName() ? 1 : 0);

@@ -49,9 +49,9 @@ public:
 
 private:
     qsizetype fieldsNeeded() const;
+    bool hasOddFields(const Row& row) const;
     bool isByName() const { return m_table.columns.joined < 0 && m_table.columns.position < 0; }
     QString number(const Row& row, int column) const;
-    QString wholeText(QString text) const;
     QString readPosition(const QString& text, qint64& position) const;
 
     const Table& m_table;

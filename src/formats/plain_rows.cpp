@@ -1,5 +1,6 @@
 #include "plain_rows.h"
 
+#include "line_faults.h"
 #include "number_fields.h"
 #include "number_text.h"
 #include "p_value.h"
@@ -42,12 +43,14 @@ PlainRows::PlainRows(const Understanding& table, const PrepareOptions& options, 
                    !table.format.decimalComma && !options.zeroBased && !options.allColumns &&
                    !options.lineNumbers;
     m_columnsNeeded = 1 + std::max({m_chromosome, m_position, m_p, m_name});
+    m_mostFields = mostFields(table.format);
 }
 
 // `label` is that of all rows; empty for any.
 bool PlainRows::isPlain(const TableRows& rows, std::string_view label, int lastPosition,
                         Row& row) const {
-    if (rows.fieldCount() < m_columnsNeeded || rows.text().front() == '#')
+    if (rows.fieldCount() < m_columnsNeeded || rows.fieldCount() > m_mostFields ||
+        rows.text().front() == '#')
         return false;
     row = {rows.field(m_chromosome),
            rows.field(m_position),

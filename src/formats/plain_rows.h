@@ -42,6 +42,7 @@ private:
     size_t m_chromosome, m_position, m_p, m_name; // columns
     bool m_hasName;
     size_t m_columnsNeeded;
+    size_t m_mostFields; // where a row has more, they may be shifted
     std::array<Row, 128> m_batch;
     size_t m_size = 0; // of the batch
     TextBuffer m_text;

@@ -1,8 +1,8 @@
 #include "prepare.h"
 
-#include "body_agreement.h"
 #include "column_option.h"
 #include "input_file.h"
+#include "line_faults.h"
 #include "output_columns.h"
 #include "p_converter.h"
 #include "place_reader.h"
@@ -48,9 +48,7 @@ private:
     Failure findColumns();
     Failure readInput(int index);
     Failure takePlainRows(TableRows& rows, bool& isLeft);
-    Failure takeRow(const TableRows& rows);
-    std::optional<DropReason> lineFault(const TableRows& rows) const;
-    bool isHeader(const TableRows& rows) const;
+    Failure takeRow(const TableRows& rows, const LineFaults& faults);
     std::optional<DropReason> filterFault(const TableRows& rows) const;
     bool foundAdditiveTest() const { return m_parts.hasAdditiveTest(); }
     void appendName(const TableRows& rows);
@@ -74,8 +72,6 @@ private:
     QList<std::pair<int, QByteArray>> m_where;
     QList<int> m_extraColumns;
     size_t m_columnsNeeded = 0;
-    size_t m_fieldsExpected = 0; // of each line; 0 where that does not matter
-    QByteArray m_headerLine;
     TableParts m_parts;
     TextBuffer m_text;
     int m_input = 0;
@@ -129,8 +125,6 @@ Failure Preparation::findColumns() {
     for (const auto& [column, value] : std::as_const(m_where))
         last = std::max(last, column);
     m_columnsNeeded = static_cast<size_t>(last) + 1;
-    if (format.separator >= Separator::Spaces && !endsInList(format.titles))
-        m_fieldsExpected = static_cast<size_t>(format.titles.size());
     const auto isFiltered = [&](int column) {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });
@@ -184,19 +178,20 @@ Failure Preparation::readInput(int index) {
         return failure;
     const TableFormat& format = m_tables[index].format;
     TableRows rows(input.text(), format);
+    LineFaults faults(format, m_columnsNeeded);
     constexpr qint64 progressStep = 65'536; // rows
     qint64 nextReport = m_report.rows + progressStep;
     while (rows.next()) {
         if (rows.line() <= format.headerLine) {
             if (rows.line() == format.headerLine)
-                m_headerLine = bytesOf(rows.text());
+                faults.setHeader(rows.text());
             continue;
         }
         bool isLeft = true;
         if (Failure failure = takePlainRows(rows, isLeft))
             return failure;
         if (isLeft)
-            if (Failure failure = takeRow(rows))
+            if (Failure failure = takeRow(rows, faults))
                 return failure;
         if (foundAdditiveTest())
             return std::nullopt;
@@ -218,9 +213,9 @@ Failure Preparation::takePlainRows(TableRows& rows, bool& isLeft) {
     return m_sink.error().isEmpty() ? std::nullopt : Failure(unwritable());
 }
 
-Failure Preparation::takeRow(const TableRows& rows) {
+Failure Preparation::takeRow(const TableRows& rows, const LineFaults& faults) {
     ++m_report.rows;
-    std::optional<DropReason> reason = lineFault(rows);
+    std::optional<DropReason> reason = faults.find(rows);
     if (!reason)
         reason = filterFault(rows);
     m_text.clear();
@@ -245,34 +240,6 @@ Failure Preparation::takeRow(const TableRows& rows) {
     m_parts.note(rows, chromosome, position);
     ++m_report.written;
     return m_sink.add(chromosome, position, m_text.view()) ? std::nullopt : Failure(unwritable());
-}
-
-std::optional<DropReason> Preparation::lineFault(const TableRows& rows) const {
-    const std::string_view line = rows.text();
-    if (line.find_first_not_of(" \t") == std::string_view::npos)
-        return DropReason::Empty;
-    if (isHeader(rows))
-        return DropReason::RepeatedHeader;
-    if (line.front() == '#')
-        return DropReason::Comment;
-    // Between runs of spaces neither an empty field nor a space within one can be seen: which field
-    // is which is then unknown.
-    const bool isOdd = m_fieldsExpected > 0 && rows.fieldCount() != m_fieldsExpected;
-    return isOdd || rows.fieldCount() < m_columnsNeeded ? std::optional(DropReason::ShortLine)
-                                                        : std::nullopt;
-}
-
-// The header of another file of the same tool may be aligned otherwise.
-bool Preparation::isHeader(const TableRows& rows) const {
-    if (rows.text() == viewOf(m_headerLine))
-        return true;
-    const QList<QByteArray>& titles = m_tables[m_input].format.titles;
-    if (rows.fieldCount() != static_cast<size_t>(titles.size()))
-        return false;
-    for (qsizetype column = 0; column < titles.size(); ++column)
-        if (rows.field(static_cast<size_t>(column)) != viewOf(titles[column]))
-            return false;
-    return !titles.isEmpty();
 }
 
 std::optional<DropReason> Preparation::filterFault(const TableRows& rows) const {

@@ -2,6 +2,7 @@
 
 #include "chromosome_names.h"
 #include "input_file.h"
+#include "line_faults.h"
 #include "number_fields.h"
 #include "p_value.h"
 #include "titles.h"
@@ -46,7 +47,8 @@ public:
         : m_format(table.format), m_chromosome(static_cast<size_t>(table.columns.chromosome)),
           m_position(static_cast<size_t>(table.columns.position)),
           m_p(static_cast<size_t>(table.columns.p)),
-          m_columnsNeeded(1 + std::max({m_chromosome, m_position, m_p})), m_scan(scan) {}
+          m_columnsNeeded(1 + std::max({m_chromosome, m_position, m_p})),
+          m_mostFields(mostFields(table.format)), m_scan(scan) {}
 
     // False where the table turns out to be of another kind.
     bool take(std::string_view piece);
@@ -61,7 +63,7 @@ private:
 
     const TableFormat& m_format;
     const size_t m_chromosome, m_position, m_p; // columns
-    const size_t m_columnsNeeded;
+    const size_t m_columnsNeeded, m_mostFields;
     ScanTable& m_scan;
     LineFields m_lines;
     qint64 m_linesBefore = 0; // in the pieces before this one
@@ -94,7 +96,8 @@ std::string_view QuickReader::withoutHeader(std::string_view piece) const {
 }
 
 bool QuickReader::takeRow() {
-    if (m_lines.fieldCount() < m_columnsNeeded || m_lines.text().front() == '#')
+    if (m_lines.fieldCount() < m_columnsNeeded || m_lines.fieldCount() > m_mostFields ||
+        m_lines.text().front() == '#')
         return false;
     ++m_scan.report.rows;
     double p = 0.0;

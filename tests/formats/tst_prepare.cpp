@@ -201,8 +201,10 @@ void Prepare::tables() {
 void Prepare::dropped_data() {
     QTest::addColumn<QByteArray>("row");
     QTest::addColumn<QString>("reason");
-    const auto row = [](const QByteArray& text, const char* reason) {
-        QTest::newRow(text.isEmpty() ? "nothing" : text.constData()) << text << QString(reason);
+    QTest::addColumn<char>("separator");
+    const auto row = [](const QByteArray& text, const char* reason, char separator = '\t') {
+        QTest::addRow("%s, %d", text.isEmpty() ? "nothing" : text.constData(), separator)
+            << text << QString(reason) << separator;
     };
     for (const char* missing : {"NA", "", ".", "nan", "-nan", "NR"})
         row("rs\t1\t7\t" + QByteArray(missing) + "\t.", "p-missing");
@@ -211,43 +213,48 @@ void Prepare::dropped_data() {
     row("rs\t1\t7\t1.5\t.", "p-out-of-range");
     row("rs\t1\t7\t-0.1\t.", "p-out-of-range");
     row("rs\t1\tNA\t0.1\t.", "position-missing");
-    row("rs\t1\t7.5\t0.1\t.", "position-not-whole");
-    row("rs\t1\tx\t0.1\t.", "position-not-whole");
+    for (const char* position : {"7.5", "x"})
+        row("rs\t1\t" + QByteArray(position) + "\t0.1\t.", "position-not-whole");
     row("rs\t1\t0\t0.1\t.", "position-not-positive");
     row("rs\t1\t-7\t0.1\t.", "position-not-positive");
     row("rs\t1\t2147483648\t0.1\t.", "position-too-large");
     row("rs\t1\t1e99\t0.1\t.", "position-too-large");
-    row("rs\t\t7\t0.1\t.", "chromosome-missing");
-    row("rs\tNA\t7\t0.1\t.", "chromosome-missing");
-    row("\t \t\t", "empty");
-    row("rs\t0\t0\t0.1\t.", "chromosome-missing");
-    row("rs\t-9\t-9\t0.1\t.", "chromosome-missing");
+    for (const char* place : {"\t7", "NA\t7", "0\t0", "-9\t-9"})
+        row("rs\t" + QByteArray(place) + "\t0.1\t.", "chromosome-missing");
     row("rs\t1\t7", "short-line");
+    // A comma in a field without quotes shifts the fields after it, perhaps into those of p.
+    for (const char separator : {',', ';'}) {
+        row("rs\t1\t7\t0.1\tx\ty", "short-line", separator);
+        row("rs\t1\t7\t0.1\tx\t \t", "", separator);
+    }
+    row("rs\t1\t7\t0.1\t\"x,y\"", "", ',');
+    row("rs\t1\t7\t0.1\tx\ty", "");
     row("SNP\tCHR\tBP\tP\tX", "repeated-header");
     row("# done", "comment");
-    row("", "empty");
-    row(" ", "empty");
+    for (const char* empty : {"\t \t\t", "", " "})
+        row(empty, "empty");
 }
 
 void Prepare::dropped() {
     QFETCH(QByteArray, row);
+    QFETCH(char, separator);
     QByteArray table = "SNP\tCHR\tBP\tP\tX\n";
     for (int i = 0; i < 300; ++i)
         table += "a\t1\t" + QByteArray::number(i + 1) + "\t0.5\t.\n";
+    table += row + "\nb\t2\t7\t0.5\t.\n";
     QByteArray out;
-    const auto result = run({file(table + row + "\nb\t2\t7\t0.5\t.\n")}, {}, out);
+    const auto result = run({file(table.replace('\t', separator))}, {}, out);
     if (const auto* refusal = std::get_if<Refusal>(&result))
         QFAIL(qPrintable(refusal->message));
     const auto& report = std::get<PrepareReport>(result);
-    QCOMPARE(report.written, 301);
     QStringList reasons;
     for (int reason = 0; reason < dropReasonCount; ++reason)
         if (report.dropped[static_cast<size_t>(reason)].count > 0)
             reasons << nameOf(static_cast<DropReason>(reason));
     QTEST(reasons.join(u' '), "reason");
+    QCOMPARE(report.written, reasons.isEmpty() ? 302 : 301);
     for (const Dropped& each : report.dropped)
-        if (each.count > 0)
-            QCOMPARE(each.firstLines.first().line, 302);
+        QVERIFY(each.count == 0 || each.firstLines.first().line == 302);
 }
 
 void Prepare::refused_data() {
@@ -301,7 +308,6 @@ void Prepare::severalInputs() {
                              file("CHR\tBP\tP\n1\t5\t0.2\nx\n", "chr1.txt")};
     QByteArray out;
     const auto result = run(inputs, {}, out);
-    QVERIFY(std::holds_alternative<PrepareReport>(result));
     QCOMPARE(out, head + "1\t5\t0.2\t0.69897\n2\t5\t0.1\t1\n");
     const auto& report = std::get<PrepareReport>(result);
     const Dropped& dropped = report.dropped[static_cast<size_t>(DropReason::ShortLine)];
@@ -309,8 +315,8 @@ void Prepare::severalInputs() {
     QCOMPARE(dropped.firstLines.first().line, 3);
     QVERIFY(!report.wasInOrder);
     const QString other = file("CHR\tPOS\tP\n1\t5\t0.2\n", "other.txt");
-    const auto refused = run({inputs[0], other}, {}, out);
-    QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::DifferentColumns);
+    QCOMPARE(std::get<Refusal>(run({inputs[0], other}, {}, out)).code,
+             RefusalCode::DifferentColumns);
     const QString marked = file("#CHR\tBP\tP\n3\t5\t0.2\n", "marked.txt");
     QVERIFY(std::holds_alternative<PrepareReport>(run({inputs[0], marked}, {}, out)));
     QCOMPARE(out, head + "2\t5\t0.1\t1\n3\t5\t0.2\t0.69897\n");
@@ -320,7 +326,6 @@ void Prepare::severalInputs() {
 void Prepare::countsFromTheHeader() {
     QByteArray out;
     const auto result = run({file("CHR\tBP\tP\n\n# note\n1\t5\t0.1\n")}, {}, out);
-    QVERIFY(std::holds_alternative<PrepareReport>(result));
     QCOMPARE(std::get<PrepareReport>(result).rows, 3);
 }
 

@@ -92,8 +92,8 @@ QString ScanTables::write(const QByteArray& text) const {
 void ScanTables::kinds_data() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("isQuick");
-    const auto row = [](const char* name, const char* text, bool isQuick) {
-        QTest::newRow(name) << QByteArray(text) << isQuick;
+    const auto row = [](const char* name, const QByteArray& text, bool isQuick) {
+        QTest::newRow(name) << text << isQuick;
     };
     const char* const start = "chr\tpos\tp\n1\t5\t0.1\n1\t5\t.2\n2\t3\t1e-5\n";
     const auto with = [&](const char* name, const char* line, bool isQuick) {
@@ -102,6 +102,14 @@ void ScanTables::kinds_data() {
     row("plain", start, true);
     row("commas", "chr,pos,p value\n1,5,0.1\n1,6,0.1\n", true);
     row("a saved table", "Chr\tPosition\tP\t-log10(P)\n1\t5\t0.1\t1\n1\t6\t0.1\t1\n", true);
+    const auto longLine = [&](const char* name, char separator, const QByteArray& end,
+                              bool isQuick) {
+        const QByteArray text = "chr,pos,p,name\n" + QByteArray("1,5,0.1,a\n").repeated(20) + end;
+        row(name, QByteArray(text).replace(',', separator) + '\n', isQuick);
+    };
+    longLine("a comma in a field", ',', "1,6,0.1,a,b", false);
+    longLine("a semicolon in a field", ';', "1,6,0.1,a,b", false);
+    longLine("a field after the last title between tabs", '\t', "1,6,0.1,a,b", true);
     with("a missing p", "2\t9\tNA", true);
     with("spaces between columns", "2 9 0.1", false);
     with("a p of 0", "2\t9\t0", false);
