@@ -8,6 +8,8 @@
 #include <QList>
 #include <span>
 
+class QPaintDevice;
+
 // Both plots are painted on white and without antialiasing. An image without size is null. A point
 // whose value is not a number is left out. The geometry is that of the points painted.
 
@@ -26,6 +28,11 @@ struct GenomePlot {
 // All chromosomes side by side, a dot for each point, named along the bottom.
 QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot);
 
+// The same on a page with the geometry's size in dots: letters and lines as such, the points as one
+// image.
+void paintGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+                 const GenomePlot& plot);
+
 struct ChromosomePlot {
     PositionRange highlight;
     bool joined = false; // segments between neighbouring points instead of dots
@@ -34,3 +41,5 @@ struct ChromosomePlot {
 
 // One chromosome's points with the position scale at the bottom; "no points" where there are none.
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const ChromosomePlot& plot);
+void paintChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+                     const ChromosomePlot& plot);
