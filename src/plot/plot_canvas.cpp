@@ -20,10 +20,11 @@ constexpr ReferenceLevel referenceLevels[] = {
     {3.0, "3", QColor(230, 230, 230)},
 };
 
-// As the painter's own pen, but for its width.
-QPen dotPen(int width) {
+// As the painter's own pen, but for its width and shape.
+QPen dotPen(const DotLook& dot, int magnification) {
     QPen pen;
-    pen.setWidth(width);
+    pen.setWidth(dot.width * magnification);
+    pen.setCapStyle(dot.shape);
     return pen;
 }
 
@@ -48,17 +49,17 @@ QFont plotFont(int pointSize) {
     return QFont(QStringLiteral("Calibri"), pointSize, QFont::Normal, false);
 }
 
-Canvas::Canvas(QImage& image, const PlotGeometry& geometry, int dotWidth)
-    : m_geometry(geometry), m_dots(image, dotPen(dotWidth * geometry.magnification)),
-      m_marks(image), m_markPainter(&image), m_painter(m_markPainter), m_pen(m_painter.pen()),
-      m_line(m_markPainter, dotWidth * geometry.magnification) {
+Canvas::Canvas(QImage& image, const PlotGeometry& geometry, const DotLook& dot)
+    : m_geometry(geometry), m_dots(image, dotPen(dot, geometry.magnification)), m_marks(image),
+      m_markPainter(&image), m_painter(m_markPainter), m_pen(m_painter.pen()),
+      m_line(m_markPainter, dot.width * geometry.magnification) {
     m_pen.setWidth(linePenWidth * geometry.magnification);
 }
 
-Canvas::Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, int dotWidth)
-    : m_geometry(geometry), m_dots(marks, dotPen(dotWidth * geometry.magnification)),
-      m_marks(marks), m_markPainter(&marks), m_page(std::in_place, &page), m_painter(*m_page),
-      m_pen(m_painter.pen()), m_line(m_markPainter, dotWidth * geometry.magnification) {
+Canvas::Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot)
+    : m_geometry(geometry), m_dots(marks, dotPen(dot, geometry.magnification)), m_marks(marks),
+      m_markPainter(&marks), m_page(std::in_place, &page), m_painter(*m_page),
+      m_pen(m_painter.pen()), m_line(m_markPainter, dot.width * geometry.magnification) {
     m_pen.setWidth(linePenWidth * geometry.magnification);
     m_painter.setRenderHint(QPainter::LosslessImageRendering);
 }

@@ -19,6 +19,12 @@ QImage whiteImage(const PlotGeometry& geometry);
 
 QFont plotFont(int pointSize);
 
+// Width and shape of dots and segments, before magnification.
+struct DotLook {
+    int width;
+    Qt::PenCapStyle shape = Qt::SquareCap;
+};
+
 // A painter, the one pen that all of a plot is drawn with, and the quick marks. Marks are
 // collected, and are on the image before anything else is drawn over them and when the canvas is
 // gone.
@@ -26,17 +32,19 @@ QFont plotFont(int pointSize);
 // On a page, letters and lines are drawn as such, and all marks as one image between them.
 class Canvas {
 public:
-    // For an image in RGB32 that is not shared, not null, and outlives this. The dots' width is
-    // that before magnification.
-    Canvas(QImage& image, const PlotGeometry& geometry, int dotWidth);
+    // For an image in RGB32 that is not shared, not null, and outlives this.
+    Canvas(QImage& image, const PlotGeometry& geometry, const DotLook& dot);
 
     // For a page with the geometry's size in dots, which outlives this as do the marks: an image
     // as above, but premultiplied ARGB32 and transparent.
-    Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, int dotWidth);
+    Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot);
     ~Canvas();
     Q_DISABLE_COPY_MOVE(Canvas)
 
     const PlotGeometry& geometry() const { return m_geometry; }
+
+    // For what lies below the marks; not to be kept once they start.
+    QPainter& painter() { return m_painter; }
 
     void setColor(const QColor& color) { m_pen.setColor(color); }
     void setFont(const QFont& font);
@@ -80,10 +88,10 @@ private:
 
 // What `paint` draws on a canvas: as an image, which is null where the geometry has no size, ...
 template <typename Paint>
-QImage paintedImage(const PlotGeometry& geometry, int dotWidth, Paint paint) {
+QImage paintedImage(const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
     QImage image = whiteImage(geometry);
     if (!image.isNull()) {
-        Canvas canvas(image, geometry, dotWidth);
+        Canvas canvas(image, geometry, dot);
         paint(canvas);
     }
     return image;
@@ -91,12 +99,12 @@ QImage paintedImage(const PlotGeometry& geometry, int dotWidth, Paint paint) {
 
 // ... and on a page, which stays empty where there is no memory for the marks.
 template <typename Paint>
-void paintPage(QPaintDevice& page, const PlotGeometry& geometry, int dotWidth, Paint paint) {
+void paintPage(QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
     QImage marks(geometry.width, geometry.height, QImage::Format_ARGB32_Premultiplied);
     if (marks.isNull())
         return;
     marks.fill(Qt::transparent);
-    Canvas canvas(marks, page, geometry, dotWidth);
+    Canvas canvas(marks, page, geometry, dot);
     paint(canvas);
 }
 

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int genomeDotWidth = 2;
-constexpr int chromosomeDotWidth = 4;
+constexpr DotLook genomeDot{2};
+constexpr DotLook chromosomeDot{4};
 
 QRgb genomeColor(int red) {
     return qRgb(red, 50, 50);
@@ -24,8 +24,8 @@ QRgb genomeColor(int red) {
 // stretch has no width.
 void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end) {
     const PlotGeometry& geometry = canvas.geometry();
-    const int overhang =
-        100 * geometry.magnification; // pixels, more than a letter reaches beyond its box
+    // In pixels, more than a letter reaches beyond its box.
+    const int overhang = 100 * geometry.magnification;
     const QRectF stretch(start, 0, wrappedDifference(end, start), geometry.height);
     const QRectF nearImage(-overhang, 0, geometry.width + 2 * overhang, geometry.height);
     if (start == end || !stretch.intersects(nearImage))
@@ -178,24 +178,23 @@ void drawChromosome(Canvas& canvas, PlotPoints points, const ChromosomePlot& plo
 } // namespace
 
 QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot) {
-    return paintedImage(geometry, genomeDotWidth,
+    return paintedImage(geometry, genomeDot,
                         [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
 void paintGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                  const GenomePlot& plot) {
-    paintPage(page, geometry, genomeDotWidth,
-              [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
+    paintPage(page, geometry, genomeDot, [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
                        const ChromosomePlot& plot) {
-    return paintedImage(geometry, chromosomeDotWidth,
+    return paintedImage(geometry, chromosomeDot,
                         [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }
 
 void paintChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                      const ChromosomePlot& plot) {
-    paintPage(page, geometry, chromosomeDotWidth,
+    paintPage(page, geometry, chromosomeDot,
               [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }

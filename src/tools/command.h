@@ -39,7 +39,8 @@ struct CommandSpec {
     int (*run)(const Arguments&, Streams&);
 };
 
-// Every command of the program. Help, completion and the manual are made of this.
+// Every command of the program, which lists them beside its entry function. The help is made of
+// this.
 const std::vector<CommandSpec>& commands();
 
 // Finds the command that the words after the program's name ask for, and runs it. Returns the exit

@@ -1,5 +1,6 @@
 #include "check.h"
 #include "command.h"
+#include "plot_command.h"
 #include "prepare_command.h"
 
 #include <initializer_list>
@@ -49,6 +50,13 @@ std::vector<OptionSpec> readingOptions() {
          {"author"}}};
 }
 
+// The same for a command whose --chromosome says what it draws.
+std::vector<OptionSpec> columnOptions() {
+    std::vector<OptionSpec> options = readingOptions();
+    options.front().names = "--chromosome-column";
+    return options;
+}
+
 std::vector<OptionSpec> joined(std::initializer_list<std::vector<OptionSpec>> lists) {
     std::vector<OptionSpec> all;
     for (const std::vector<OptionSpec>& list : lists)
@@ -88,9 +96,43 @@ CommandSpec prepareSpec() {
         prepareCommand};
 }
 
+CommandSpec plotSpec() {
+    return {
+        "plot", "draw the window's pictures of result files, as PNG or PDF",
+        "Draws any file that prepare reads. The whole genome is drawn unless --chromosome names "
+        "one\n"
+        "or the file has only one. OUT ends in .png or .pdf, or is a folder; several files need a\n"
+        "folder, and a fault in one does not keep the others from being drawn. In a PDF, letters "
+        "and\n"
+        "lines are drawn as such, and the markers are one picture.",
+        joined(
+            {{{"-o,--output", "OUT", "the picture, or a folder for it"},
+              {"--format",
+               "FORMAT",
+               "png or pdf; without it, as OUT ends (png in a folder)",
+               {"png", "pdf"}},
+              {"--chromosome", "LABEL", "draw this chromosome"},
+              {"--range", "RANGE", "zoom to the markers from FIRST-LAST, in base pairs"},
+              {"--mark", "RANGE", "mark the markers from FIRST-LAST in red"},
+              {"--join", nullptr, "join the markers with lines"},
+              {"--no-lines", nullptr, "leave out the reference lines"},
+              {"--qq", nullptr, "draw observed against expected -log10 p instead"},
+              {"--screen", "SIZE",
+               "as on a screen of WIDTHxHEIGHT pixels (1920x1080 unless given), of which the plot "
+               "takes 80 by 75 %"},
+              {"--size", "SIZE", "the plot is WIDTHxHEIGHT pixels large"},
+              {"--scale", "N",
+               "N times the pixels, dots, lines and letters; in a PDF, N times the markers' pixels "
+               "(4 unless given)"},
+              {"--as-is", nullptr, "read the file by the window's own rule for columns"}},
+             columnOptions(),
+             {{"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
+        plotCommand};
+}
+
 } // namespace
 
 const std::vector<CommandSpec>& commands() {
-    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec()};
+    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec(), plotSpec()};
     return all;
 }

@@ -145,11 +145,12 @@ QJsonObject droppedJson(const PreparedTable& table) {
 QByteArray textOf(const PreparedTable& table) {
     const PrepareReport& report = table.report;
     const ColumnChoice& columns = report.table.columns;
-    QString text = QStringLiteral("%1: %2 rows: %3 written to %4, %5 dropped\n")
+    QString text = QStringLiteral("%1: %2 rows: %3 %4, %5 dropped\n")
                        .arg(table.inputs.join(QLatin1String(", ")))
                        .arg(report.rows)
                        .arg(report.written)
-                       .arg(table.output)
+                       .arg(table.outcome.isEmpty() ? QLatin1String("written to ") + table.output
+                                                    : table.outcome)
                        .arg(report.rows - report.written);
     text += notesText("Columns", columns.notes) + notesText("Not chosen", columns.others);
     for (const QList<QString>& remarks : {columns.remarks, report.remarks})

@@ -12,6 +12,7 @@ struct PreparedTable {
     QStringList inputs; // as their user calls them
     QString output;
     PrepareReport report;
+    QString outcome = {}; // what became of the rows, where they were not written to the output
 };
 
 // The report as text in UTF-8.

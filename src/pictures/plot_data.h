@@ -1,0 +1,29 @@
+#pragma once
+
+#include "chromosome.h"
+#include "failure.h"
+#include "plot_request.h"
+#include "points.h"
+#include "scan_table.h"
+
+#include <QList>
+#include <QString>
+#include <functional>
+#include <variant>
+
+// What is to be drawn of a scan.
+struct PlotData {
+    bool isGenome = true;
+    QList<Chromosome> chromosomes; // of a genome
+    Points points;                 // genome coordinates, or base pairs of one chromosome
+    QString what;                  // "whole genome", "chromosome 7"
+};
+
+// The points as the window shows them: a file of one chromosome shows that one. `name` is the
+// file's, for messages.
+std::variant<PlotData, Failure> plotData(ScanTable table, const QString& name,
+                                         const PlotRequest& request);
+
+// The same of a file that is read by the window's own rule.
+std::variant<PlotData, Failure> plotDataAsIs(const QString& path, const QString& name,
+                                             const PlotRequest& request);
