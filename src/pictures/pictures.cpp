@@ -1,9 +1,9 @@
 #include "pictures.h"
 
 #include "plot_painter.h"
+#include "plot_texts.h"
 #include "quantiles.h"
 
-#include <QLocale>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -78,7 +78,7 @@ void setQuantiles(Picture& picture, std::vector<double> observed) {
                         QStringLiteral("%1, %2 = %3, %4 markers")
                             .arg(picture.title, QChar(0x3bb),
                                  QString::number(inflation(observed), 'f', 3),
-                                 QLocale::c().toString(static_cast<qlonglong>(observed.size()))),
+                                 groupedInThrees(static_cast<int>(observed.size()))),
                         std::move(observed),
                         {}};
     quantiles.band = quantileBand(quantiles.observed.size());

@@ -54,6 +54,8 @@ std::optional<Failure> readSize(const Arguments& arguments, PlotRequest& request
         return wrongValue(option, text, "write width and height in pixels, such as 1920x1080");
     const QSize size(numbers->first, numbers->second);
     request.size = isScreen ? plotSize(size) : size;
+    if (isScreen && request.quantiles)
+        request.size = QSize(request.size.height(), request.size.height());
     if (request.size.isEmpty())
         return wrongValue(option, text, "the plot would have no pixels");
     return std::nullopt;

@@ -1,8 +1,12 @@
 #include "screenless.h"
 
 #include <QByteArrayList>
+#include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
-#include <QStringList>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
 
 extern char** environ;
 
@@ -21,26 +25,55 @@ void forgetQtVariables() {
         qunsetenv(name.constData());
 }
 
-QGuiApplication& prepared(std::optional<QGuiApplication>& application) {
-    static int count = 1;
-    static char name[] = "pelmark-tools";
-    static char* words[] = {name, nullptr};
+// What is known here is not worth a message: there is no display and no session.
+class QuietStart {
+public:
+    QuietStart() : m_before(qInstallMessageHandler(handle)) {}
+    ~QuietStart() { qInstallMessageHandler(m_before); }
+    Q_DISABLE_COPY_MOVE(QuietStart)
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext& /*context*/,
+                       const QString& message) {
+        if (type == QtFatalMsg)
+            std::fprintf(stderr, "pelmark-tools: %s\n", qUtf8Printable(message));
+    }
+
+    QtMessageHandler m_before;
+};
+
+// The folder stands in for those of a session and a user while fonts are looked for. Of these, the
+// one for Qt must be private, and the one for fontconfig be writable.
+void setEnvironment(const QString& folder) {
     forgetQtVariables();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("LC_ALL", "C.UTF-8"); // Qt warns of other encodings
-    return application.emplace(count, words);
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
+    const QFileInfo home(qEnvironmentVariable("HOME"));
+    if (!qEnvironmentVariableIsSet("XDG_CACHE_HOME") && !(home.isDir() && home.isWritable()))
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(folder));
 }
 
 } // namespace
 
 Screenless::Screenless() {
-    prepared(m_application);
+    static int count = 1;
+    static char name[] = "pelmark-tools";
+    static char* words[] = {name, nullptr};
+    const QuietStart quietly;
+    const QTemporaryDir folder;
+    setEnvironment(folder.path());
+    m_application.emplace(count, words);
+    m_families = QFontDatabase::families();
 }
 
 Screenless::~Screenless() = default;
 
 std::optional<Failure> Screenless::failure() const {
-    if (!QFontDatabase::families().isEmpty())
+    // What Qt always lists, without a font behind it.
+    const QStringList generic{"Monospace", "Sans Serif", "Serif"};
+    if (!std::all_of(m_families.begin(), m_families.end(),
+                     [&](const QString& family) { return generic.contains(family); }))
         return std::nullopt;
     return Failure{StatusUnwritable,
                    QStringLiteral("no picture can be drawn: this machine has no fonts. Install "
@@ -48,8 +81,8 @@ std::optional<Failure> Screenless::failure() const {
 }
 
 QString Screenless::warning() const {
-    const QStringList families = QFontDatabase::families();
-    if (families.contains(QLatin1String("Calibri")) || families.contains(QLatin1String("Carlito")))
+    if (m_families.contains(QLatin1String("Calibri")) ||
+        m_families.contains(QLatin1String("Carlito")))
         return {};
     return QStringLiteral("neither Calibri nor Carlito is installed, so the letters look different "
                           "from those of the window elsewhere. Install Carlito (Debian: "

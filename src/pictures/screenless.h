@@ -3,10 +3,12 @@
 #include "failure.h"
 
 #include <QGuiApplication>
+#include <QStringList>
 #include <optional>
 
-// Qt's drawing of letters, without a display server, a home folder or anything in the environment,
-// which is not looked at: a plot looks the same everywhere. Exists once, as long as somebody draws.
+// Qt's drawing of letters, without a display server or a home folder. What the environment says of
+// displays, scales and styles is not looked at: a plot looks the same everywhere. Exists once, as
+// long as somebody draws.
 class Screenless {
 public:
     Screenless();
@@ -21,4 +23,5 @@ public:
 
 private:
     std::optional<QGuiApplication> m_application;
+    QStringList m_families; // of fonts
 };

@@ -36,7 +36,7 @@ public:
     Canvas(QImage& image, const PlotGeometry& geometry, const DotLook& dot);
 
     // For a page with the geometry's size in dots, which outlives this as do the marks: an image
-    // as above, but premultiplied ARGB32 and transparent.
+    // as above, but in ARGB32 and transparent.
     Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot);
     ~Canvas();
     Q_DISABLE_COPY_MOVE(Canvas)
@@ -100,10 +100,10 @@ QImage paintedImage(const PlotGeometry& geometry, const DotLook& dot, Paint pain
 // ... and on a page, which stays empty where there is no memory for the marks.
 template <typename Paint>
 void paintPage(QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
-    QImage marks(geometry.width, geometry.height, QImage::Format_ARGB32_Premultiplied);
+    QImage marks(geometry.width, geometry.height, QImage::Format_ARGB32);
     if (marks.isNull())
         return;
-    marks.fill(Qt::transparent);
+    marks.fill(qRgba(255, 255, 255, 0)); // viewers that smooth images mix this into the edges
     Canvas canvas(marks, page, geometry, dot);
     paint(canvas);
 }

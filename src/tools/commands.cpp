@@ -119,7 +119,7 @@ CommandSpec plotSpec() {
               {"--qq", nullptr, "draw observed against expected -log10 p instead"},
               {"--screen", "SIZE",
                "as on a screen of WIDTHxHEIGHT pixels (1920x1080 unless given), of which the plot "
-               "takes 80 by 75 %"},
+               "takes 80 by 75 %, with --qq a square"},
               {"--size", "SIZE", "the plot is WIDTHxHEIGHT pixels large"},
               {"--scale", "N",
                "N times the pixels, dots, lines and letters; in a PDF, N times the markers' pixels "
