@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -118,16 +119,24 @@ void paintAxes(QPainter& painter, const QuantileArea& area, const PlotGeometry& 
     paintWords(painter, area, geometry, title);
 }
 
+// Of markers in one place, which most are, the first.
 void paintDots(Canvas& canvas, const QuantileArea& area, std::span<const double> observed) {
     std::array<int, DotStamp::mostAtOnce> x, y;
-    for (size_t from = 0; from < observed.size(); from += x.size()) {
-        const size_t count = std::min(x.size(), observed.size() - from);
-        for (size_t i = 0; i < count; ++i) {
-            x[i] = truncated(area.x(expectedNegLog10(from + i + 1, observed.size())));
-            y[i] = truncated(area.y(observed[from + i]));
+    size_t count = 0;
+    QPoint last(-1, -1);
+    for (size_t i = 0; i < observed.size(); ++i) {
+        const QPoint dot(truncated(area.x(expectedNegLog10(i + 1, observed.size()))),
+                         truncated(area.y(observed[i])));
+        if (std::exchange(last, dot) == dot)
+            continue;
+        x[count] = dot.x();
+        y[count] = dot.y();
+        if (++count == x.size()) {
+            canvas.putDots(x, y, dotColor);
+            count = 0;
         }
-        canvas.putDots({x.data(), count}, {y.data(), count}, dotColor);
     }
+    canvas.putDots({x.data(), count}, {y.data(), count}, dotColor);
 }
 
 void paint(Canvas& canvas, const QuantilePlot& plot) {
