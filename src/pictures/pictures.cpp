@@ -58,9 +58,9 @@ void setManhattan(Picture& picture, PlotData data, const PlotRequest& request) {
         [](QPaintDevice& page, const Manhattan& plot) {
             const PlotPoints points = spansOf(plot.points);
             if (plot.isGenome)
-                paintGenome(page, plot.geometry, points, plot.genome);
+                printGenome(page, plot.geometry, points, plot.genome);
             else
-                paintChromosome(page, plot.geometry, points, plot.chromosome);
+                printChromosome(page, plot.geometry, points, plot.chromosome);
         });
 }
 
@@ -86,7 +86,7 @@ void setQuantiles(Picture& picture, std::vector<double> observed) {
         picture, std::move(quantiles),
         [](const Quantiles& plot) { return paintQuantiles(plot.geometry, plot.plot()); },
         [](QPaintDevice& page, const Quantiles& plot) {
-            paintQuantiles(page, plot.geometry, plot.plot());
+            printQuantiles(page, plot.geometry, plot.plot());
         });
 }
 

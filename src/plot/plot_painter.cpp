@@ -182,7 +182,7 @@ QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const Genome
                         [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
-void paintGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+void printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                  const GenomePlot& plot) {
     paintPage(page, geometry, genomeDot, [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
@@ -193,7 +193,7 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
                         [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }
 
-void paintChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+void printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                      const ChromosomePlot& plot) {
     paintPage(page, geometry, chromosomeDot,
               [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });

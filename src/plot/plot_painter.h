@@ -30,7 +30,7 @@ QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const Genome
 
 // The same on a page with the geometry's size in dots: letters and lines as such, the points as one
 // image.
-void paintGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+void printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                  const GenomePlot& plot);
 
 struct ChromosomePlot {
@@ -41,5 +41,5 @@ struct ChromosomePlot {
 
 // One chromosome's points with the position scale at the bottom; "no points" where there are none.
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const ChromosomePlot& plot);
-void paintChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+void printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                      const ChromosomePlot& plot);

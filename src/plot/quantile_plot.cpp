@@ -162,6 +162,6 @@ QImage paintQuantiles(const PlotGeometry& geometry, const QuantilePlot& plot) {
     return paintedImage(geometry, quantileDot, [&](Canvas& canvas) { paint(canvas, plot); });
 }
 
-void paintQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot) {
+void printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot) {
     paintPage(page, geometry, quantileDot, [&](Canvas& canvas) { paint(canvas, plot); });
 }

@@ -29,4 +29,4 @@ double expectedNegLog10(size_t rank, size_t count);
 // The markers as dots, the diagonal, the band, and both axes with their scales. On a page the dots
 // are one image and all else as such.
 QImage paintQuantiles(const PlotGeometry& geometry, const QuantilePlot& plot);
-void paintQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot);
+void printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot);

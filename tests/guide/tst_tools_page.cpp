@@ -91,6 +91,7 @@ void ToolsPage::optionsAreListed_data() {
     QTest::addColumn<QString>("command");
     QTest::newRow("check") << "check";
     QTest::newRow("prepare") << "prepare";
+    QTest::newRow("plot") << "plot";
 }
 
 // Each with what stands for its value, and the values it can have.
