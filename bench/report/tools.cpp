@@ -64,12 +64,16 @@ QList<Verdict> reportTools(const Plan& plan) {
                   {"", prepare(packed.path())},
                   {"`zcat | awk`", pipeline("zcat '" + packed.path() + "' | " + awk + out)},
                   "prepare-gzip-vs-awk"},
+                 {"hits",
+                  {"", tools({"hits", "--quiet", file.path(), "-o", inWorkFolder("hits.tsv")})},
+                  {"the window's reading", parts({"scan", file.path()}), {}, "scan"},
+                  "hits-vs-scan"},
                  {"prepare, random order",
                   {"", prepare(random.path())},
                   {"in order", prepare(file.path())},
                   "prepare-random-vs-ordered",
                   "prepare-random-memory"}});
-    for (const char* name : {"prepared.txt", "by_awk.txt"})
+    for (const char* name : {"prepared.txt", "by_awk.txt", "hits.tsv"})
         QFile::remove(inWorkFolder(name));
     return verdicts;
 }

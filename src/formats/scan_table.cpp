@@ -93,11 +93,7 @@ visitLines(const QString& path, const TableFormat& format, const std::vector<qin
     if (std::optional<Refusal> refusal = input.open())
         return refusal;
     TableRows rows(input.text(), format);
-    for (size_t i = 0; i < lines.size() && rows.next();) {
-        if (rows.line() != lines[i])
-            continue;
+    for (size_t i = 0; i < lines.size() && rows.goTo(lines[i]); ++i)
         visit(i, rows);
-        ++i;
-    }
     return rows.failed() ? std::optional(input.failure()) : std::nullopt;
 }

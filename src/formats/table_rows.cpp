@@ -20,28 +20,89 @@ char delimiterOf(Separator separator) {
     }
 }
 
+// Few enough that a byte holds their count, which lets compilers count many at once.
+constexpr size_t chunk = 128;
+
+qint64 lineFeeds(const char* text) {
+    unsigned char count = 0;
+    for (size_t i = 0; i < chunk; ++i)
+        count = static_cast<unsigned char>(count + (text[i] == '\n' ? 1 : 0));
+    return count;
+}
+
+// Takes lines off the start of a text, as many as there are. Returns how many.
+qint64 dropLines(std::string_view& text, qint64 count) {
+    qint64 dropped = 0;
+    while (text.size() >= chunk) {
+        const qint64 more = lineFeeds(text.data());
+        if (dropped + more >= count)
+            break;
+        dropped += more;
+        text.remove_prefix(chunk);
+    }
+    for (; dropped < count && !text.empty(); ++dropped) {
+        const size_t end = text.find('\n');
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return dropped;
+}
+
 } // namespace
 
 TableRows::TableRows(QIODevice& device, TableFormat format)
     : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
 
 bool TableRows::next() {
-    const char delimiter = delimiterOf(m_format.separator);
     while (!m_lines.nextLine()) {
         m_linesBefore += static_cast<qint64>(m_lines.lineCount());
-        const bool isMore = m_blocks.next();
-        const std::string_view piece = isMore ? m_blocks.piece() : std::string_view();
-        m_lines.find(piece, delimiter);
-        const auto has = [piece](char c) { return piece.find(c) != std::string_view::npos; };
-        m_hasQuotes = m_format.quoted && has('"');
-        m_hasSpaces = (delimiter != ' ' && has(' ')) || (delimiter != '\t' && has('\t'));
+        const bool isMore = nextPiece();
+        find(std::exchange(m_rest, {}));
         if (!isMore)
             return false;
     }
+    split();
+    return true;
+}
+
+bool TableRows::goTo(qint64 line) {
+    while (m_lines.nextLine())
+        if (this->line() == line) {
+            split();
+            return true;
+        }
+    m_linesBefore += static_cast<qint64>(m_lines.lineCount());
+    find({});
+    do {
+        m_linesBefore += dropLines(m_rest, line - m_linesBefore - 1);
+        if (!nextPiece())
+            return false;
+    } while (m_linesBefore < line - 1);
+    const size_t end = m_rest.find('\n');
+    const size_t size = end == std::string_view::npos ? m_rest.size() : end + 1;
+    find(m_rest.substr(0, size));
+    m_rest.remove_prefix(size);
+    return next();
+}
+
+// Goes to the next piece where nothing is left of this one. False after the last one.
+bool TableRows::nextPiece() {
+    if (m_rest.empty() && m_blocks.next())
+        m_rest = m_blocks.piece();
+    return !m_rest.empty();
+}
+
+void TableRows::find(std::string_view text) {
+    const char delimiter = delimiterOf(m_format.separator);
+    m_lines.find(text, delimiter);
+    const auto has = [text](char c) { return text.find(c) != std::string_view::npos; };
+    m_hasQuotes = m_format.quoted && has('"');
+    m_hasSpaces = (delimiter != ' ' && has(' ')) || (delimiter != '\t' && has('\t'));
+}
+
+void TableRows::split() {
     m_isPlain = isPlainLine();
     if (!m_isPlain)
         splitLine(text(), m_format, m_fields, m_scratch);
-    return true;
 }
 
 // Where runs of spaces separate, a line without any is split the same way by single ones.

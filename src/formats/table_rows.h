@@ -20,6 +20,10 @@ public:
 
     // Goes to the next line. False after the last one, and where the device could not be read.
     bool next();
+
+    // Goes to a later line by its number. Those before it are not split, which saves most of the
+    // work. False where there is none, as above.
+    bool goTo(qint64 line);
     bool failed() const { return m_blocks.failed(); }
 
     qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
@@ -47,13 +51,17 @@ private:
         return text;
     }
     bool isPlainLine() const;
+    bool nextPiece();
+    void find(std::string_view text);
+    void split();
 
     const TableFormat m_format;
     TextBlocks m_blocks;
     LineFields m_lines;
-    qint64 m_linesBefore = 0; // in the pieces before this one
-    bool m_hasQuotes = false; // some line of this piece, in a table with quoted fields
-    bool m_hasSpaces = false; // some field of this piece
+    std::string_view m_rest;  // of the piece, after the lines that were found
+    qint64 m_linesBefore = 0; // before the lines that were found
+    bool m_hasQuotes = false; // some of these lines, in a table with quoted fields
+    bool m_hasSpaces = false; // some field of these lines
     bool m_isPlain = true;    // this line is split by single separators, without quotes
     QList<std::string_view> m_fields;
     QByteArray m_scratch;

@@ -1,5 +1,6 @@
 #include "pictures.h"
 
+#include "inflation.h"
 #include "plot_painter.h"
 #include "plot_texts.h"
 #include "quantiles.h"
@@ -77,7 +78,7 @@ void setQuantiles(Picture& picture, std::vector<double> observed) {
     Quantiles quantiles{geometryOfSize({}, picture.size, picture.magnification),
                         QStringLiteral("%1, %2 = %3, %4 markers")
                             .arg(picture.title, QChar(0x3bb),
-                                 QString::number(inflation(observed), 'f', 3),
+                                 QString::number(genomicInflation(observed).value_or(0.0), 'f', 3),
                                  groupedInThrees(static_cast<int>(observed.size()))),
                         std::move(observed),
                         {}};

@@ -93,6 +93,8 @@ std::variant<PlotData, int> Plot::read(Scan& scan) {
         if (const auto* refusal = std::get_if<Refusal>(&table))
             return scan.command.refuse(withColumnOption(*refusal));
         auto& read = std::get<ScanTable>(table);
+        for (RoleNote& note : read.report.table.columns.notes)
+            note.why = withColumnOption(note.why);
         if (!isQuiet())
             m_streams.error.write(textOf({{name}, {}, read.report, QStringLiteral("read")}));
         data = plotData(std::move(read), name, m_request);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <boost/math/distributions/beta.hpp>
-#include <boost/math/distributions/chi_squared.hpp>
 #include <cmath>
 #include <hwy/contrib/sort/vqsort.h>
 
@@ -10,11 +9,6 @@ namespace {
 
 using boost::math::complement;
 using boost::math::quantile;
-
-double chiSquared(double negLog10) {
-    const double p = std::pow(10.0, -negLog10);
-    return quantile(complement(boost::math::chi_squared(1.0), p));
-}
 
 // The p-value of a rank among so many follows this distribution by chance.
 QuantileBand bandAt(size_t rank, size_t count) {
@@ -43,10 +37,4 @@ std::vector<QuantileBand> quantileBand(size_t count) {
          rank = std::max(rank + 1, static_cast<size_t>(static_cast<double>(rank) * growth)))
         band.push_back(bandAt(rank, count));
     return band;
-}
-
-double inflation(std::span<const double> ranked) {
-    const size_t above = (ranked.size() - 1) / 2, below = ranked.size() / 2;
-    const double median = (chiSquared(ranked[above]) + chiSquared(ranked[below])) / 2.0;
-    return median / quantile(boost::math::chi_squared(1.0), 0.5);
 }

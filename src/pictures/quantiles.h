@@ -11,7 +11,3 @@ std::vector<double> rankedValues(std::span<const double> values);
 // Where 95 of 100 values of each rank lie if nothing but chance is at work: by ranks from 1 on that
 // lie so close on a logarithmic scale that a line through them looks smooth.
 std::vector<QuantileBand> quantileBand(size_t count);
-
-// The genomic inflation factor: the median of the chi-squared statistics with one degree of
-// freedom, as a multiple of the median that chance gives. The values are ranked; one at least.
-double inflation(std::span<const double> ranked);

@@ -1,5 +1,6 @@
 #include "check.h"
 #include "command.h"
+#include "hits_command.h"
 #include "plot_command.h"
 #include "prepare_command.h"
 
@@ -19,12 +20,14 @@ CommandSpec checkSpec() {
         check};
 }
 
-// How the columns of a result file are found, and which of its rows are read.
-std::vector<OptionSpec> readingOptions() {
+// How the columns of a result file are found, and which of its rows are read. `p` and
+// `chromosome` are the options for these columns.
+std::vector<OptionSpec> readingOptions(const char* p = "--p",
+                                       const char* chromosome = "--chromosome") {
     return {
-        {"--chromosome", "COLUMN", "the chromosome"},
+        {chromosome, "COLUMN", "the chromosome"},
         {"--position", "COLUMN", "the position in base pairs"},
-        {"--p", "COLUMN", "the p-value, or what --p-is says"},
+        {p, "COLUMN", "the p-value, or what --p-is says"},
         {"--name", "COLUMN", "the marker's name"},
         {"--test", "COLUMN|NAME",
          "the column that says which test a row is of, or the test to keep"},
@@ -48,13 +51,6 @@ std::vector<OptionSpec> readingOptions() {
          "WHICH",
          "author: the author's positions rather than harmonised ones",
          {"author"}}};
-}
-
-// The same for a command whose --chromosome says what it draws.
-std::vector<OptionSpec> columnOptions() {
-    std::vector<OptionSpec> options = readingOptions();
-    options.front().names = "--chromosome-column";
-    return options;
 }
 
 std::vector<OptionSpec> joined(std::initializer_list<std::vector<OptionSpec>> lists) {
@@ -96,6 +92,27 @@ CommandSpec prepareSpec() {
         prepareCommand};
 }
 
+CommandSpec hitsSpec() {
+    return {
+        "hits", "list the lead markers: the strongest of each region",
+        "The strongest marker below the threshold is a lead, then the strongest of those at least "
+        "a\n"
+        "window away from every lead on the same chromosome, and so on. The table has a row for "
+        "each\n"
+        "lead, in order of chromosome and position. Columns of FILE are found as by prepare; but "
+        "--p\n"
+        "is the threshold, and --p-column names the column of p.",
+        joined({{{"-o,--output", "OUT", "the file to write; without it, standard output"},
+                 {"--p", "P", "the threshold: markers with a smaller p count (5e-8 unless given)"},
+                 {"--window", "BASES",
+                  "the least distance of two leads, in base pairs (500000 unless given)"},
+                 {"--columns", "COLUMNS", "append these columns of FILE; a comma between two"}},
+                readingOptions("--p-column"),
+                {{"--json", "FILE", "write the report and the leads for programs to FILE"},
+                 {"-q,--quiet", nullptr, "no report and no progress; refusals only"}}}),
+        hitsCommand};
+}
+
 CommandSpec plotSpec() {
     return {
         "plot", "draw the window's pictures of result files, as PNG or PDF",
@@ -125,7 +142,7 @@ CommandSpec plotSpec() {
                "N times the pixels, dots, lines and letters; in a PDF, N times the markers' pixels "
                "(4 unless given)"},
               {"--as-is", nullptr, "read the file by the window's own rule for columns"}},
-             columnOptions(),
+             readingOptions("--p", "--chromosome-column"),
              {{"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
         plotCommand};
 }
@@ -133,6 +150,6 @@ CommandSpec plotSpec() {
 } // namespace
 
 const std::vector<CommandSpec>& commands() {
-    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec(), plotSpec()};
+    static const std::vector<CommandSpec> all{checkSpec(), prepareSpec(), hitsSpec(), plotSpec()};
     return all;
 }

@@ -142,9 +142,28 @@ QJsonObject droppedJson(const PreparedTable& table) {
 
 } // namespace
 
-QByteArray textOf(const PreparedTable& table) {
+QString columnsText(const PreparedTable& table) {
     const PrepareReport& report = table.report;
     const ColumnChoice& columns = report.table.columns;
+    QString text = notesText("Columns", columns.notes) + notesText("Not chosen", columns.others);
+    for (const QList<QString>& remarks : {columns.remarks, report.remarks})
+        for (const QString& remark : remarks)
+            text += QLatin1String("Note: ") + remark + QLatin1Char('\n');
+    if (!report.keptTest.isEmpty())
+        text += QStringLiteral("Test kept: %1\n").arg(QString::fromUtf8(report.keptTest));
+    return text;
+}
+
+QString rowsText(const PreparedTable& table) {
+    const QList<Change> made = changes(table);
+    QString text = made.isEmpty() ? QString() : QStringLiteral("Changed\n");
+    for (const Change& change : made)
+        text += QStringLiteral("  %1: %2\n").arg(change.count).arg(change.text);
+    return text + droppedText(table);
+}
+
+QByteArray textOf(const PreparedTable& table) {
+    const PrepareReport& report = table.report;
     QString text = QStringLiteral("%1: %2 rows: %3 %4, %5 dropped\n")
                        .arg(table.inputs.join(QLatin1String(", ")))
                        .arg(report.rows)
@@ -152,21 +171,10 @@ QByteArray textOf(const PreparedTable& table) {
                        .arg(table.outcome.isEmpty() ? QLatin1String("written to ") + table.output
                                                     : table.outcome)
                        .arg(report.rows - report.written);
-    text += notesText("Columns", columns.notes) + notesText("Not chosen", columns.others);
-    for (const QList<QString>& remarks : {columns.remarks, report.remarks})
-        for (const QString& remark : remarks)
-            text += QLatin1String("Note: ") + remark + QLatin1Char('\n');
-    if (!report.keptTest.isEmpty())
-        text += QStringLiteral("Test kept: %1\n").arg(QString::fromUtf8(report.keptTest));
-    text += chromosomesText(report.chromosomes);
+    text += columnsText(table) + chromosomesText(report.chromosomes);
     text += report.wasInOrder ? QStringLiteral("Order: as in the file\n")
                               : QStringLiteral("Order: sorted by chromosome and position\n");
-    const QList<Change> made = changes(table);
-    if (!made.isEmpty())
-        text += QLatin1String("Changed\n");
-    for (const Change& change : made)
-        text += QStringLiteral("  %1: %2\n").arg(change.count).arg(change.text);
-    return (text + droppedText(table)).toUtf8();
+    return (text + rowsText(table)).toUtf8();
 }
 
 QJsonObject jsonOf(const PreparedTable& table) {

@@ -15,6 +15,11 @@ struct PreparedTable {
     QString outcome = {}; // what became of the rows, where they were not written to the output
 };
 
+// What the report says of the columns taken, and of the rows: what was changed, and why some were
+// dropped.
+QString columnsText(const PreparedTable& table);
+QString rowsText(const PreparedTable& table);
+
 // The report as text in UTF-8.
 QByteArray textOf(const PreparedTable& table);
 

@@ -53,7 +53,8 @@ bool copyAll(QFile& from, int to) {
 
 } // namespace
 
-SafeOutput::SafeOutput(const QByteArray& path) : m_path(path), m_target(withoutLinks(path)) {}
+SafeOutput::SafeOutput(const QByteArray& path, bool isReadable)
+    : m_path(path), m_isReadable(isReadable), m_target(withoutLinks(path)) {}
 
 SafeOutput::~SafeOutput() {
     m_file.close();
@@ -65,7 +66,7 @@ QString SafeOutput::name() const {
 
 std::optional<Failure> SafeOutput::refusal(const Inputs& inputs) const {
     struct stat status {};
-    if (isStandardOutput() && isatty(STDOUT_FILENO) != 0)
+    if (isStandardOutput() && !m_isReadable && isatty(STDOUT_FILENO) != 0)
         return Failure{StatusWrongCall,
                        QStringLiteral("the table would fill this terminal. Name a file "
                                       "with -o OUT, or send the output to a pipe.")};

@@ -16,12 +16,12 @@
 // named, it goes to a nameless file in the folder for temporary files and is copied at the end.
 class SafeOutput {
 public:
-    // "-" is standard output.
-    explicit SafeOutput(const QByteArray& path);
+    // "-" is standard output. `isReadable` says that it may be a terminal.
+    explicit SafeOutput(const QByteArray& path, bool isReadable = false);
     ~SafeOutput();
 
     // Opens the temporary file. Refused: an output that is one of the inputs, by device and inode,
-    // and standard output that is a terminal.
+    // and standard output that is a terminal where the output is not for reading.
     std::optional<Failure> open(const Inputs& inputs);
 
     // The temporary file, open for reading and writing.
@@ -39,6 +39,7 @@ private:
     bool takeMode();
 
     QByteArray m_path;
+    const bool m_isReadable;
     QByteArray m_target; // the path without symbolic links
     std::unique_ptr<NamedTemporaryFile> m_beside;
     QFile m_file;

@@ -6,6 +6,7 @@
 #include "unpacked.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 namespace {
 
@@ -60,11 +61,60 @@ std::variant<PrepareOptions, Failure> ScanCommand::readOptions() {
         if (unpacked.open(QIODevice::ReadOnly))
             head = readTableHead(unpacked);
     }
+    Arguments arguments = m_arguments;
+    arguments.options.remove("--p");
+    if (m_arguments.has(m_pOption))
+        arguments.options["--p"] = m_arguments.options[m_pOption];
     auto options = prepareOptions(
-        m_arguments, {head.text.constData(), static_cast<size_t>(head.text.size())}, head.isWhole);
+        arguments, {head.text.constData(), static_cast<size_t>(head.text.size())}, head.isWhole);
+    if (auto* failure = std::get_if<Failure>(&options))
+        failure->message = withPOption(failure->message);
     if (auto* read = std::get_if<PrepareOptions>(&options); read && !m_positions.paths().isEmpty())
         read->positionsFile = m_positions.paths()[0];
     return options;
+}
+
+std::optional<Failure> ScanCommand::openOutputs(std::initializer_list<const char*> options,
+                                                bool isReadable) {
+    for (const char* option : options)
+        if (const auto path = m_arguments.value(option))
+            if (std::optional<Failure> failure = openOutput(option, *path, false))
+                return failure;
+    return openOutput("--output", tablePath(), isReadable);
+}
+
+std::optional<Failure> ScanCommand::openOutput(const char* option, const QByteArray& path,
+                                               bool isReadable) {
+    for (const Output& other : m_outputs)
+        if (other.place == path)
+            return Failure{StatusWrongCall,
+                           QStringLiteral("%1 %2: two outputs cannot share a file.")
+                               .arg(QString::fromUtf8(other.option), QString::fromUtf8(path))};
+    m_outputs.emplace_back(option, path, isReadable);
+    return m_outputs.back().file.open(m_inputs);
+}
+
+QFile* ScanCommand::output(const char* option) {
+    for (Output& output : m_outputs)
+        if (output.option == option)
+            return &output.file.file();
+    return nullptr;
+}
+
+QString ScanCommand::tableName() const {
+    return tablePath() == "-" ? QStringLiteral("standard output") : QFile::decodeName(tablePath());
+}
+
+std::optional<Failure> ScanCommand::commitOutputs() {
+    for (Output& output : m_outputs)
+        if (std::optional<Failure> failure = output.file.commit())
+            return failure;
+    return std::nullopt;
+}
+
+QString ScanCommand::withPOption(QString text) const {
+    static const QRegularExpression p(QStringLiteral("--p(?![\\w-])"));
+    return text.replace(p, QString::fromLatin1(m_pOption));
 }
 
 std::function<void(qint64)> ScanCommand::progress() {
@@ -90,13 +140,16 @@ int ScanCommand::refuse(const Refusal& refusal, qsizetype input) {
     const QString where =
         refusal.line > 0 ? QStringLiteral("%1:%2: ").arg(m_inputs.names()[input]).arg(refusal.line)
                          : QString();
-    complain(m_streams, where + m_inputs.named(refusal.message));
+    complain(m_streams, where + withPOption(m_inputs.named(refusal.message)));
     if (!refusal.candidates.isEmpty())
         m_streams.error.write("  to choose from: " + refusal.candidates.join(", ") + '\n');
     if (!refusal.options.isEmpty())
         m_streams.error.write(refusal.options.size() == 1 ? "  This decides:\n"
                                                           : "  Each of these decides:\n");
     for (const QByteArray& option : refusal.options)
-        m_streams.error.write("    " + commandWith(m_name, m_arguments.words, option) + '\n');
+        m_streams.error.write("    " +
+                              commandWith(m_name, m_arguments.words,
+                                          withPOption(QString::fromUtf8(option)).toUtf8()) +
+                              '\n');
     return statusOf(refusal.code);
 }

@@ -91,6 +91,7 @@ void ToolsPage::optionsAreListed_data() {
     QTest::addColumn<QString>("command");
     QTest::newRow("check") << "check";
     QTest::newRow("prepare") << "prepare";
+    QTest::newRow("hits") << "hits";
     QTest::newRow("plot") << "plot";
 }
 
@@ -153,8 +154,11 @@ void ToolsPage::keysAreListed() {
     prepared["dropped"] = prepared["dropped"].toObject()["p-missing"];
     const QJsonObject checked = report({"check", "bad.txt", "trait.regenie", json, "-"});
     QCOMPARE(checked["files"].toArray().size(), 2);
+    m_run->write(QStringLiteral("one.txt"), "chr\tpos\tp\n1\t5\t1e-9\n");
+    const QJsonObject hits = report({"hits", "one.txt", "-q", "-o", "hits.tsv", json, "-"});
+    QCOMPARE(hits["leads"].toArray().size(), 1);
     const QString text = part(QStringLiteral("## JSON, version 1"));
-    for (const QJsonObject& object : {prepared, checked}) {
+    for (const QJsonObject& object : {prepared, checked, hits}) {
         QCOMPARE(object["version"], 1);
         for (const QString& key : keysOf(object))
             QVERIFY2(text.contains(u'`' + key + u'`'), qPrintable(key));
