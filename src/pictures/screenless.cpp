@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QHashFunctions>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
@@ -60,6 +61,8 @@ Screenless::Screenless() {
     static int count = 1;
     static char name[] = "pelmark-tools";
     static char* words[] = {name, nullptr};
+    // Qt writes the fonts of a document in the order of a hash table.
+    QHashSeed::setDeterministicGlobalSeed();
     const QuietStart quietly;
     const QTemporaryDir folder;
     setEnvironment(folder.path());

@@ -409,8 +409,10 @@ void PlotCommand::sameBytesEachTime() {
     QCOMPARE(run.run(words).status, 0);
     const QByteArray first = run.read(name);
     QVERIFY(first.size() > 1000);
-    QCOMPARE(run.run(words).status, 0);
-    QCOMPARE(run.read(name), first);
+    for (int i = 0; i < 8; ++i) {
+        QCOMPARE(run.run(words).status, 0);
+        QCOMPARE(run.read(name), first);
+    }
 }
 
 // Of p-values that are exactly as expected: on the diagonal, with a lambda of 1.
