@@ -46,8 +46,9 @@ void setManhattan(Picture& picture, PlotData data, const PlotRequest& request) {
     Manhattan manhattan{
         geometry,
         std::move(data.points),
-        {picture.title, std::move(data.chromosomes), request.referenceLines},
-        {request.mark.value_or(PositionRange{}), request.joined, request.referenceLines},
+        {picture.title, std::move(data.chromosomes), request.referenceLines, data.labels},
+        {request.mark.value_or(PositionRange{}), request.joined, request.referenceLines,
+         data.labels},
         data.isGenome};
     setPainters(
         picture, std::move(manhattan),

@@ -77,10 +77,25 @@ std::optional<Failure> readScale(const Arguments& arguments, PlotRequest& reques
     return std::nullopt;
 }
 
+std::optional<Failure> readLabels(const Arguments& arguments, PlotRequest& request) {
+    constexpr int most = 1000;
+    const auto text = arguments.value("--label-hits");
+    if (!text)
+        return std::nullopt;
+    request.labelledHits = text->toInt();
+    if (request.labelledHits < 1 || request.labelledHits > most)
+        return wrongValue("--label-hits", *text, "write a whole number from 1 to 1000");
+    if (request.asIs)
+        return wrong(QStringLiteral("--label-hits takes names from a column that the window does "
+                                    "not read. Leave out --as-is."));
+    return std::nullopt;
+}
+
 std::optional<Failure> checkTogether(const Arguments& arguments, const PlotRequest& request) {
-    if (request.quantiles && (request.isOfOneChromosome() || !request.referenceLines))
+    if (request.quantiles &&
+        (request.isOfOneChromosome() || !request.referenceLines || request.labelledHits > 0))
         return wrong(QStringLiteral("--qq draws no positions; it cannot be combined with --range, "
-                                    "--mark, --join or --no-lines."));
+                                    "--mark, --join, --no-lines or --label-hits."));
     if (!request.asIs)
         return std::nullopt;
     for (const char* option :
@@ -106,7 +121,7 @@ std::variant<PlotRequest, Failure> plotRequest(const Arguments& arguments) {
     std::optional<Failure> failure = readRange(arguments, "--range", request.range);
     if (!failure)
         failure = readRange(arguments, "--mark", request.mark);
-    for (const auto& read : {readSize, readScale})
+    for (const auto& read : {readSize, readScale, readLabels})
         if (!failure)
             failure = read(arguments, request);
     if (!failure)

@@ -97,7 +97,14 @@ std::variant<PlotData, int> Plot::read(Scan& scan) {
             note.why = withColumnOption(note.why);
         if (!isQuiet())
             m_streams.error.write(textOf({{name}, {}, read.report, QStringLiteral("read")}));
-        data = plotData(std::move(read), name, m_request);
+        QList<NamedRow> named;
+        if (m_request.labelledHits > 0) {
+            auto names = leadNames(path, read, m_request);
+            if (const auto* refusal = std::get_if<Refusal>(&names))
+                return scan.command.refuse(withColumnOption(*refusal));
+            named = std::get<QList<NamedRow>>(std::move(names));
+        }
+        data = plotData(std::move(read), named, name, m_request);
     }
     if (const auto* failure = std::get_if<Failure>(&data))
         return scan.command.end(*failure);

@@ -74,7 +74,7 @@ std::variant<qsizetype, Failure> chosen(const QStringList& labels, const QString
 }
 
 PlotData chromosomeData(Points points, const QString& label, const PlotRequest& request) {
-    PlotData data{false, {}, std::move(points), QStringLiteral("chromosome ") + label};
+    PlotData data{false, {}, std::move(points), {}, QStringLiteral("chromosome ") + label};
     constexpr double infinity = std::numeric_limits<double>::infinity();
     if (request.range) {
         data.points = pointsInside(std::move(data.points),
@@ -85,8 +85,20 @@ PlotData chromosomeData(Points points, const QString& label, const PlotRequest& 
 }
 
 PlotData genomeData(GenomeScan scan) {
-    return {true, std::move(scan.chromosomes), std::move(scan.points),
+    return {true,
+            std::move(scan.chromosomes),
+            std::move(scan.points),
+            {},
             QStringLiteral("whole genome")};
+}
+
+// The points start at a row of the table, and all of the named rows are among them.
+PlotData withLabels(PlotData data, const QList<NamedRow>& named, size_t begin) {
+    for (const NamedRow& each : named) {
+        const auto i = static_cast<qsizetype>(each.row - begin);
+        data.labels.append({data.points.positions[i], data.points.values[i], each.name});
+    }
+    return data;
 }
 
 QList<Chromosome> chromosomesOf(const ScanTable& table) {
@@ -113,8 +125,8 @@ QStringList labelsOf(const QList<Chromosome>& chromosomes) {
 
 } // namespace
 
-std::variant<PlotData, Failure> plotData(ScanTable table, const QString& name,
-                                         const PlotRequest& request) {
+std::variant<PlotData, Failure> plotData(ScanTable table, const QList<NamedRow>& named,
+                                         const QString& name, const PlotRequest& request) {
     QList<Chromosome> chromosomes = chromosomesOf(table);
     const auto choice = chosen(labelsOf(chromosomes), name, request);
     if (const auto* failure = std::get_if<Failure>(&choice))
@@ -135,9 +147,13 @@ std::variant<PlotData, Failure> plotData(ScanTable table, const QString& name,
     for (size_t row = begin; request.quantiles && row < end; ++row)
         points.values[static_cast<qsizetype>(row - begin)] = table.negLog10(row);
     table = {};
-    if (c >= 0)
-        return chromosomeData(std::move(points), chromosomes[c].label, request);
-    return genomeData(layEndToEnd(std::move(chromosomes), std::move(points)));
+    if (c < 0)
+        return withLabels(genomeData(layEndToEnd(std::move(chromosomes), std::move(points))), named,
+                          begin);
+    PlotData whole = withLabels({false, {}, std::move(points), {}, {}}, named, begin);
+    PlotData data = chromosomeData(std::move(whole.points), chromosomes[c].label, request);
+    data.labels = std::move(whole.labels);
+    return data;
 }
 
 std::variant<PlotData, Failure> plotDataAsIs(const QString& path, const QString& name,

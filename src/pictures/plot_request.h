@@ -17,6 +17,7 @@ struct PlotRequest {
     bool joined = false;
     bool referenceLines = true;
     bool quantiles = false; // the quantile-quantile plot
+    int labelledHits = 0;   // how many lead markers get their names
     QSize size;             // of the plot at 96 dots per inch, in pixels
     int magnification = 0;  // pixels for each of those; 0 for what suits the format
 

@@ -8,8 +8,7 @@
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
-
-extern char** environ;
+#include <unistd.h>
 
 namespace {
 
@@ -37,7 +36,7 @@ private:
     static void handle(QtMsgType type, const QMessageLogContext& /*context*/,
                        const QString& message) {
         if (type == QtFatalMsg)
-            std::fprintf(stderr, "pelmark-tools: %s\n", qUtf8Printable(message));
+            static_cast<void>(std::fprintf(stderr, "pelmark-tools: %s\n", qUtf8Printable(message)));
     }
 
     QtMessageHandler m_before;

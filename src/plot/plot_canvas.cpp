@@ -1,6 +1,8 @@
 #include "plot_canvas.h"
 
+#include <QFontMetricsF>
 #include <QLatin1String>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -90,6 +92,20 @@ void Canvas::drawLine(int x1, int y1, int x2, int y2) {
     settle();
     m_painter.setPen(m_pen);
     m_painter.drawLine(x1, y1, x2, y2);
+}
+
+void Canvas::drawThinLine(int x1, int y1, int x2, int y2) {
+    settle();
+    QPen pen = m_pen;
+    pen.setWidth(m_geometry.magnification);
+    m_painter.setPen(pen);
+    m_painter.drawLine(x1, y1, x2, y2);
+}
+
+QSizeF Canvas::sizeOf(const QString& text) const {
+    const QFontMetricsF metrics(m_painter.font(), m_painter.device());
+    const double overhang = 2.0 * m_geometry.magnification; // of slanted letters
+    return {std::ceil(metrics.horizontalAdvance(text) + overhang), std::ceil(metrics.height())};
 }
 
 void Canvas::drawText(const QRectF& area, int alignment, const QString& text) {

@@ -49,6 +49,8 @@ public:
     void setColor(const QColor& color) { m_pen.setColor(color); }
     void setFont(const QFont& font);
     void drawLine(int x1, int y1, int x2, int y2);
+    void drawThinLine(int x1, int y1, int x2, int y2); // of half the width
+    QSizeF sizeOf(const QString& text) const;          // in the font that is set, in pixels
     void drawText(const QRectF& area, int alignment, const QString& text);
 
     // What is drawn from here on lies above the marks, which come next.

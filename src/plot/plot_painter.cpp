@@ -157,6 +157,7 @@ void drawGenome(Canvas& canvas, PlotPoints points, const GenomePlot& plot) {
     paintGenomePoints(canvas, points, plot);
     paintTitle(canvas,
                plot.title + QLatin1String(", max(-logP)=") + valueText(canvas.geometry().realMaxY));
+    paintPointLabels(canvas, plot.labels);
 }
 
 void drawChromosome(Canvas& canvas, PlotPoints points, const ChromosomePlot& plot) {
@@ -173,6 +174,7 @@ void drawChromosome(Canvas& canvas, PlotPoints points, const ChromosomePlot& plo
         paintChromosomePoints(canvas, points, plot.highlight);
     paintTitle(canvas, QLatin1String("max=") + valueText(canvas.geometry().realMaxY));
     paintPositionScale(canvas);
+    paintPointLabels(canvas, plot.labels);
 }
 
 } // namespace

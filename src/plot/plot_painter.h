@@ -3,6 +3,7 @@
 #include "chromosome.h"
 #include "plot_geometry.h"
 #include "plot_texts.h"
+#include "point_labels.h"
 
 #include <QImage>
 #include <QList>
@@ -23,6 +24,7 @@ struct GenomePlot {
     QString title;
     QList<Chromosome> chromosomes; // at least one
     bool referenceLines = false;
+    QList<PointLabel> labels = {};
 };
 
 // All chromosomes side by side, a dot for each point, named along the bottom.
@@ -37,6 +39,7 @@ struct ChromosomePlot {
     PositionRange highlight;
     bool joined = false; // segments between neighbouring points instead of dots
     bool referenceLines = false;
+    QList<PointLabel> labels = {};
 };
 
 // One chromosome's points with the position scale at the bottom; "no points" where there are none.

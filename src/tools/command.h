@@ -27,6 +27,7 @@ struct OptionSpec {
     const char* help;
     std::vector<const char*> choices = {}; // the only values; empty for any
     bool isRepeated = false;
+    const char* standard = nullptr; // the value where no number follows; null where one must
 
     QByteArray longName() const;
 };

@@ -133,6 +133,12 @@ CommandSpec plotSpec() {
               {"--mark", "RANGE", "mark the markers from FIRST-LAST in red"},
               {"--join", nullptr, "join the markers with lines"},
               {"--no-lines", nullptr, "leave out the reference lines"},
+              {"--label-hits",
+               "N",
+               "name the N strongest lead markers (20 where no number follows)",
+               {},
+               false,
+               "20"},
               {"--qq", nullptr, "draw observed against expected -log10 p instead"},
               {"--screen", "SIZE",
                "as on a screen of WIDTHxHEIGHT pixels (1920x1080 unless given), of which the plot "

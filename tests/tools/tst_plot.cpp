@@ -35,6 +35,8 @@ private slots:
     void sameBytesEachTime_data();
     void sameBytesEachTime();
     void quantiles();
+    void hitsAreNamed();
+    void hitsAreNamedInARange();
     void several();
     void wrongCalls_data();
     void wrongCalls();
@@ -449,6 +451,56 @@ void PlotCommand::quantiles() {
             }
 }
 
+// Each of the strongest ones once, on the page, and no words over others.
+void PlotCommand::hitsAreNamed() {
+    const ToolsRun run;
+    const QString file = example("genome_100k.txt");
+    QCOMPARE(run.run({"plot", "-q", "--label-hits", "40", file, "-o", "g.pdf"}).status, 0);
+    const QString boxes = QString::fromUtf8(output("pdftotext", {"-bbox", run.path("g.pdf"), "-"}));
+    const QRegularExpression word("<word xMin=\"([\\d.-]+)\" yMin=\"([\\d.-]+)\" "
+                                  "xMax=\"([\\d.-]+)\" yMax=\"([\\d.-]+)\">([^<]*)<");
+    QList<QRectF> places;
+    QStringList names;
+    for (auto it = word.globalMatch(boxes); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        const auto number = [&](int i) { return match.captured(i).toDouble(); };
+        // A little less high, since letters do not fill their line.
+        const QRectF place(QPointF(number(1), number(2) + 2), QPointF(number(3), number(4) - 2));
+        QVERIFY2(QRectF(0, 0, 1152, 608).contains(place), qPrintable(match.captured(5)));
+        for (const QRectF& other : places)
+            QVERIFY2(!other.intersects(place), qPrintable(match.captured(5)));
+        places.append(place);
+        if (match.captured(5).startsWith("rs"))
+            names.append(match.captured(5));
+    }
+    QVERIFY2(names.size() >= 25 && names.size() <= 40, qPrintable(names.join(u' ')));
+    // The strongest leads, by the other command.
+    QStringList leads;
+    const QByteArray hits = run.run({"hits", file, "-q"}).out;
+    for (const QByteArray& line : hits.split('\n').mid(1))
+        leads.append(line.split('\t').value(2));
+    for (const QString& name : names)
+        QVERIFY2(leads.count(name) == 1 && names.count(name) == 1, qPrintable(name));
+    QVERIFY(names.contains("rs35848276"));
+    // Without a number, the word after it is a file.
+    QCOMPARE(run.run({"plot", "-q", "--label-hits", file, "-o", "x.png"}).status, 0);
+    QVERIFY(QImage(run.path("x.png")) != drawn(run, {file}));
+}
+
+void PlotCommand::hitsAreNamedInARange() {
+    const ToolsRun run;
+    run.write("in.txt", "CHR\tBP\tP\n1\t100\t1e-9\n1\t900000\t1e-12\n1\t5000000\t0.1\n"
+                        "1\t6000000\t1e-20\n1\t9000000\t1e-15\n2\t10\t1e-30\n");
+    QCOMPARE(run.run({"plot", "-q", "in.txt", "--label-hits", "2", "--chromosome", "1", "--range",
+                      "1-7000000", "-o", "x.pdf"})
+                 .status,
+             0);
+    const QByteArray words = output("pdftotext", {"-layout", run.path("x.pdf"), "-"});
+    QVERIFY2(words.contains("1:6000000") && words.contains("1:900000"), words);
+    QVERIFY2(!words.contains("1:9000000") && !words.contains("1:100") && !words.contains("2:10"),
+             words);
+}
+
 void PlotCommand::several() {
     const ToolsRun run;
     QVERIFY(QDir(run.path(".")).mkdir("out"));
@@ -488,6 +540,8 @@ void PlotCommand::wrongCalls_data() {
                                   "one. Choose it with --chromosome: 1, 2");
     row("in.txt -o x.png --chromosome 3", "has no chromosome \"3\". Choose one of: 1, 2");
     row("in.txt -o x.png --qq --join", "--qq draws no positions");
+    row("in.txt -o x.png --label-hits 0", "--label-hits 0: write a whole number");
+    row("in.txt -o x.png --as-is --label-hits", "Leave out --as-is");
     row("in.txt -o x.png --as-is --p P", "which knows no --p.");
     row("in.txt -o x.png --chromosome-column 9", "--chromosome-column");
 }
