@@ -32,6 +32,7 @@ std::variant<QList<NamedRow>, Refusal> leadNames(const QString& path, const Scan
     });
     leads.resize(std::min(leads.size(), static_cast<size_t>(request.labelledHits)));
     std::vector<size_t> rows;
+    rows.reserve(leads.size());
     for (const LeadMarker& lead : leads)
         rows.push_back(lead.row);
     const auto texts = readMarkerTexts(path, table, rows, {});

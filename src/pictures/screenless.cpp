@@ -36,7 +36,7 @@ private:
     static void handle(QtMsgType type, const QMessageLogContext& /*context*/,
                        const QString& message) {
         if (type == QtFatalMsg)
-            static_cast<void>(std::fprintf(stderr, "pelmark-tools: %s\n", qUtf8Printable(message)));
+            static_cast<void>(std::fputs(qUtf8Printable(message + u'\n'), stderr));
     }
 
     QtMessageHandler m_before;

@@ -56,8 +56,9 @@ void paintBand(QPainter& painter, const QuantileArea& area, const QuantilePlot& 
     for (const QuantileBand& band : plot.band)
         outline.append({area.x(band.expected), area.y(band.high)});
     outline.append({area.x(0), area.y(0)});
-    for (auto band = plot.band.rbegin(); band != plot.band.rend(); ++band)
-        outline.append({area.x(band->expected), area.y(band->low)});
+    std::for_each(plot.band.rbegin(), plot.band.rend(), [&](const QuantileBand& band) {
+        outline.append({area.x(band.expected), area.y(band.low)});
+    });
     painter.setPen(Qt::NoPen);
     painter.setBrush(bandColor);
     painter.drawPolygon(outline);
