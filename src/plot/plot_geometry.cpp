@@ -64,10 +64,19 @@ double PlotGeometry::valueAt(int y) const {
     return minY + (height - yMargin - y) / pixPerY;
 }
 
+QSize plotSize(QSize screen) {
+    return {truncated(widthOfScreen * screen.width()), truncated(heightOfScreen * screen.height())};
+}
+
 PlotGeometry plotGeometry(const Points& points, QSize screen) {
+    return geometryOfSize(points, plotSize(screen));
+}
+
+PlotGeometry geometryOfSize(const Points& points, QSize size, int magnification) {
     PlotGeometry geometry;
-    geometry.width = truncated(widthOfScreen * screen.width());
-    geometry.height = truncated(heightOfScreen * screen.height());
+    geometry.width = size.width() * magnification;
+    geometry.height = size.height() * magnification;
+    geometry.magnification = magnification;
     if (points.positions.isEmpty())
         setEmptyView(geometry);
     else

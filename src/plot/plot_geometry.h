@@ -29,6 +29,10 @@ struct PlotGeometry {
     double pixPerX = 0.0;
     double pixPerY = 0.0;
 
+    // How many pixels stand in a row for one on a screen of 96 dots per inch: of dots, lines and
+    // letters. The numbers above count the image's own pixels.
+    int magnification = 1;
+
     int xOf(int position) const {
         return std::isinf(pixPerX) ? width / 2
                                    : truncated(pixPerX * wrappedDifference(position, minX));
@@ -49,3 +53,9 @@ struct PlotGeometry {
 // the smallest and the last for the largest: data in no order gets the view that follows from that.
 // No points at all get a finite view with `minX` -1.
 PlotGeometry plotGeometry(const Points& points, QSize screen);
+
+// The size of the plot on a screen, in pixels.
+QSize plotSize(QSize screen);
+
+// The same for a plot of the given size on a screen, with so many times the pixels each way.
+PlotGeometry geometryOfSize(const Points& points, QSize size, int magnification = 1);

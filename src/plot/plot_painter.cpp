@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int genomeDotWidth = 2;
-constexpr int chromosomeDotWidth = 4;
+constexpr DotLook genomeDot{2};
+constexpr DotLook chromosomeDot{4};
 
 QRgb genomeColor(int red) {
     return qRgb(red, 50, 50);
@@ -22,15 +22,16 @@ QRgb genomeColor(int red) {
 // A label stands under the stretch from its chromosome's first point to the point before the one
 // that ended it, and is clipped to the stretch. Nothing of it shows beside the image, or where the
 // stretch has no width.
-void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end,
-                const PlotGeometry& geometry) {
-    constexpr int overhang = 100; // pixels, more than a letter reaches beyond its box
+void paintLabel(Canvas& canvas, const QString& label, int red, int start, int end) {
+    const PlotGeometry& geometry = canvas.geometry();
+    // In pixels, more than a letter reaches beyond its box.
+    const int overhang = 100 * geometry.magnification;
     const QRectF stretch(start, 0, wrappedDifference(end, start), geometry.height);
     const QRectF nearImage(-overhang, 0, geometry.width + 2 * overhang, geometry.height);
     if (start == end || !stretch.intersects(nearImage))
         return;
     canvas.setColor(genomeColor(red));
-    canvas.painter().drawText(stretch, Qt::AlignBottom | Qt::AlignCenter, label);
+    canvas.drawText(stretch, Qt::AlignBottom | Qt::AlignCenter, label);
 }
 
 // The points from a place on, at most `count` of them.
@@ -60,9 +61,9 @@ private:
     std::size_t m_count;
 };
 
-void paintDots(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points, QRgb color) {
+void paintDots(Canvas& canvas, PlotPoints points, QRgb color) {
     for (std::size_t from = 0; from < points.positions.size(); from += Pixels::most) {
-        const Pixels pixels(geometry, part(points, from, Pixels::most));
+        const Pixels pixels(canvas.geometry(), part(points, from, Pixels::most));
         canvas.putDots(pixels.x(), pixels.y(), color);
     }
 }
@@ -75,11 +76,10 @@ std::size_t endOfRun(Test passes, PlotPoints points, std::size_t from) {
                                     points.positions.begin());
 }
 
-void paintGenomePoints(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
-                       const GenomePlot& plot) {
+void paintGenomePoints(Canvas& canvas, PlotPoints points, const GenomePlot& plot) {
     if (points.positions.empty())
         return;
-    const auto xAt = [&](std::size_t i) { return geometry.xOf(points.positions[i]); };
+    const auto xAt = [&](std::size_t i) { return canvas.geometry().xOf(points.positions[i]); };
     ChromosomeWalk walk(plot.chromosomes);
     const auto label = [&](qsizetype i) -> const QString& { return plot.chromosomes[i].label; };
     qsizetype chromosome = 0;
@@ -91,41 +91,37 @@ void paintGenomePoints(Canvas& canvas, const PlotGeometry& geometry, PlotPoints 
         if (next != chromosome && label(next) != label(chromosome)) {
             // Not before the first change: the label of a file's only chromosome has another font.
             if (std::exchange(isFirstLabel, false))
-                canvas.painter().setFont(plotFont(10));
-            paintLabel(canvas, label(chromosome), previousRed, labelStart, xAt(i == 0 ? 0 : i - 1),
-                       geometry);
+                canvas.setFont(plotFont(10));
+            paintLabel(canvas, label(chromosome), previousRed, labelStart, xAt(i == 0 ? 0 : i - 1));
             labelStart = xAt(i);
         }
         chromosome = next;
         end = endOfRun([&](int position) { return walk.isSameAt(position); }, points, i);
-        paintDots(canvas, geometry, part(points, i, end - i), genomeColor(walk.red()));
+        paintDots(canvas, part(points, i, end - i), genomeColor(walk.red()));
     }
     const std::size_t last = points.positions.size() - 1;
-    paintLabel(canvas, label(chromosome), walk.red(), labelStart, xAt(last == 0 ? 0 : last - 1),
-               geometry);
+    paintLabel(canvas, label(chromosome), walk.red(), labelStart, xAt(last == 0 ? 0 : last - 1));
 }
 
 QRgb chromosomeColor(const PositionRange& highlight, int position) {
     return highlight.contains(position) ? qRgb(255, 50, 50) : qRgb(50, 50, 255);
 }
 
-void paintChromosomePoints(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
-                           const PositionRange& highlight) {
+void paintChromosomePoints(Canvas& canvas, PlotPoints points, const PositionRange& highlight) {
     for (std::size_t i = 0, end = 0; i < points.positions.size(); i = end) {
         const bool isMarked = highlight.contains(points.positions[i]);
         end = endOfRun([&](int position) { return highlight.contains(position) == isMarked; },
                        points, i);
-        paintDots(canvas, geometry, part(points, i, end - i),
+        paintDots(canvas, part(points, i, end - i),
                   chromosomeColor(highlight, points.positions[i]));
     }
 }
 
 // A segment has the colour of its end point. There is none to or from what is not a number.
-void paintSegments(Canvas& canvas, const PlotGeometry& geometry, PlotPoints points,
-                   const PositionRange& highlight) {
+void paintSegments(Canvas& canvas, PlotPoints points, const PositionRange& highlight) {
     for (std::size_t from = 0; from < points.positions.size(); from += Pixels::most) {
         const PlotPoints batch = part(points, from, Pixels::most);
-        const Pixels pixels(geometry, batch);
+        const Pixels pixels(canvas.geometry(), batch);
         for (std::size_t i = 0; i < batch.positions.size(); ++i) {
             if (std::isnan(batch.values[i]))
                 canvas.liftLine();
@@ -136,55 +132,71 @@ void paintSegments(Canvas& canvas, const PlotGeometry& geometry, PlotPoints poin
     }
 }
 
-void paintPositionScale(Canvas& canvas, const PlotGeometry& geometry) {
-    const QRectF area(0, 0, geometry.width, geometry.height - 2);
-    QPainter& painter = canvas.painter();
-    painter.setFont(plotFont(10));
-    painter.drawText(area, Qt::AlignBottom | Qt::AlignLeft, groupedInThrees(geometry.realMinX));
-    painter.drawText(area, Qt::AlignBottom | Qt::AlignRight, groupedInThrees(geometry.realMaxX));
-    painter.drawText(area, Qt::AlignBottom | Qt::AlignCenter,
-                     spanText(geometry.realMinX, geometry.realMaxX));
+void paintPositionScale(Canvas& canvas) {
+    const PlotGeometry& geometry = canvas.geometry();
+    const QRectF area(0, 0, geometry.width, geometry.height - 2 * geometry.magnification);
+    canvas.setFont(plotFont(10));
+    canvas.drawText(area, Qt::AlignBottom | Qt::AlignLeft, groupedInThrees(geometry.realMinX));
+    canvas.drawText(area, Qt::AlignBottom | Qt::AlignRight, groupedInThrees(geometry.realMaxX));
+    canvas.drawText(area, Qt::AlignBottom | Qt::AlignCenter,
+                    spanText(geometry.realMinX, geometry.realMaxX));
 }
 
-void paintNoPoints(Canvas& canvas, const PlotGeometry& geometry) {
+void paintNoPoints(Canvas& canvas) {
+    const PlotGeometry& geometry = canvas.geometry();
     canvas.setColor(Qt::black);
-    canvas.painter().setFont(plotFont(12));
-    canvas.painter().drawText(QRectF(0, 0, geometry.width, geometry.height), Qt::AlignCenter,
-                              QStringLiteral("no points"));
+    canvas.setFont(plotFont(12));
+    canvas.drawText(QRectF(0, 0, geometry.width, geometry.height), Qt::AlignCenter,
+                    QStringLiteral("no points"));
+}
+
+void drawGenome(Canvas& canvas, PlotPoints points, const GenomePlot& plot) {
+    if (plot.referenceLines)
+        paintReferenceLines(canvas);
+    canvas.startMarks();
+    paintGenomePoints(canvas, points, plot);
+    paintTitle(canvas,
+               plot.title + QLatin1String(", max(-logP)=") + valueText(canvas.geometry().realMaxY));
+    paintPointLabels(canvas, plot.labels);
+}
+
+void drawChromosome(Canvas& canvas, PlotPoints points, const ChromosomePlot& plot) {
+    if (plot.referenceLines)
+        paintReferenceLines(canvas);
+    if (points.positions.empty()) {
+        paintNoPoints(canvas);
+        return;
+    }
+    canvas.startMarks();
+    if (plot.joined)
+        paintSegments(canvas, points, plot.highlight);
+    else
+        paintChromosomePoints(canvas, points, plot.highlight);
+    paintTitle(canvas, QLatin1String("max=") + valueText(canvas.geometry().realMaxY));
+    paintPositionScale(canvas);
+    paintPointLabels(canvas, plot.labels);
 }
 
 } // namespace
 
 QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot) {
-    QImage image = whiteImage(geometry);
-    if (image.isNull())
-        return image;
-    Canvas canvas(image, genomeDotWidth);
-    if (plot.referenceLines)
-        paintReferenceLines(canvas, geometry);
-    paintGenomePoints(canvas, geometry, points, plot);
-    paintTitle(canvas, geometry,
-               plot.title + QLatin1String(", max(-logP)=") + valueText(geometry.realMaxY));
-    return image;
+    return paintedImage(geometry, genomeDot,
+                        [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
+}
+
+void printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+                 const GenomePlot& plot) {
+    paintPage(page, geometry, genomeDot, [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
                        const ChromosomePlot& plot) {
-    QImage image = whiteImage(geometry);
-    if (image.isNull())
-        return image;
-    Canvas canvas(image, chromosomeDotWidth);
-    if (plot.referenceLines)
-        paintReferenceLines(canvas, geometry);
-    if (points.positions.empty()) {
-        paintNoPoints(canvas, geometry);
-        return image;
-    }
-    if (plot.joined)
-        paintSegments(canvas, geometry, points, plot.highlight);
-    else
-        paintChromosomePoints(canvas, geometry, points, plot.highlight);
-    paintTitle(canvas, geometry, QLatin1String("max=") + valueText(geometry.realMaxY));
-    paintPositionScale(canvas, geometry);
-    return image;
+    return paintedImage(geometry, chromosomeDot,
+                        [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
+}
+
+void printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+                     const ChromosomePlot& plot) {
+    paintPage(page, geometry, chromosomeDot,
+              [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }

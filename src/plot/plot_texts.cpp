@@ -2,6 +2,7 @@
 
 #include "int_arithmetic.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 PositionRange highlightRange(const QString& first, const QString& second) {
@@ -24,6 +25,10 @@ QString groupedInThrees(int number) {
 
 QString spanText(int first, int last) {
     return QStringLiteral("|<-- %1 -->|").arg(groupedInThrees(wrappedDifference(last, first)));
+}
+
+QString titleName(const QString& path) {
+    return QString::fromLocal8Bit(QFileInfo(path).fileName().toLocal8Bit().left(titleNameBytes));
 }
 
 QString valueText(double value) {

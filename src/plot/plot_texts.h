@@ -23,5 +23,10 @@ QString groupedInThrees(int number);
 // The length of a range between two arrows: "|<-- 150,000 -->|".
 QString spanText(int first, int last);
 
+// A file's name in a plot's title: without its folder, at most the first bytes of it in the local
+// 8-bit encoding, so that a character may be cut.
+inline constexpr qsizetype titleNameBytes = 30;
+QString titleName(const QString& path);
+
 // A -log10 p with six significant digits.
 QString valueText(double value);

@@ -6,29 +6,42 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace {
 
 constexpr int basePairsPerUnit = 100;
 
-// Reads all points. Every point keeps its distance from the first point of its chromosome, which
-// lies one unit after the last point of the chromosome before.
+// Every point keeps its distance from the first point of its chromosome, which lies one unit after
+// the last point of the chromosome before.
+class GenomeAxis {
+public:
+    void startChromosome(int firstPosition) {
+        m_shift = wrappedSum(wrappedDifference(m_coordinate, unitOf(firstPosition)), 1);
+    }
+    int coordinateOf(int position) { return m_coordinate = wrappedSum(unitOf(position), m_shift); }
+
+private:
+    static int unitOf(int position) { return position / basePairsPerUnit; }
+
+    int m_coordinate = 0; // of the last point
+    int m_shift = 0;
+};
+
 void readPoints(AssociationFile& file, PointCollector& points, QList<Chromosome>& chromosomes) {
     Record record;
     Marker marker;
     std::string label; // UTF-8
-    int coordinate = 0, shift = 0;
+    GenomeAxis axis;
     while (file.next(record)) {
         if (!file.readMarker(record, marker))
             continue;
-        const int position = marker.position / basePairsPerUnit;
         if (points.size() == 0 || label != record.chromosome) {
             label = record.chromosome;
             chromosomes.append({.label = fromUtf8(label), .firstPoint = points.size()});
-            shift = wrappedSum(wrappedDifference(coordinate, position), 1);
+            axis.startChromosome(marker.position);
         }
-        coordinate = wrappedSum(position, shift);
-        points.append(coordinate, marker.pValue);
+        points.append(axis.coordinateOf(marker.position), marker.pValue);
     }
 }
 
@@ -63,4 +76,19 @@ Result<GenomeScan> scanGenome(QIODevice& device, const ReadOptions& options) {
     scan.points = points.take();
     setBounds(scan.chromosomes, scan.points.positions);
     return scan;
+}
+
+GenomeScan layEndToEnd(QList<Chromosome> chromosomes, Points points) {
+    GenomeAxis axis;
+    int* const positions = points.positions.data();
+    for (qsizetype c = 0; c < chromosomes.size(); ++c) {
+        const qsizetype end =
+            c + 1 < chromosomes.size() ? chromosomes[c + 1].firstPoint : points.positions.size();
+        const qsizetype first = chromosomes[c].firstPoint;
+        axis.startChromosome(positions[first]);
+        std::transform(positions + first, positions + end, positions + first,
+                       [&](int position) { return axis.coordinateOf(position); });
+    }
+    setBounds(chromosomes, points.positions);
+    return {std::move(chromosomes), std::move(points)};
 }

@@ -17,3 +17,7 @@ struct GenomeScan {
 // genome coordinate counts units of 100 base pairs: the file's first point is at 1, and each
 // chromosome's first point one unit after the point before it. Fewer than two points are a fault.
 Result<GenomeScan> scanGenome(QIODevice& device, const ReadOptions& options = {});
+
+// The same for markers in memory, at their positions in base pairs. Each chromosome has its label
+// and its first point, and one point at least.
+GenomeScan layEndToEnd(QList<Chromosome> chromosomes, Points points);

@@ -62,6 +62,21 @@ void declare(const CommandSpec& command, CLI::App& app, Parsed& parsed) {
     }
 }
 
+// As the library wants them: the last one first, and each option with a value.
+std::vector<std::string> wordsToParse(const CommandSpec& command, const QByteArrayList& words) {
+    std::vector<std::string> all;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        all.push_back(words[i].toStdString());
+        bool isFollowed = false;
+        words.value(i + 1).toInt(&isFollowed);
+        for (const OptionSpec& option : command.options)
+            if (option.standard != nullptr && words[i] == option.longName() && !isFollowed)
+                all.back() += std::string("=") + option.standard;
+    }
+    std::reverse(all.begin(), all.end());
+    return all;
+}
+
 Arguments argumentsOf(const Parsed& parsed) {
     Arguments arguments;
     for (const auto& [name, isSet] : parsed.flags)
@@ -94,11 +109,8 @@ int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams&
     app.allow_extras(); // so that they can be named
     Parsed parsed;
     declare(command, app, parsed);
-    std::vector<std::string> reversed; // as the library wants them
-    std::transform(words.rbegin(), words.rend(), std::back_inserter(reversed),
-                   [](const QByteArray& word) { return word.toStdString(); });
     try {
-        app.parse(reversed);
+        app.parse(wordsToParse(command, words));
     } catch (const CLI::CallForHelp&) {
         streams.out.write(QByteArray::fromStdString(app.help()));
         return StatusFine;

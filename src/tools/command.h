@@ -27,6 +27,7 @@ struct OptionSpec {
     const char* help;
     std::vector<const char*> choices = {}; // the only values; empty for any
     bool isRepeated = false;
+    const char* standard = nullptr; // the value where no number follows; null where one must
 
     QByteArray longName() const;
 };
@@ -39,7 +40,8 @@ struct CommandSpec {
     int (*run)(const Arguments&, Streams&);
 };
 
-// Every command of the program. Help, completion and the manual are made of this.
+// Every command of the program, which lists them beside its entry function. The help is made of
+// this.
 const std::vector<CommandSpec>& commands();
 
 // Finds the command that the words after the program's name ask for, and runs it. Returns the exit

@@ -2,6 +2,7 @@
 #include "command.h"
 #include "cut_command.h"
 #include "hits_command.h"
+#include "plot_command.h"
 #include "prepare_command.h"
 
 #include <initializer_list>
@@ -20,11 +21,12 @@ CommandSpec checkSpec() {
         check};
 }
 
-// How the columns of a result file are found, and which of its rows are read. `p` is the option for
-// the column of p.
-std::vector<OptionSpec> readingOptions(const char* p = "--p") {
+// How the columns of a result file are found, and which of its rows are read. `p` and
+// `chromosome` are the options for these columns.
+std::vector<OptionSpec> readingOptions(const char* p = "--p",
+                                       const char* chromosome = "--chromosome") {
     return {
-        {"--chromosome", "COLUMN", "the chromosome"},
+        {chromosome, "COLUMN", "the chromosome"},
         {"--position", "COLUMN", "the position in base pairs"},
         {p, "COLUMN", "the p-value, or what --p-is says"},
         {"--name", "COLUMN", "the marker's name"},
@@ -144,11 +146,54 @@ CommandSpec cutSpec(const char* name, const char* summary, int (*run)(const Argu
         run};
 }
 
+CommandSpec plotSpec() {
+    return {
+        "plot", "draw the window's pictures of result files, as PNG or PDF",
+        "Draws any file that prepare reads. The whole genome is drawn unless --chromosome names "
+        "one\n"
+        "or the file has only one. OUT ends in .png or .pdf, or is a folder; several files need a\n"
+        "folder, and a fault in one does not keep the others from being drawn. In a PDF, letters "
+        "and\n"
+        "lines are drawn as such, and the markers are one picture.",
+        joined(
+            {{{"-o,--output", "OUT", "the picture, or a folder for it"},
+              {"--format",
+               "FORMAT",
+               "png or pdf; without it, as OUT ends (png in a folder)",
+               {"png", "pdf"}},
+              {"--chromosome", "LABEL", "draw this chromosome"},
+              {"--range", "RANGE", "zoom to the markers from FIRST-LAST, in base pairs"},
+              {"--mark", "RANGE", "mark the markers from FIRST-LAST in red"},
+              {"--join", nullptr, "join the markers with lines"},
+              {"--no-lines", nullptr, "leave out the reference lines"},
+              {"--label-hits",
+               "N",
+               "name the N strongest lead markers (20 where no number follows)",
+               {},
+               false,
+               "20"},
+              {"--qq", nullptr, "draw observed against expected -log10 p instead"},
+              {"--screen", "SIZE",
+               "as on a screen of WIDTHxHEIGHT pixels (1920x1080 unless given), of which the plot "
+               "takes 80 by 75 %, with --qq a square"},
+              {"--size", "SIZE", "the plot is WIDTHxHEIGHT pixels large"},
+              {"--scale", "N",
+               "N times the pixels, dots, lines and letters; in a PDF, N times the markers' pixels "
+               "(4 unless given)"},
+              {"--as-is", nullptr, "read the file by the window's own rule for columns"}},
+             readingOptions("--p", "--chromosome-column"),
+             {{"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
+        plotCommand};
+}
+
 } // namespace
 
 const std::vector<CommandSpec>& commands() {
     static const std::vector<CommandSpec> all{
-        checkSpec(), prepareSpec(), hitsSpec(),
+        checkSpec(),
+        prepareSpec(),
+        plotSpec(),
+        hitsSpec(),
         cutSpec("keep", "write a result file's own lines that saved tables name", keepCommand),
         cutSpec("drop", "write a result file's own lines without those that saved tables name",
                 dropCommand)};

@@ -169,11 +169,12 @@ QString rowsText(const PreparedTable& table) {
 
 QByteArray textOf(const PreparedTable& table) {
     const PrepareReport& report = table.report;
-    QString text = QStringLiteral("%1: %2 rows: %3 written to %4, %5 dropped\n")
+    QString text = QStringLiteral("%1: %2 rows: %3 %4, %5 dropped\n")
                        .arg(table.inputs.join(QLatin1String(", ")))
                        .arg(report.rows)
                        .arg(report.written)
-                       .arg(table.output)
+                       .arg(table.outcome.isEmpty() ? QLatin1String("written to ") + table.output
+                                                    : table.outcome)
                        .arg(report.rows - report.written);
     text += columnsText(report) + chromosomesText(report.chromosomes);
     text += report.wasInOrder ? QStringLiteral("Order: as in the file\n")

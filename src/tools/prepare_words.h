@@ -12,6 +12,7 @@ struct PreparedTable {
     QStringList inputs; // as their user calls them
     QString output;
     PrepareReport report;
+    QString outcome = {}; // what became of the rows, where they were not written to the output
 };
 
 // What the report says of the rows: what was changed, and why some were dropped.

@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "chromosome_walk.h"
+#include "plot_texts.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -8,7 +9,6 @@
 
 namespace {
 
-constexpr qsizetype shortNameBytes = 30;
 constexpr qsizetype proposedNameBytes = 50;
 
 // Copies the first `bytes` bytes of a text and fills the rest of them with zeros. A text of that
@@ -35,7 +35,7 @@ void copyInto(QList<T>& target, const QList<T>& source) {
 void setDataFile(const QString& path) {
     copyPadded(filename, sizeof filename, path);
     if (filename[0] != '\0')
-        copyPadded(shortname, shortNameBytes, QFileInfo(path).fileName());
+        copyPadded(shortname, titleNameBytes, QFileInfo(path).fileName());
 }
 
 QString dataFilePath() {

@@ -92,16 +92,10 @@ void ToolsPage::init() {
 void ToolsPage::optionsAreListed_data() {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("heading");
-    QTest::newRow("check") << "check"
-                           << "## check";
-    QTest::newRow("prepare") << "prepare"
-                             << "## prepare";
-    QTest::newRow("hits") << "hits"
-                          << "## hits";
-    QTest::newRow("keep") << "keep"
-                          << "## keep and drop";
-    QTest::newRow("drop") << "drop"
-                          << "## keep and drop";
+    for (const char* name : {"check", "prepare", "plot", "hits"})
+        QTest::newRow(name) << name << QStringLiteral("## ") + QLatin1String(name);
+    for (const char* name : {"keep", "drop"})
+        QTest::newRow(name) << name << QStringLiteral("## keep and drop");
 }
 
 // Each with what stands for its value, and the values it can have.

@@ -26,6 +26,7 @@ void CommandLine::answers_data() {
     row("help", {"--help"}, 0, "  check ", "");
     row("help of a command", {"check", "--help"}, 0, "Exit status: 0 fine", "");
     row("help of prepare", {"prepare", "-h"}, 0, "--chromosome-names HOW", "");
+    row("help of plot", {"plot", "-h"}, 0, "--chromosome-column COLUMN", "");
     row("version", {"--version"}, 0, "pelmark-tools 0.1", "");
     row("unknown command", {"chekc", "a"}, 2, "", "there is no command chekc; did you mean check?");
     row("far command", {"telephone"}, 2, "", "there is no command telephone. See");
