@@ -1,6 +1,7 @@
 #include "plain_header.h"
 
 #include "plain_body.h"
+#include "plain_judge.h"
 #include "plain_p.h"
 #include "plain_titles.h"
 #include "title_table.h"
@@ -144,10 +145,19 @@ private:
         return chooseColumns(rows);
     }
 
-    // Whether the titles fit the rows as they stand.
+    // Whether the titles fit the rows as they stand, by their values.
     bool makeSense(const QList<QStringList>& rows) const {
         const auto chosen = columnsOf(m_table, rows, m_options, false);
-        return std::holds_alternative<Columns>(chosen);
+        if (!std::holds_alternative<Columns>(chosen))
+            return false;
+        Table table = m_table;
+        table.columns = std::get<Columns>(chosen);
+        try {
+            judgeTable(table, rowsOf(m_lines, table, m_options, 0), m_options);
+        } catch (const Failure&) {
+            return false;
+        }
+        return true;
     }
 
     bool hasNumbers(const QStringList& titles) const {

@@ -84,7 +84,9 @@ QByteArray utf8(const QByteArray& file) {
 } // namespace
 
 QString Layout::withPoint(const QString& text) const {
-    return decimalComma && !text.contains(u'.') ? QString(text).replace(u',', u'.') : text;
+    // A lone point would be a missing value.
+    const bool hasComma = decimalComma && !text.contains(u'.') && text != u",";
+    return hasComma ? QString(text).replace(u',', u'.') : text;
 }
 
 QString Layout::wholeText(QString text) const {

@@ -203,4 +203,20 @@ QString RowReader::readPosition(const QString& text, qint64& position) const {
     return {};
 }
 
+QList<Row> rowsOf(const QStringList& lines, const Table& table, const PrepareOptions& options,
+                  int input) {
+    const RowReader reader(table, options);
+    QList<Row> rows;
+    for (qsizetype i = table.header + 1; i < lines.size(); ++i) {
+        Row row;
+        row.input = input;
+        row.line = i + 1;
+        row.text = lines[i];
+        row.fields = fieldsOf(lines[i], table.separator);
+        reader.findLineFault(row, table.header < 0 ? QString() : lines[table.header]);
+        rows << row;
+    }
+    return rows;
+}
+
 } // namespace plain
