@@ -88,6 +88,8 @@ public:
                 }
             throw Failure{RefusalCode::NotATable};
         }
+        if (isPrepared(m_lines.value(0), m_options))
+            return preparedTable();
         qsizetype lastDoubled = -1;
         for (qsizetype i = 0; i < qMin<qsizetype>(m_lines.size(), 1000); ++i) {
             if (m_lines[i].startsWith("##"))
@@ -101,6 +103,15 @@ public:
     }
 
 private:
+    // Its columns are known, whatever its rows hold.
+    Table preparedTable() {
+        m_table.header = 0;
+        m_table.titles = m_lines.first().split(u'\t');
+        if (!chooseColumns({}))
+            throw Failure{*m_failure};
+        return m_table;
+    }
+
     // Whether the first lines have as many fields each.
     bool areEven(Separator separator) const {
         QSet<qsizetype> counts;
