@@ -116,11 +116,11 @@ QStringList linesOf(const QByteArray& file) {
 QStringList fieldsOf(const QString& line, Separator separator) {
     switch (separator) {
     case Separator::Spaces:
-        return spacedFields(line, "[ ]+");
+        return spacedFields(line, "[ ][ \\t]*");
     case Separator::WideSpaces:
-        return spacedFields(line, "[ ]{2,}");
+        return spacedFields(line, "[ ]{2}[ \\t]*");
     case Separator::WhiteSpace:
-        return spacedFields(line, "(?:[ ]*\\t[ ]*|[ ]+)");
+        return spacedFields(line, "[ \\t]+");
     default:
         return separatedFields(line, separator);
     }
