@@ -43,23 +43,22 @@ Layout randomLayout(Random& random) {
     return layout;
 }
 
+// Tabs and no quotes, with the same line ends.
+Layout plainLayout(const Layout& other) {
+    Layout layout;
+    layout.separator = layout.headerSeparator = "\t";
+    layout.lineEnd = other.lineEnd;
+    layout.oddness = other.oddness;
+    return layout;
+}
+
 class Maker {
 public:
     explicit Maker(Random& random)
         : m_random(random), m_layout(randomLayout(random)),
           m_columns(random, m_layout.oddness, m_table.options, m_table.positions) {
         if (m_columns.areOfVcf() || m_columns.areOfPreparedTable())
-            m_layout = {"\t",
-                        "\t",
-                        false,
-                        false,
-                        false,
-                        false,
-                        false,
-                        false,
-                        {},
-                        m_layout.lineEnd,
-                        m_layout.oddness};
+            m_layout = plainLayout(m_layout);
     }
 
     RandomTable make() {
