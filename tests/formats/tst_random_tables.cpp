@@ -110,10 +110,11 @@ bool isSameTable(const QByteArray& a, const QByteArray& b, PSource source) {
     return lines.size() == others.size();
 }
 
-// Where no line is a header, what it misses most depends on the line looked at.
-bool isNoHeader(RefusalCode code) {
+// Where a line is no header for one of these, the search goes on, and may end with any fault.
+bool letsSearchGoOn(RefusalCode code) {
     return code == RefusalCode::NotATable || code == RefusalCode::NoChromosome ||
-           code == RefusalCode::NoPosition || code == RefusalCode::NoPValue;
+           code == RefusalCode::NoPosition || code == RefusalCode::NoPValue ||
+           code == RefusalCode::UnknownColumn;
 }
 
 // Which of several faults of the values is found first is nobody's business.
@@ -121,15 +122,8 @@ bool isByValues(RefusalCode code) {
     return code >= RefusalCode::GeneticMap && code <= RefusalCode::ZeroP;
 }
 
-// Values that are no numbers let the search for a header go on, where another fault may be found.
-bool isAnyway(RefusalCode code) {
-    return isNoHeader(code) || isByValues(code);
-}
-
-// A column that is not there lets it go on, too, and then any fault may be found.
 bool isSameRefusal(RefusalCode a, RefusalCode b) {
-    return a == b || (isAnyway(a) && isAnyway(b)) || a == RefusalCode::UnknownColumn ||
-           b == RefusalCode::UnknownColumn;
+    return a == b || letsSearchGoOn(a) || letsSearchGoOn(b) || (isByValues(a) && isByValues(b));
 }
 
 bool isSame(const plain::Prepared& a, const plain::Prepared& b, PSource source) {
