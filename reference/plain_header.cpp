@@ -163,12 +163,16 @@ private:
             return false;
         Table table = m_table;
         table.columns = std::get<Columns>(chosen);
+        return !faultOfValues(table);
+    }
+
+    std::optional<RefusalCode> faultOfValues(Table table) const {
         try {
             judgeTable(table, rowsOf(m_lines, table, m_options, 0), m_options);
-        } catch (const Failure&) {
-            return false;
+        } catch (const Failure& failure) {
+            return failure.code;
         }
-        return true;
+        return {};
     }
 
     bool hasNumbers(const QStringList& titles) const {
@@ -204,11 +208,13 @@ private:
     bool chooseColumns(const QList<QStringList>& rows) {
         const bool prepared = m_table.header == 0 && isPrepared(m_lines.first(), m_options);
         const auto chosen = columnsOf(m_table, rows, m_options, prepared);
-        if (const auto* columns = std::get_if<Columns>(&chosen)) {
-            m_table.columns = *columns;
+        const auto* columns = std::get_if<Columns>(&chosen);
+        m_table.columns = columns ? *columns : Columns();
+        const std::optional<RefusalCode> fault =
+            columns ? faultOfValues(m_table) : std::get<RefusalCode>(chosen);
+        if (!fault)
             return true;
-        }
-        const RefusalCode code = std::get<RefusalCode>(chosen);
+        const RefusalCode code = *fault;
         if (missingOf(code) == 0)
             throw Failure{code};
         if (!m_failure || missingOf(code) < missingOf(*m_failure))
