@@ -2,7 +2,8 @@
 
 #include <QStringList>
 
-// The lines after a header, those of them that are fields; only the first 20 or so are looked at.
+// The lines after a header that are neither empty nor comments, and their fields. The first 20 rows
+// count, and a row after them says only that the table goes on.
 namespace plain {
 
 // Whether the rows have as many fields as there are titles, though a few may be short. With a list

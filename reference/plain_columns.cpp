@@ -34,8 +34,7 @@ public:
         const int p = named(m_options.p), name = named(m_options.name), z = named(m_options.z);
         const int beta = named(m_options.beta), error = named(m_options.standardError);
         const int test = named(m_options.test), sample = named(m_options.sample);
-        for (const auto& [title, value] : m_options.where)
-            columns.where << qMakePair(named(title), QString::fromLatin1(value));
+        chooseFilters(columns);
         choosePlace(m_layout, m_rows, m_options, {chromosome, position, name}, columns);
         if (isVcf() && p < 0)
             chooseSample(columns, sample);
@@ -63,6 +62,7 @@ public:
         columns.position = 1;
         columns.p = 2;
         columns.log = 3;
+        chooseFilters(columns);
         return columns;
     }
 
@@ -81,6 +81,11 @@ private:
         if (found.size() != 1)
             throw Failure{RefusalCode::UnknownColumn};
         return found.first();
+    }
+
+    void chooseFilters(Columns& columns) const {
+        for (const auto& [title, value] : m_options.where)
+            columns.where << qMakePair(named(title), QString::fromLatin1(value));
     }
 
     template <typename Passes>

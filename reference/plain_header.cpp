@@ -1,6 +1,7 @@
 #include "plain_header.h"
 
 #include "plain_body.h"
+#include "plain_judge.h"
 #include "plain_p.h"
 #include "plain_titles.h"
 #include "title_table.h"
@@ -87,6 +88,8 @@ public:
                 }
             throw Failure{RefusalCode::NotATable};
         }
+        if (isPrepared(m_lines.value(0), m_options))
+            return preparedTable();
         qsizetype lastDoubled = -1;
         for (qsizetype i = 0; i < qMin<qsizetype>(m_lines.size(), 1000); ++i) {
             if (m_lines[i].startsWith("##"))
@@ -100,6 +103,15 @@ public:
     }
 
 private:
+    // Its columns are known, whatever its rows hold.
+    Table preparedTable() {
+        m_table.header = 0;
+        m_table.titles = m_lines.first().split(u'\t');
+        if (!chooseColumns({}))
+            throw Failure{*m_failure};
+        return m_table;
+    }
+
     // Whether the first lines have as many fields each.
     bool areEven(Separator separator) const {
         QSet<qsizetype> counts;
@@ -144,10 +156,23 @@ private:
         return chooseColumns(rows);
     }
 
-    // Whether the titles fit the rows as they stand.
+    // Whether the titles fit the rows as they stand, by their values.
     bool makeSense(const QList<QStringList>& rows) const {
         const auto chosen = columnsOf(m_table, rows, m_options, false);
-        return std::holds_alternative<Columns>(chosen);
+        if (!std::holds_alternative<Columns>(chosen))
+            return false;
+        Table table = m_table;
+        table.columns = std::get<Columns>(chosen);
+        return !faultOfValues(table);
+    }
+
+    std::optional<RefusalCode> faultOfValues(Table table) const {
+        try {
+            judgeTable(table, rowsOf(m_lines, table, m_options, 0), m_options);
+        } catch (const Failure& failure) {
+            return failure.code;
+        }
+        return {};
     }
 
     bool hasNumbers(const QStringList& titles) const {
@@ -183,11 +208,13 @@ private:
     bool chooseColumns(const QList<QStringList>& rows) {
         const bool prepared = m_table.header == 0 && isPrepared(m_lines.first(), m_options);
         const auto chosen = columnsOf(m_table, rows, m_options, prepared);
-        if (const auto* columns = std::get_if<Columns>(&chosen)) {
-            m_table.columns = *columns;
+        const auto* columns = std::get_if<Columns>(&chosen);
+        m_table.columns = columns ? *columns : Columns();
+        const std::optional<RefusalCode> fault =
+            columns ? faultOfValues(m_table) : std::get<RefusalCode>(chosen);
+        if (!fault)
             return true;
-        }
-        const RefusalCode code = std::get<RefusalCode>(chosen);
+        const RefusalCode code = *fault;
         if (missingOf(code) == 0)
             throw Failure{code};
         if (!m_failure || missingOf(code) < missingOf(*m_failure))

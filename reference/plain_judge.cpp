@@ -98,6 +98,18 @@ void judgeChromosomes(const QList<Row>& rows, const RowReader& reader, const Col
         throw Failure{RefusalCode::NoChromosome};
 }
 
+// Where no logarithm is above 0 and one is below, they are log10 p, unless the title says minus.
+void findScale(const QList<Row>& rows, const RowReader& reader, Columns& columns) {
+    bool isAnyAbove = false, isAnyBelow = false;
+    for (const Row& row : rows) {
+        const Decimal number = decimal(reader.logText(row));
+        isAnyAbove |= number.isFinite && number.value > rounding;
+        isAnyBelow |= number.isFinite && number.value < -rounding;
+    }
+    if (isAnyBelow && !isAnyAbove && !columns.logSaysMinus)
+        columns.logScale = PScale::Log10;
+}
+
 } // namespace
 
 void judge(const QList<Row>& rows, const RowReader& reader, const Columns& columns) {
@@ -111,6 +123,21 @@ void judge(const QList<Row>& rows, const RowReader& reader, const Columns& colum
         judgeLog(rows, reader, columns.logScale);
     if (columns.log >= 0 && columns.p >= 0 && !columns.isPrepared)
         judgePair(rows, reader, columns.logScale);
+}
+
+void judgeTable(Table& table, QList<Row> rows, const PrepareOptions& options) {
+    Columns& columns = table.columns;
+    if (columns.isPrepared)
+        return;
+    rows.removeIf([](const Row& row) { // short lines count
+        return !row.lineFault.isEmpty() && row.lineFault != u"short-line";
+    });
+    const RowReader reader(table, options);
+    if (options.testName && columns.test < 0)
+        throw Failure{RefusalCode::UnknownColumn};
+    if (columns.log >= 0 && !columns.logScaleIsGiven)
+        findScale(rows, reader, columns);
+    judge(rows, reader, columns);
 }
 
 } // namespace plain

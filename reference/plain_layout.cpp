@@ -84,7 +84,9 @@ QByteArray utf8(const QByteArray& file) {
 } // namespace
 
 QString Layout::withPoint(const QString& text) const {
-    return decimalComma && !text.contains(u'.') ? QString(text).replace(u',', u'.') : text;
+    // A lone point would be a missing value.
+    const bool hasComma = decimalComma && !text.contains(u'.') && text != u",";
+    return hasComma ? QString(text).replace(u',', u'.') : text;
 }
 
 QString Layout::wholeText(QString text) const {
@@ -114,11 +116,11 @@ QStringList linesOf(const QByteArray& file) {
 QStringList fieldsOf(const QString& line, Separator separator) {
     switch (separator) {
     case Separator::Spaces:
-        return spacedFields(line, "[ ]+");
+        return spacedFields(line, "[ ][ \\t]*");
     case Separator::WideSpaces:
-        return spacedFields(line, "[ ]{2,}");
+        return spacedFields(line, "[ ]{2}[ \\t]*");
     case Separator::WhiteSpace:
-        return spacedFields(line, "(?:[ ]*\\t[ ]*|[ ]+)");
+        return spacedFields(line, "[ \\t]+");
     default:
         return separatedFields(line, separator);
     }

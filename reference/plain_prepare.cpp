@@ -22,32 +22,6 @@ QStringList normalTitles(QStringList titles) {
     return titles;
 }
 
-QList<Row> rowsOf(int input, const QStringList& lines, const Table& table) {
-    QList<Row> rows;
-    for (qsizetype i = table.header + 1; i < lines.size(); ++i) {
-        Row row;
-        row.input = input;
-        row.line = i + 1;
-        row.text = lines[i];
-        row.fields = fieldsOf(lines[i], table.separator);
-        rows << row;
-    }
-    return rows;
-}
-
-// Where no logarithm is above 0 and one is below, they are log10 p, unless the title says minus.
-void findScale(const QList<Row>& rows, const RowReader& reader, Columns& columns) {
-    constexpr long double rounding = 4.3429426e-7L;
-    bool isAnyAbove = false, isAnyBelow = false;
-    for (const Row& row : rows) {
-        const Decimal number = decimal(reader.logText(row));
-        isAnyAbove |= number.isFinite && number.value > rounding;
-        isAnyBelow |= number.isFinite && number.value < -rounding;
-    }
-    if (isAnyBelow && !isAnyAbove && !columns.logSaysMinus)
-        columns.logScale = PScale::Log10;
-}
-
 class Preparation {
 public:
     explicit Preparation(const PrepareOptions& options) : m_options(options) {}
@@ -75,21 +49,8 @@ private:
     // Finds out how an input is laid out, judges its values, and takes its rows.
     void read(int input, const QStringList& lines) {
         Table table = findTable(lines, m_options);
-        QList<Row> rows = rowsOf(input, lines, table);
-        const RowReader reader(table, m_options);
-        for (Row& row : rows)
-            reader.findLineFault(row, table.header < 0 ? QString() : lines[table.header]);
-        QList<Row> values = rows; // those of short lines too
-        values.removeIf([](const Row& row) {
-            return !row.lineFault.isEmpty() && row.lineFault != u"short-line";
-        });
-        Columns& columns = table.columns;
-        if (m_options.testName && columns.test < 0 && !columns.isPrepared)
-            throw Failure{RefusalCode::UnknownColumn};
-        if (columns.log >= 0 && !columns.isPrepared && !columns.logScaleIsGiven)
-            findScale(values, reader, columns);
-        if (!columns.isPrepared)
-            judge(values, reader, columns);
+        const QList<Row> rows = rowsOf(lines, table, m_options, input);
+        judgeTable(table, rows, m_options);
         if (input == 0) {
             m_table = table;
             m_reader = std::make_unique<RowReader>(m_table, m_options);

@@ -28,20 +28,23 @@ QHash<QString, Place> placesIn(const QString& path) {
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return places;
+    Layout layout;
     int chromosome = 0, position = 3, name = 1;
     for (const QString& line : linesOf(file.readAll())) {
         const QStringList fields = fieldsOf(line, Separator::WhiteSpace);
+        const Decimal number = decimal(layout.wholeText(fields.value(position)));
         if (columnIn(fields, title_table::positions) >= 0) {
+            layout.quoted = true; // as any table with titles may be
             chromosome = columnIn(fields, title_table::chromosomes);
             position = columnIn(fields, title_table::positions);
             for (int i = 0; i < fields.size(); ++i)
                 if (i != chromosome && i != position)
                     name = i;
         } else if (!isMissing(fields.value(chromosome)) && !isMissing(fields.value(name)) &&
-                   decimal(fields.value(position)).isWhole() &&
-                   decimal(fields.value(position)).value <= 2147483647.0L &&
+                   number.isWhole() && number.value <= 2147483647.0L &&
                    !places.contains(fields.value(name)))
-            places[fields.value(name)] = {fields.value(chromosome), fields.value(position)};
+            places[fields.value(name)] = {fields.value(chromosome),
+                                          QString::asprintf("%.0Lf", number.value)};
     }
     return places;
 }
@@ -201,6 +204,22 @@ QString RowReader::readPosition(const QString& text, qint64& position) const {
         return "position-too-large";
     position = static_cast<qint64>(value);
     return {};
+}
+
+QList<Row> rowsOf(const QStringList& lines, const Table& table, const PrepareOptions& options,
+                  int input) {
+    const RowReader reader(table, options);
+    QList<Row> rows;
+    for (qsizetype i = table.header + 1; i < lines.size(); ++i) {
+        Row row;
+        row.input = input;
+        row.line = i + 1;
+        row.text = lines[i];
+        row.fields = fieldsOf(lines[i], table.separator);
+        reader.findLineFault(row, table.header < 0 ? QString() : lines[table.header]);
+        rows << row;
+    }
+    return rows;
 }
 
 } // namespace plain

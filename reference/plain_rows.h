@@ -59,4 +59,8 @@ private:
     QHash<QString, Place> m_places; // by marker name, from another table
 };
 
+// The rows of a table, from the line after its header on, with the faults of their lines.
+QList<Row> rowsOf(const QStringList& lines, const Table& table, const PrepareOptions& options,
+                  int input);
+
 } // namespace plain

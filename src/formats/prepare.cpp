@@ -117,7 +117,7 @@ Failure Preparation::findColumns() {
         m_where.append({std::get<int>(column), value});
     }
     m_extraColumns = otherColumns(m_tables.first(), m_job.options);
-    int last = m_columns.position < 0 ? m_columns.name : 0;
+    int last = m_columns.position < 0 && m_columns.joined < 0 ? m_columns.name : 0;
     for (const int column :
          {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
           m_columns.test, m_columns.z, m_columns.beta, m_columns.standardError, m_columns.format})

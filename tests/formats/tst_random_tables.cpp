@@ -72,6 +72,22 @@ QByteArray told(const plain::Prepared& prepared) {
     return text;
 }
 
+// The options that name columns or values, to understand a difference by.
+QByteArray told(const PrepareOptions& options) {
+    QByteArray text = "p scale " + QByteArray::number(int(options.pScale.value_or(PScale::P))) +
+                      ", p source " + QByteArray::number(int(options.pSource));
+    for (const auto& [name, value] :
+         {std::pair("chromosome", &options.chromosome), std::pair("position", &options.position),
+          std::pair("p", &options.p), std::pair("name", &options.name),
+          std::pair("chromosome value", &options.chromosomeValue),
+          std::pair("sample", &options.sample), std::pair("test name", &options.testName)})
+        if (*value)
+            text += QByteArray(", ") + name + ' ' + **value;
+    for (const auto& [title, value] : options.where)
+        text += ", where " + title + '=' + value;
+    return text + (options.noHeader ? ", no header" : "");
+}
+
 // p computed from effects, which mostly has many digits, may differ in the last of them.
 bool isNearlySame(const QByteArray& a, const QByteArray& b) {
     constexpr qsizetype digits = 13;
@@ -94,10 +110,11 @@ bool isSameTable(const QByteArray& a, const QByteArray& b, PSource source) {
     return lines.size() == others.size();
 }
 
-// Where no line is a header, what it misses most depends on the line looked at.
-bool isNoHeader(RefusalCode code) {
+// Where a line is no header for one of these, the search goes on, and may end with any fault.
+bool letsSearchGoOn(RefusalCode code) {
     return code == RefusalCode::NotATable || code == RefusalCode::NoChromosome ||
-           code == RefusalCode::NoPosition || code == RefusalCode::NoPValue;
+           code == RefusalCode::NoPosition || code == RefusalCode::NoPValue ||
+           code == RefusalCode::UnknownColumn;
 }
 
 // Which of several faults of the values is found first is nobody's business.
@@ -105,14 +122,13 @@ bool isByValues(RefusalCode code) {
     return code >= RefusalCode::GeneticMap && code <= RefusalCode::ZeroP;
 }
 
-// Values that are no numbers let the search for a header go on, where another fault may be found.
-bool isAnyway(RefusalCode code) {
-    return isNoHeader(code) || isByValues(code);
+bool isSameRefusal(RefusalCode a, RefusalCode b) {
+    return a == b || letsSearchGoOn(a) || letsSearchGoOn(b) || (isByValues(a) && isByValues(b));
 }
 
 bool isSame(const plain::Prepared& a, const plain::Prepared& b, PSource source) {
     if (a.refused && b.refused)
-        return *a.refused == *b.refused || (isAnyway(*a.refused) && isAnyway(*b.refused));
+        return isSameRefusal(*a.refused, *b.refused);
     if (a.refused || b.refused)
         return false;
     return isSameTable(a.table, b.table, source) && a.dropped == b.dropped;
@@ -133,6 +149,7 @@ void RandomTables::arePreparedAlike() {
             continue;
         for (const QByteArray& file : table.files)
             qWarning("%s", file.toBase64().constData());
+        qWarning("%s", told(table.options).constData());
         qWarning("prepared quickly:\n%s\nplainly:\n%s", told(quick).constData(),
                  told(expected).constData());
         QFAIL("a table is prepared in two ways");
