@@ -147,8 +147,10 @@ void HelpTest::nothingIsLeftOut() {
 
 void HelpTest::windowsHaveTheIcon() {
     const QIcon icon = parts::window()->windowIcon();
-    for (const int size : {16, 32, 48, 256})
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        QVERIFY(icon.availableSizes().contains(QSize(size, size)));
         QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
+    }
     QVERIFY(QFile::exists(
         QStringLiteral(PELMARK_SHARE "/%1.desktop").arg(QGuiApplication::desktopFileName())));
 }
