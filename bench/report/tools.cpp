@@ -31,16 +31,19 @@ const char* const awk =
     "awk -F'\t' 'NR == 1 { print \"Chr\\tPosition\\tP\\t-log10(P)\\tID\"; next } "
     "{ printf \"%s\\t%s\\t%s\\t%.6g\\t%s\\n\", $1, $2, $9, -log($9) / log(10), $3 }'";
 
-// Two tables of a thousand rows, as the window saves them: of the first and of the last chromosome.
+// Two tables of at most a thousand rows, as the window saves them: of the first chromosome and of
+// the last.
 QStringList savedTables(const QString& file) {
     const QString prepared = inWorkFolder("prepared.txt");
     prepare(file)();
     QStringList tables;
     for (const char* end : {"head", "tail"}) {
         const QString table = inWorkFolder(QLatin1String(end) + QLatin1String(".txt"));
-        pipeline(QStringLiteral("{ head -n 1 '%1' | cut -f 1-4; sed 1d '%1' | %2 -n 1000 | "
-                                "cut -f 1-4; } > '%3' || true")
-                     .arg(prepared, QLatin1String(end), table))();
+        pipeline(
+            QStringLiteral("{ head -n 1 '%1'; awk -v label=\"$(sed 1d '%1' | %2 -n 1 | cut -f 1)\" "
+                           "'NR > 1 && $1 == label' '%1' | head -n 1000; } | cut -f 1-4 > '%3' "
+                           "|| true")
+                .arg(prepared, QLatin1String(end), table))();
         tables << table;
     }
     return tables;
