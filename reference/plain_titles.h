@@ -18,7 +18,7 @@ QString buildInTitle(const QString& title); // "37" for hg19; empty without
 struct PTitle {
     int tier = 0; // 0 primary, 1 secondary
     int rank = 0;
-    QString others; // the words that do not say p or its logarithm
+    QString others;       // the words that do not say p or its logarithm
     bool isNever = false; // taken where the user names it alone
     bool isLog = false;
     bool saysMinus = false; // of the logarithm

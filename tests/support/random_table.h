@@ -12,7 +12,7 @@ class Random;
 // of a chromosome, comments, short lines, headers that come back. Most of them can be prepared.
 struct RandomTable {
     QList<QByteArray> files; // with the same columns
-    QByteArray positions; // the file for --positions; empty for none
+    QByteArray positions;    // the file for --positions; empty for none
     PrepareOptions options;
 };
 
