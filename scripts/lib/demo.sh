@@ -10,6 +10,8 @@ prepareRefused() {
     "$tools" check "$refused" >"$out/check.txt" || [[ $? -eq 1 ]]
     "$tools" prepare "$refused" -o "$out/prepared.txt"
     "$tools" check "$out/prepared.txt" --quiet
+    "$tools" plot examples/genome_100k.txt --label-hits --quiet -o "$out/plot.png"
+    "$tools" hits examples/genome_100k.txt --quiet -o "$out/hits.tsv"
 }
 
 # The lone marker stands far above its neighbours, as one that was measured badly does.
@@ -54,6 +56,8 @@ Pelmark was worked from open to save on examples/genome_100k.txt. The results ar
     Pelmark_log.txt         what the program wrote to its log
     check.txt               why the window refuses tests/data/refused_no_p.txt
     prepared.txt            the same table, made by pelmark-tools prepare: the window opens it
+    plot.png                examples/genome_100k.txt, drawn by pelmark-tools plot
+    hits.tsv                its lead markers, listed by pelmark-tools hits
 END
 }
 
