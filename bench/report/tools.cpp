@@ -81,6 +81,12 @@ QList<Verdict> reportTools(const Plan& plan) {
     const Run drop = makes(dropped, tools(QStringList{"drop", file.path()} + tables +
                                           QStringList{"-q", "-o", dropped}));
     const QString dropByAwk = awkDrop + tables.join(' ') + ' ' + file.path() + " > " + byAwk;
+    const Program opening{"the window's opening", window({file.path()}), {}, "open"};
+    const auto plot = [&](const char* picture, const QStringList& options) {
+        return Program{
+            "",
+            tools(QStringList{"plot", file.path(), "-q", "-o", inWorkFolder(picture)} + options)};
+    };
     const QList<Verdict> verdicts = compare(
         plan, "pelmark-tools", lines,
         {{"check",
@@ -111,9 +117,12 @@ QList<Verdict> reportTools(const Plan& plan) {
           "prepare-random-vs-ordered",
           "prepare-random-memory"},
          {"drop", {"", drop}, {"`wc -l`", command({"wc", "-l", file.path()})}, "drop-vs-wc"},
-         {"drop", {"", drop}, {"awk", makes(byAwk, pipeline(dropByAwk))}, "drop-vs-awk"}});
-    for (const char* name :
-         {"prepared.txt", "by_awk.txt", "dropped.txt", "head.txt", "tail.txt", "hits.tsv"})
+         {"drop", {"", drop}, {"awk", makes(byAwk, pipeline(dropByAwk))}, "drop-vs-awk"},
+         {"plot, PNG", plot("plot.png", {}), opening, "plot-png-vs-open"},
+         {"plot, PDF", plot("plot.pdf", {}), opening, "plot-pdf-vs-open"},
+         {"plot, quantiles", plot("qq.png", {"--qq"}), opening, "plot-qq-vs-open"}});
+    for (const char* name : {"prepared.txt", "by_awk.txt", "dropped.txt", "head.txt", "tail.txt",
+                             "hits.tsv", "plot.png", "plot.pdf", "qq.png"})
         QFile::remove(inWorkFolder(name));
     return verdicts;
 }
