@@ -15,14 +15,6 @@ namespace plain {
 
 namespace {
 
-template <typename List>
-bool isIn(const List& list, const QString& text) {
-    for (const std::string_view each : list)
-        if (text == fromData(each))
-            return true;
-    return false;
-}
-
 class Chooser {
 public:
     Chooser(const Layout& layout, const QList<QStringList>& rows, const PrepareOptions& options)

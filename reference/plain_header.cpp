@@ -4,6 +4,7 @@
 #include "plain_judge.h"
 #include "plain_p.h"
 #include "plain_titles.h"
+#include "splits.h"
 #include "title_table.h"
 
 #include <QSet>
@@ -15,20 +16,6 @@ namespace plain {
 namespace {
 
 constexpr qsizetype linesCompared = 20;
-
-// What parts the titles, and what the lines after them.
-constexpr std::pair<Separator, Separator> separators[] = {
-    {Separator::Tab, Separator::Tab},
-    {Separator::Comma, Separator::Comma},
-    {Separator::Semicolon, Separator::Semicolon},
-    {Separator::Spaces, Separator::Spaces},
-    {Separator::WideSpaces, Separator::WideSpaces},
-    {Separator::WhiteSpace, Separator::Tab},
-    {Separator::WhiteSpace, Separator::WhiteSpace},
-    {Separator::Comma, Separator::Tab},
-    {Separator::Comma, Separator::WhiteSpace},
-    {Separator::WhiteSpace, Separator::Comma},
-};
 
 QStringList bodyOf(const QStringList& lines) {
     QStringList body;
@@ -80,7 +67,7 @@ public:
 
     Table find() {
         if (m_options.noHeader) {
-            for (const auto& [header, body] : separators)
+            for (const auto& [header, body] : splits)
                 if (areEven(body)) {
                     if (trySeparators(-1, {}, header, body))
                         return m_table;
@@ -121,7 +108,7 @@ private:
     }
 
     bool tryLine(qsizetype line, const QString& text) {
-        for (const auto& [header, body] : separators)
+        for (const auto& [header, body] : splits)
             if (trySeparators(line, text.startsWith("# ") ? text.mid(1) : text, header, body))
                 return true;
         return false;

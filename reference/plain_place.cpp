@@ -13,14 +13,6 @@ namespace plain {
 
 namespace {
 
-template <typename List>
-bool isIn(const List& list, const QString& text) {
-    for (const std::string_view each : list)
-        if (text == fromData(each))
-            return true;
-    return false;
-}
-
 struct Candidate {
     int column;
     int rank;

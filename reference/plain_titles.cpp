@@ -19,11 +19,6 @@ QStringList listOf(const List& list) {
 }
 
 template <typename List>
-bool isIn(const List& list, const QString& text) {
-    return listOf(list).contains(text);
-}
-
-template <typename List>
 QString anyOf(const List& list) {
     return "(?:" + listOf(list).join(u'|') + ")";
 }

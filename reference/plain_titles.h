@@ -10,6 +10,15 @@ namespace plain {
 
 QString fromData(std::string_view text);
 
+// Whether a list of such texts has this one.
+template <typename List>
+bool isIn(const List& list, const QString& text) {
+    for (const std::string_view each : list)
+        if (text == fromData(each))
+            return true;
+    return false;
+}
+
 QString normalTitle(const QString& title);
 QString placeTitle(const QString& title);
 QString buildInTitle(const QString& title); // "37" for hg19; empty without

@@ -3,6 +3,7 @@
 #include "body_agreement.h"
 #include "column_choice.h"
 #include "role_titles.h"
+#include "splits.h"
 #include "title_table.h"
 #include "titles.h"
 
@@ -13,24 +14,6 @@
 namespace {
 
 constexpr qsizetype linesTried = 1'000;
-
-// How the header and the lines after it are split.
-struct Split {
-    Separator header;
-    Separator body;
-};
-constexpr Split splits[] = {
-    {Separator::Tab, Separator::Tab},
-    {Separator::Comma, Separator::Comma},
-    {Separator::Semicolon, Separator::Semicolon},
-    {Separator::Spaces, Separator::Spaces},
-    {Separator::WideSpaces, Separator::WideSpaces},
-    {Separator::WhiteSpace, Separator::Tab},
-    {Separator::WhiteSpace, Separator::WhiteSpace},
-    {Separator::Comma, Separator::Tab},
-    {Separator::Comma, Separator::WhiteSpace},
-    {Separator::WhiteSpace, Separator::Comma},
-};
 
 // What came of taking a line for the header.
 struct Attempt {
