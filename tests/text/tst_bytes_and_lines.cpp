@@ -1,4 +1,5 @@
 #include "line_fields.h"
+#include "support/random.h"
 #include "support/reading_check.h"
 #include "text_blocks.h"
 #include "utf8.h"
@@ -6,6 +7,9 @@
 #include <QStringConverter>
 #include <QTest>
 #include <cstring>
+#include <hwy/targets.h>
+#include <iterator>
+#include <vector>
 
 // From bytes to lines: encodings, byte-order marks, carriage returns, line ends and lines of any
 // length. Unless a row says otherwise, the file holds two points on chromosome 7.
@@ -23,6 +27,7 @@ private slots:
     void labels();
     void lineNumbers();
     void partedTexts();
+    void everyInstructionSet();
 };
 
 namespace {
@@ -225,6 +230,34 @@ void BytesAndLines::partedTexts() {
         appendUtf8(QStringView(text).sliced(at), parted);
         QCOMPARE(parted, whole);
     }
+}
+
+// Machines differ in their vectors; each kind that this one has finds the same fields.
+void BytesAndLines::everyInstructionSet() {
+    Random random(runSeed());
+    QByteArray text(5000, 'x');
+    for (char& character : text)
+        character = random.oneOf({'a', '\t', ' ', '\n', ',', 'b', 'c', 'd'});
+    const std::vector<int64_t> sets = hwy::SupportedAndGeneratedTargets();
+    QVERIFY(!sets.empty());
+    for (const int64_t set : sets) {
+        hwy::SetSupportedTargetsForTest(set);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+        const QByteArray padded = text + QByteArray(TextBlocks::padding, '\t');
+        LineFields lines;
+        lines.find({padded.constData(), static_cast<size_t>(text.size())}, '\t');
+        QByteArrayList found;
+        while (lines.nextLine())
+            for (size_t i = 0; i < lines.fieldCount(); ++i)
+                found.append(QByteArray(lines.field(i).data(), std::ssize(lines.field(i))));
+        QByteArrayList expected;
+        const QByteArray whole = text.endsWith('\n') ? text.chopped(1) : text;
+        for (const QByteArray& line : whole.split('\n'))
+            expected += line.split('\t');
+        QVERIFY2(found == expected, hwy::TargetName(set));
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
 
 QTEST_GUILESS_MAIN(BytesAndLines)
