@@ -11,7 +11,7 @@ class Markers {
 public:
     Markers(const ScanTable& table, const LeadRule& rule) : m_table(table), m_rule(rule) {}
 
-    size_t count() const { return m_table.lines.size(); }
+    size_t count() const { return m_table.size(); }
     bool isBelow(size_t row) const { return m_table.negLog10(row) > m_rule.negLog10; }
 
     qsizetype chromosome(size_t row) const {
@@ -24,7 +24,7 @@ public:
     // Base pairs; infinite on another chromosome.
     double distance(size_t a, size_t b) const {
         return chromosome(a) == chromosome(b)
-                   ? std::abs(double(m_table.positions[a]) - double(m_table.positions[b]))
+                   ? std::abs(double(m_table.position(a)) - double(m_table.position(b)))
                    : HUGE_VAL;
     }
 
@@ -62,15 +62,15 @@ public:
         LeadMarker marker;
         marker.chromosome = chromosome(lead);
         marker.row = lead;
-        marker.firstHit = m_table.positions[lead];
+        marker.firstHit = m_table.position(lead);
         marker.lastHit = marker.firstHit;
         for (size_t row = 0; row < count(); ++row) {
             if (distance(row, lead) <= 250'000)
                 addNeighbor(row, marker);
             if (isBelow(row) && nearestLead(row, leads) == lead) {
                 ++marker.hits;
-                marker.firstHit = std::min(marker.firstHit, m_table.positions[row]);
-                marker.lastHit = std::max(marker.lastHit, m_table.positions[row]);
+                marker.firstHit = std::min(marker.firstHit, m_table.position(row));
+                marker.lastHit = std::max(marker.lastHit, m_table.position(row));
             }
         }
         return marker;

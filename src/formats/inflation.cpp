@@ -32,7 +32,7 @@ std::pair<double, double> atPlaces(std::vector<double>& values, size_t lower, si
 
 // The two in the middle of the order, or twice the only one. A sample tells about where they are,
 // so that few values are put in order.
-std::pair<double, double> middleTwo(const std::vector<double>& values) {
+std::pair<double, double> middleTwo(std::span<const double> values) {
     constexpr size_t sampleSize = 16 * 1024;
     constexpr double margin = 0.02; // five standard errors of the sample's median
     std::vector<double> sample;
@@ -57,7 +57,7 @@ std::pair<double, double> middleTwo(const std::vector<double>& values) {
     const size_t lower = (values.size() - 1) / 2, upper = values.size() / 2;
     if (below <= lower && upper < below + around.size())
         return atPlaces(around, lower - below, upper - below);
-    around = values; // the sample was unlike the rest
+    around.assign(values.begin(), values.end()); // the sample was unlike the rest
     return atPlaces(around, lower, upper);
 }
 
@@ -72,7 +72,7 @@ double chiSquareOf(double negLog10) {
     return quantile(complement(boost::math::chi_squared(1.0), std::min(p, 1.0)));
 }
 
-std::optional<double> genomicInflation(const std::vector<double>& negLog10) {
+std::optional<double> genomicInflation(std::span<const double> negLog10) {
     if (negLog10.empty())
         return std::nullopt;
     const auto [lower, upper] = middleTwo(negLog10);

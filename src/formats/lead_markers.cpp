@@ -28,7 +28,7 @@ public:
     }
 
 private:
-    int position(size_t row) const { return m_table.positions[row]; }
+    int position(size_t row) const { return m_table.position(row); }
 
     bool isStronger(size_t a, size_t b) const {
         const double first = m_table.negLog10(a), second = m_table.negLog10(b);
@@ -38,7 +38,7 @@ private:
     void findHits() {
         const double quick = std::min(m_rule.negLog10, tiny);
         for (size_t row = m_rows.begin; row < m_rows.end; ++row)
-            if (m_table.values[row] > quick && m_table.negLog10(row) > m_rule.negLog10)
+            if (m_table.value(row) > quick && m_table.negLog10(row) > m_rule.negLog10)
                 m_hits.push_back(row);
     }
 
@@ -86,14 +86,14 @@ private:
 
     void lookAround(LeadMarker& lead) const {
         const auto at = [this](size_t row) {
-            return m_table.positions.begin() + static_cast<ptrdiff_t>(row);
+            return m_table.points.positions.begin() + static_cast<qsizetype>(row);
         };
         const qint64 center = position(lead.row);
         const auto first =
             std::lower_bound(at(m_rows.begin), at(lead.row), center - LeadMarker::reach);
         const auto end = std::upper_bound(at(lead.row), at(m_rows.end), center + LeadMarker::reach);
         lead.nearby = end - first;
-        const auto firstRow = static_cast<size_t>(first - m_table.positions.begin());
+        const auto firstRow = static_cast<size_t>(first - m_table.points.positions.begin());
         for (size_t row = firstRow; row < firstRow + static_cast<size_t>(lead.nearby); ++row)
             if (row != lead.row && (!lead.neighbor || isStronger(row, *lead.neighbor)))
                 lead.neighbor = row;

@@ -53,14 +53,14 @@ std::optional<size_t> chromosomeOf(const ScanTable& scan, const QByteArray& labe
 std::vector<qint64> linesIn(const ScanTable& scan, size_t chromosome, const Region& region) {
     const ScanTable::Chromosome& rows = scan.chromosomes[static_cast<qsizetype>(chromosome)];
     const auto at = [&scan](size_t row) {
-        return scan.positions.begin() + static_cast<std::ptrdiff_t>(row);
+        return scan.points.positions.begin() + static_cast<qsizetype>(row);
     };
     const auto first = std::lower_bound(at(rows.begin), at(rows.end), region.first);
     const auto last = std::upper_bound(first, at(rows.end), region.last);
-    const auto line = [&](auto position) {
-        return scan.lines.begin() + (position - scan.positions.begin());
+    const auto rowAt = [&](auto position) {
+        return static_cast<size_t>(position - scan.points.positions.begin());
     };
-    return {line(first), line(last)};
+    return scan.lines.ofRows(rowAt(first), rowAt(last));
 }
 
 std::variant<QList<QByteArray>, Refusal> readNames(const QString& path) {
@@ -93,8 +93,7 @@ std::variant<std::vector<NameMatch>, Refusal> matchNames(const QString& path, co
             wanted[name].append(static_cast<size_t>(list));
     std::vector<NameMatch> matches(static_cast<size_t>(lists.size()));
     QSet<QByteArrayView> found;
-    std::vector<qint64> lines = scan.lines;
-    std::sort(lines.begin(), lines.end());
+    const std::vector<qint64> lines = scan.lines.ascending();
     const auto visit = [&](size_t i, const TableRows& rows) {
         const std::string_view name = rows.field(static_cast<size_t>(column));
         const auto named = wanted.constFind(QByteArrayView(name.data(), std::ssize(name)));
@@ -106,7 +105,7 @@ std::variant<std::vector<NameMatch>, Refusal> matchNames(const QString& path, co
                 taken.empty() || taken.back() != lines[i])
                 taken.push_back(lines[i]);
     };
-    if (std::optional<Refusal> refusal = visitLines(path, table.format, lines, visit))
+    if (std::optional<Refusal> refusal = visitLines(path, scan, lines, visit))
         return *std::move(refusal);
     for (qsizetype list = 0; list < lists.size(); ++list)
         for (const QByteArray& name : lists[list])

@@ -60,10 +60,9 @@ std::variant<QHash<size_t, MarkerTexts>, Refusal> readMarkerTexts(const QString&
         lines.push_back(table.lines[row]);
     QHash<size_t, MarkerTexts> texts;
     TextReader reader(table, columns);
-    const auto refusal =
-        visitLines(path, table.report.table.format, lines, [&](size_t i, const TableRows& line) {
-            texts.insert(rows[i], reader.read(rows[i], line));
-        });
+    const auto refusal = visitLines(path, table, lines, [&](size_t i, const TableRows& line) {
+        texts.insert(rows[i], reader.read(rows[i], line));
+    });
     if (refusal)
         return *refusal;
     return texts;

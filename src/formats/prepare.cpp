@@ -117,14 +117,9 @@ Failure Preparation::findColumns() {
         m_where.append({std::get<int>(column), value});
     }
     m_extraColumns = otherColumns(m_tables.first(), m_job.options);
-    int last = m_columns.position < 0 && m_columns.joined < 0 ? m_columns.name : 0;
-    for (const int column :
-         {m_columns.chromosome, m_columns.position, m_columns.joined, m_columns.p, m_columns.logP,
-          m_columns.test, m_columns.z, m_columns.beta, m_columns.standardError, m_columns.format})
-        last = std::max(last, column);
+    m_columnsNeeded = m_columns.fieldsNeeded();
     for (const auto& [column, value] : std::as_const(m_where))
-        last = std::max(last, column);
-    m_columnsNeeded = static_cast<size_t>(last) + 1;
+        m_columnsNeeded = std::max(m_columnsNeeded, static_cast<size_t>(column) + 1);
     const auto isFiltered = [&](int column) {
         return std::any_of(m_where.cbegin(), m_where.cend(),
                            [&](const auto& where) { return where.first == column; });

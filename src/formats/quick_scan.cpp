@@ -5,18 +5,18 @@
 #include "line_faults.h"
 #include "number_fields.h"
 #include "p_value.h"
+#include "point_collector.h"
 #include "titles.h"
 
-#include <QFileInfo>
 #include <QSet>
 #include <algorithm>
 #include <cfloat>
 #include <climits>
-#include <cmath>
 
 namespace {
 
-constexpr qsizetype blockSize = 256 * 1024;
+constexpr qsizetype blockSize = 128 * 1024;
+constexpr size_t linesPerPlace = 64;
 constexpr qsizetype reportedLines = 5;
 constexpr qsizetype mostLabels = 1000; // more of them may be names of markers
 
@@ -36,10 +36,6 @@ bool isPlain(const TableFormat& format) {
     return format.separator < Separator::Spaces && !format.decimalComma;
 }
 
-char delimiterOf(Separator separator) {
-    return separator == Separator::Tab ? '\t' : separator == Separator::Comma ? ',' : ';';
-}
-
 // Takes the rows of a table as long as they are plain.
 class QuickReader {
 public:
@@ -50,8 +46,9 @@ public:
           m_columnsNeeded(1 + std::max({m_chromosome, m_position, m_p})),
           m_mostFields(mostFields(table.format)), m_scan(scan) {}
 
-    // False where the table turns out to be of another kind.
-    bool take(std::string_view piece);
+    // False where the table turns out to be of another kind. `start` is the byte of the file at
+    // which the piece begins, where that is known.
+    bool take(std::string_view piece, std::optional<qint64> start);
     void finish();
 
 private:
@@ -59,7 +56,7 @@ private:
     bool takeRow();
     bool startChromosome(std::string_view label);
     void dropMissing();
-    void takeLogarithms();
+    qint64 line() const { return m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()); }
 
     const TableFormat& m_format;
     const size_t m_chromosome, m_position, m_p; // columns
@@ -69,23 +66,24 @@ private:
     qint64 m_linesBefore = 0; // in the pieces before this one
     QByteArray m_label;
     QSet<QByteArray> m_keys;
+    PointCollector m_points;
     int m_lastPosition = 0;
-    size_t m_logarithms = 0; // how many of the values are logarithms already
 };
 
-bool QuickReader::take(std::string_view piece) {
+bool QuickReader::take(std::string_view piece, std::optional<qint64> start) {
     const char delimiter = delimiterOf(m_format.separator);
     const std::string_view rows = withoutHeader(piece);
     for (const char odd : {'"', ' ', '\t'})
         if (odd != delimiter && rows.find(odd) != std::string_view::npos)
             return false;
     m_lines.find(piece, delimiter);
-    while (m_lines.nextLine())
-        if (m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()) >= m_format.firstDataLine &&
-            !takeRow())
+    while (m_lines.nextLine()) {
+        if (start && m_lines.lineInPiece() % linesPerPlace == 1)
+            m_scan.places.append({*start + (m_lines.text().data() - piece.data()), line() - 1});
+        if (line() >= m_format.firstDataLine && !takeRow())
             return false;
+    }
     m_linesBefore += static_cast<qint64>(m_lines.lineCount());
-    takeLogarithms();
     return true;
 }
 
@@ -116,9 +114,8 @@ bool QuickReader::takeRow() {
         position < m_lastPosition)
         return false;
     m_lastPosition = position;
-    m_scan.positions.push_back(position);
-    m_scan.values.push_back(p);
-    m_scan.lines.push_back(m_linesBefore + static_cast<qint64>(m_lines.lineInPiece()));
+    m_points.append(position, p);
+    m_scan.lines.append(line());
     return true;
 }
 
@@ -132,42 +129,24 @@ bool QuickReader::startChromosome(std::string_view label) {
     m_label = bytesOf(label);
     m_lastPosition = 0;
     if (!m_scan.chromosomes.isEmpty())
-        m_scan.chromosomes.last().end = m_scan.positions.size();
-    m_scan.chromosomes.append({m_label, m_scan.positions.size(), 0});
+        m_scan.chromosomes.last().end = m_scan.size();
+    m_scan.chromosomes.append({m_label, m_scan.size(), 0});
     return true;
 }
 
 void QuickReader::dropMissing() {
     Dropped& dropped = m_scan.report.dropped[static_cast<size_t>(DropReason::PMissing)];
     if (dropped.count++ < reportedLines)
-        dropped.firstLines.append({0, m_linesBefore + static_cast<qint64>(m_lines.lineInPiece())});
-}
-
-// In batches, so that successive calls overlap.
-void QuickReader::takeLogarithms() {
-    for (; m_logarithms < m_scan.values.size(); ++m_logarithms)
-        m_scan.values[m_logarithms] = -std::log10(m_scan.values[m_logarithms]);
+        dropped.firstLines.append({0, line()});
 }
 
 void QuickReader::finish() {
-    m_scan.chromosomes.last().end = m_scan.positions.size();
-    m_scan.report.written = static_cast<qint64>(m_scan.positions.size());
+    m_scan.points = m_points.take();
+    m_scan.chromosomes.last().end = m_scan.size();
+    m_scan.report.written = static_cast<qint64>(m_scan.size());
     for (const ScanTable::Chromosome& chromosome : std::as_const(m_scan.chromosomes))
         m_scan.report.chromosomes.append(
             {chromosome.name, static_cast<qint64>(chromosome.end - chromosome.begin)});
-}
-
-// As many rows as the file has if its lines are as long as the first ones.
-size_t expectedRows(std::string_view piece, const InputFile& input, const QString& path) {
-    const auto lines = static_cast<double>(std::count(piece.begin(), piece.end(), '\n'));
-    const double share = lines / static_cast<double>(std::max<qint64>(input.bytesRead(), 1));
-    return static_cast<size_t>(share * static_cast<double>(QFileInfo(path).size()) * 1.05);
-}
-
-void reserve(size_t rows, ScanTable& scan) {
-    scan.positions.reserve(rows);
-    scan.values.reserve(rows);
-    scan.lines.reserve(rows);
 }
 
 } // namespace
@@ -183,15 +162,12 @@ std::optional<ScanTable> quickScan(const QString& path, const Understanding& und
     scan.report.table = understanding;
     QuickReader reader(scan.report.table, scan);
     TextBlocks blocks(input.text(), blockSize, TextBlocks::Unmarked::AsTheyAre);
-    bool isFirst = true;
     while (blocks.next()) {
-        if (std::exchange(isFirst, false))
-            reserve(expectedRows(blocks.piece(), input, path), scan);
-        if (!reader.take(blocks.piece()))
+        if (!reader.take(blocks.piece(), blocks.pieceStart()))
             return std::nullopt;
         progress(input.bytesRead());
     }
-    if (blocks.failed() || scan.positions.empty())
+    if (blocks.failed() || scan.size() == 0)
         return std::nullopt;
     reader.finish();
     return scan;

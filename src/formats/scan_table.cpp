@@ -3,6 +3,7 @@
 #include "input_file.h"
 #include "number_fields.h"
 #include "p_value.h"
+#include "point_collector.h"
 #include "prepare.h"
 #include "quick_scan.h"
 #include "titles.h"
@@ -10,7 +11,6 @@
 #include <QTemporaryFile>
 #include <cfloat>
 #include <charconv>
-#include <cmath>
 
 namespace {
 
@@ -22,17 +22,16 @@ qint64 wholeNumber(std::string_view text) {
     return number;
 }
 
-// Takes the rows of a prepared table, whose last column is the line.
-void takeRow(const LineFields& fields, ScanTable& table) {
+// Takes a row of a prepared table, whose last column is the line.
+void takeRow(const LineFields& fields, ScanTable& table, PointCollector& points) {
     const std::string_view name = fields.field(0), log = fields.field(3);
-    const size_t row = table.positions.size();
+    const size_t row = table.size();
     if (table.chromosomes.isEmpty() || viewOf(table.chromosomes.last().name) != name)
         table.chromosomes.append({bytesOf(name), row, row});
     double p = 0.0, negLog10 = 0.0;
     readReal(fields.field(2), p);
-    table.positions.push_back(static_cast<int>(wholeNumber(fields.field(1))));
-    table.values.push_back(-std::log10(p));
-    table.lines.push_back(wholeNumber(fields.field(fields.fieldCount() - 1)));
+    points.append(static_cast<int>(wholeNumber(fields.field(1))), p);
+    table.lines.append(wholeNumber(fields.field(fields.fieldCount() - 1)));
     if (p < DBL_MIN && readNumber(log, false, negLog10))
         table.belowNormal.insert(row, negLog10);
     table.chromosomes.last().end = row + 1;
@@ -41,13 +40,15 @@ void takeRow(const LineFields& fields, ScanTable& table) {
 bool readPrepared(QIODevice& device, ScanTable& table) {
     TextBlocks blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre);
     LineFields fields;
+    PointCollector points;
     bool isHeader = true;
     while (blocks.next()) {
         fields.find(blocks.piece(), '\t');
         while (fields.nextLine())
             if (!std::exchange(isHeader, false))
-                takeRow(fields, table);
+                takeRow(fields, table, points);
     }
+    table.points = points.take();
     return !blocks.failed();
 }
 
@@ -87,13 +88,24 @@ std::variant<ScanTable, Refusal> preparedScan(const QString& path, const Prepare
 }
 
 std::optional<Refusal>
-visitLines(const QString& path, const TableFormat& format, const std::vector<qint64>& lines,
+visitLines(const QString& path, const ScanTable& table, const std::vector<qint64>& lines,
            const std::function<void(size_t i, const TableRows& rows)>& visit) {
     InputFile input(path);
     if (std::optional<Refusal> refusal = input.open())
         return refusal;
-    TableRows rows(input.text(), format);
-    for (size_t i = 0; i < lines.size() && rows.goTo(lines[i]); ++i)
+    constexpr qsizetype shortBlock = 8 * 1024; // enough from one known place to the next
+    TableRows rows(input.text(), table.report.table.format,
+                   table.places.isEmpty() ? TableRows::usualBlockSize : shortBlock);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const bool isThere = rows.goTo(lines[i], table.places);
+        if (rows.failed())
+            return input.failure();
+        if (!isThere || rows.fieldCount() < table.report.table.columns.fieldsNeeded())
+            return Refusal{RefusalCode::Unreadable,
+                           path + QStringLiteral(": was changed while it was read."),
+                           {},
+                           {}};
         visit(i, rows);
-    return rows.failed() ? std::optional(input.failure()) : std::nullopt;
+    }
+    return std::nullopt;
 }

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "points.h"
 #include "prepare_options.h"
 #include "prepare_report.h"
 #include "refusal.h"
+#include "row_lines.h"
 #include "table_rows.h"
 
 #include <QHash>
 #include <QString>
 #include <functional>
 #include <variant>
-#include <vector>
 
 // The markers of a result file in memory: what prepare() would write of it, in the same order.
 struct ScanTable {
@@ -19,16 +20,20 @@ struct ScanTable {
     };
 
     QList<Chromosome> chromosomes;
-    // Index-aligned: entry i of each is one row.
-    std::vector<int> positions; // base pairs
-    std::vector<double> values; // -log10 p, as the window computes it of the p that is written
-    std::vector<qint64> lines;  // of the file, header included, from 1
+    // Index-aligned: entry i of each list is one row.
+    Points points;  // base pairs, and -log10 p as the window computes it of the p that is written
+    RowLines lines; // of the file, header included, from 1
     QHash<size_t, double> belowNormal; // the true -log10 p of rows whose p no normal double holds
+    QList<LinePlace> places;           // of lines in the file, ascending; perhaps none
     PrepareReport report;
+
+    size_t size() const { return lines.size(); }
+    int position(size_t row) const { return points.positions[static_cast<qsizetype>(row)]; }
+    double value(size_t row) const { return points.values[static_cast<qsizetype>(row)]; }
 
     // The true -log10 p, also below the smallest double.
     double negLog10(size_t row) const {
-        return belowNormal.isEmpty() ? values[row] : belowNormal.value(row, values[row]);
+        return belowNormal.isEmpty() ? value(row) : belowNormal.value(row, value(row));
     }
 };
 
@@ -43,8 +48,8 @@ std::variant<ScanTable, Refusal> preparedScan(
     const QString& path, const PrepareOptions& options,
     const std::function<void(qint64)>& progress = [](qint64) {});
 
-// Reads the file again and calls `visit` with each of these lines, which ascend, and its place
-// among them. Nothing where all went well.
+// Reads these lines of the table's file again. They ascend; `visit` is called with each of them and
+// its place among them. Nothing where all went well.
 std::optional<Refusal>
-visitLines(const QString& path, const TableFormat& format, const std::vector<qint64>& lines,
+visitLines(const QString& path, const ScanTable& table, const std::vector<qint64>& lines,
            const std::function<void(size_t i, const TableRows& rows)>& visit);

@@ -61,6 +61,14 @@ struct ColumnChoice {
     QList<RoleNote> notes;
     QList<RoleNote> others; // candidates that were not chosen, and why not
     QList<QString> remarks; // anything else that the user should read
+
+    // How many fields a line must have to be a row.
+    size_t fieldsNeeded() const {
+        const bool isFoundByName = position < 0 && joined < 0;
+        return 1 + static_cast<size_t>(
+                       std::max({0, isFoundByName ? name : 0, chromosome, position, joined, p, logP,
+                                 test, z, beta, standardError, format}));
+    }
 };
 
 struct Understanding {

@@ -154,11 +154,11 @@ std::vector<TableMatch> matchTables(const ScanTable& scan, const std::vector<Wan
     for (qsizetype chromosome = 0; chromosome < scan.chromosomes.size(); ++chromosome) {
         const ScanTable::Chromosome& rows = scan.chromosomes[chromosome];
         for (size_t i = rows.begin; i < rows.end; ++i) {
-            if (!filter.mayHold(scan.positions[i]))
+            if (!filter.mayHold(scan.position(i)))
                 continue;
-            const char* const end = writeRowNumbers(scan.values[i], numbers);
+            const char* const end = writeRowNumbers(scan.value(i), numbers);
             for (Matcher& matcher : matchers)
-                matcher.look(i, scan.positions[i], {numbers, static_cast<size_t>(end - numbers)});
+                matcher.look(i, scan.position(i), {numbers, static_cast<size_t>(end - numbers)});
         }
         for (Matcher& matcher : matchers)
             matcher.endChromosome(static_cast<size_t>(chromosome));

@@ -1,24 +1,9 @@
 #include "table_rows.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
-
-constexpr qsizetype blockSize = 256 * 1024;
-
-char delimiterOf(Separator separator) {
-    switch (separator) {
-    case Separator::Comma:
-        return ',';
-    case Separator::Semicolon:
-        return ';';
-    case Separator::Spaces:
-    case Separator::WideSpaces:
-        return ' ';
-    default:
-        return '\t';
-    }
-}
 
 // Few enough that a byte holds their count, which lets compilers count many at once.
 constexpr size_t chunk = 128;
@@ -49,7 +34,21 @@ qint64 dropLines(std::string_view& text, qint64 count) {
 
 } // namespace
 
-TableRows::TableRows(QIODevice& device, TableFormat format)
+char delimiterOf(Separator separator) {
+    switch (separator) {
+    case Separator::Comma:
+        return ',';
+    case Separator::Semicolon:
+        return ';';
+    case Separator::Spaces:
+    case Separator::WideSpaces:
+        return ' ';
+    default:
+        return '\t';
+    }
+}
+
+TableRows::TableRows(QIODevice& device, TableFormat format, qsizetype blockSize)
     : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
 
 bool TableRows::next() {
@@ -64,7 +63,7 @@ bool TableRows::next() {
     return true;
 }
 
-bool TableRows::goTo(qint64 line) {
+bool TableRows::goTo(qint64 line, const QList<LinePlace>& places) {
     while (m_lines.nextLine())
         if (this->line() == line) {
             split();
@@ -72,6 +71,7 @@ bool TableRows::goTo(qint64 line) {
         }
     m_linesBefore += static_cast<qint64>(m_lines.lineCount());
     find({});
+    skipTo(line, places);
     do {
         m_linesBefore += dropLines(m_rest, line - m_linesBefore - 1);
         if (!nextPiece())
@@ -82,6 +82,23 @@ bool TableRows::goTo(qint64 line) {
     find(m_rest.substr(0, size));
     m_rest.remove_prefix(size);
     return next();
+}
+
+// Goes to the last known place up to the line, unless the text at hand goes on beyond it.
+void TableRows::skipTo(qint64 line, const QList<LinePlace>& places) {
+    const auto after =
+        std::partition_point(places.begin(), places.end(),
+                             [line](const LinePlace& each) { return each.linesBefore < line; });
+    if (after == places.begin())
+        return;
+    if (m_blocks.bytesRead() == 0) // the first bytes tell how the text is read
+        nextPiece();
+    if (std::prev(after)->byte <= m_blocks.bytesRead())
+        return;
+    const LinePlace& place = *std::prev(after);
+    m_blocks.skipTo(place.byte);
+    m_rest = {};
+    m_linesBefore = place.linesBefore;
 }
 
 // Goes to the next piece where nothing is left of this one. False after the last one.

@@ -10,20 +10,31 @@
 
 class QIODevice;
 
+// The character that parts fields; a space for runs of them.
+char delimiterOf(Separator separator);
+
+// The start of a line in a text that is read as it stands.
+struct LinePlace {
+    qint64 byte = 0;
+    qint64 linesBefore = 0;
+};
+
 // The lines of a table, one after the other from its first, and their fields without quotes and the
 // spaces around them. Bytes that are no UTF-8 are kept as they are; carriage returns are dropped.
 // Views are valid until the next line is read, and followed by TextBlocks::padding readable bytes.
 class TableRows {
 public:
+    static constexpr qsizetype usualBlockSize = 256 * 1024;
+
     // The device is open for reading, at its start, and outlives this.
-    TableRows(QIODevice& device, TableFormat format);
+    TableRows(QIODevice& device, TableFormat format, qsizetype blockSize = usualBlockSize);
 
     // Goes to the next line. False after the last one, and where the device could not be read.
     bool next();
 
-    // Goes to a later line by its number. Those before it are not split, which saves most of the
-    // work. False where there is none, as above.
-    bool goTo(qint64 line);
+    // Goes to a later line by its number. Those before it are not split, and those between known
+    // places, which ascend, not even read. False where there is no such line, as above.
+    bool goTo(qint64 line, const QList<LinePlace>& places = {});
     bool failed() const { return m_blocks.failed(); }
 
     // Goes to the next line unless it has to be read first.
@@ -66,6 +77,7 @@ private:
     }
     bool isPlainLine() const;
     bool nextPiece();
+    void skipTo(qint64 line, const QList<LinePlace>& places);
     void find(std::string_view text);
     void split();
 

@@ -1,11 +1,11 @@
 #include "window_markers.h"
 
 #include "association_file.h"
+#include "point_collector.h"
 #include "titles.h"
 
 #include <QFile>
 #include <QSet>
-#include <cmath>
 
 std::optional<ScanTable> readWindowMarkers(const QString& path) {
     constexpr qsizetype mostLabels = 100'000; // more are marker names
@@ -14,6 +14,7 @@ std::optional<ScanTable> readWindowMarkers(const QString& path) {
     if (!file.open())
         return std::nullopt;
     ScanTable table;
+    PointCollector points;
     QSet<QByteArray> labels;
     QByteArray label;
     bool isFirstStretch = false, isFirstLine = true;
@@ -28,14 +29,14 @@ std::optional<ScanTable> readWindowMarkers(const QString& path) {
             if (labels.size() > mostLabels)
                 return std::nullopt;
             if (isFirstStretch)
-                table.chromosomes.append({label, table.lines.size(), table.lines.size()});
+                table.chromosomes.append({label, table.size(), table.size()});
         }
         if (!file.readMarker(record, marker) || !isFirstStretch)
             continue;
-        table.positions.push_back(marker.position);
-        table.values.push_back(-std::log10(marker.pValue));
-        table.lines.push_back(file.line());
-        table.chromosomes.last().end = table.lines.size();
+        points.append(marker.position, marker.pValue);
+        table.lines.append(file.line());
+        table.chromosomes.last().end = table.size();
     }
+    table.points = points.take();
     return file.fault() ? std::nullopt : std::optional(std::move(table));
 }

@@ -13,12 +13,12 @@ constexpr double threshold = 5e-8;
 bool isDrawn(const LeadMarker& lead, const ScanTable& table, const PlotRequest& request) {
     return (!request.chromosome ||
             table.chromosomes[lead.chromosome].name == *request.chromosome) &&
-           (!request.range || request.range->contains(table.positions[lead.row]));
+           (!request.range || request.range->contains(table.position(lead.row)));
 }
 
 QString placeName(const LeadMarker& lead, const ScanTable& table) {
     return QString::fromUtf8(table.chromosomes[lead.chromosome].name) + u':' +
-           QString::number(table.positions[lead.row]);
+           QString::number(table.position(lead.row));
 }
 
 } // namespace

@@ -111,9 +111,10 @@ QList<Chromosome> chromosomesOf(const ScanTable& table) {
 }
 
 Points pointsOf(const ScanTable& table, size_t begin, size_t end) {
-    const auto at = [](const auto& list, size_t i) { return list.data() + i; };
-    return {{at(table.positions, begin), at(table.positions, end)},
-            {at(table.values, begin), at(table.values, end)}};
+    if (begin == 0 && end == table.size())
+        return table.points;
+    const auto first = static_cast<qsizetype>(begin), count = static_cast<qsizetype>(end - begin);
+    return {table.points.positions.mid(first, count), table.points.values.mid(first, count)};
 }
 
 QStringList labelsOf(const QList<Chromosome>& chromosomes) {
@@ -133,7 +134,7 @@ std::variant<PlotData, Failure> plotData(ScanTable table, const QList<NamedRow>&
         return *failure;
     const qsizetype c = std::get<qsizetype>(choice);
     const size_t begin = c < 0 ? 0 : table.chromosomes[c].begin;
-    const size_t end = c < 0 ? table.positions.size() : table.chromosomes[c].end;
+    const size_t end = c < 0 ? table.size() : table.chromosomes[c].end;
     if (end - begin < 2)
         return Failure{StatusNotUnderstood, name + QLatin1String(": ") +
                                                 words({c < 0 ? FaultCode::TooFewGenomePoints

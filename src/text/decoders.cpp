@@ -22,6 +22,10 @@ public:
         input().take(count);
         return count;
     }
+
+    bool skip(qint64 count) override {
+        return input().available() == 0 && input().skipThrough(count);
+    }
 };
 
 } // namespace
@@ -41,6 +45,13 @@ bool PackedInput::fill(qsizetype count) {
         m_filled += static_cast<qsizetype>(std::max<qint64>(got, 0));
     }
     return got >= 0;
+}
+
+bool PackedInput::skipThrough(qint64 count) {
+    if (m_device.isSequential() || !m_device.seek(m_device.pos() + count))
+        return false;
+    m_bytesRead += count;
+    return true;
 }
 
 qint64 PackedInput::readThrough(char* data, qint64 maxSize) {

@@ -22,6 +22,9 @@ public:
     qsizetype available() const { return m_filled - m_taken; }
     void take(qsizetype count) { m_taken += count; }
 
+    // Skips bytes past the buffer, which must be empty. False where the device is sequential.
+    bool skipThrough(qint64 count);
+
     // Reads past the buffer, which must be empty, as QIODevice::read() does.
     qint64 readThrough(char* data, qint64 maxSize);
 
@@ -49,6 +52,9 @@ public:
     // Unpacks at least one byte, and at most `maxSize`, which is not 0. Returns 0 at the end, and
     // -1 if the data are damaged or the device cannot be read.
     virtual qint64 decode(char* data, qint64 maxSize) = 0;
+
+    // Skips bytes without unpacking them. False, with nothing done, where that cannot be.
+    virtual bool skip(qint64 /*count*/) { return false; }
 
     bool isDamaged() const { return !m_damage.isEmpty(); }
     QString error() const { return isDamaged() ? m_damage : m_input.error(); }

@@ -46,11 +46,23 @@ bool TextBlocks::next() {
     m_textSize -= m_pieceSize;
     std::memmove(m_text.data(), m_text.constData() + m_pieceSize, static_cast<size_t>(m_textSize));
     m_pieceSize = 0;
+    m_isWhole = m_isWhole || m_textSize == 0;
     while (m_pieceSize == 0 && readBlock(std::max(m_blockSize, m_textSize))) {
     }
     if (m_pieceSize == 0 && !m_failed)
         m_pieceSize = m_textSize;
     return m_pieceSize > 0;
+}
+
+void TextBlocks::skipTo(qint64 byte) {
+    while (m_bytesRead < byte && !m_atEnd) {
+        const qint64 skipped = m_device.skip(byte - m_bytesRead);
+        m_failed = skipped < 0;
+        m_atEnd = skipped <= 0;
+        m_bytesRead += std::max<qint64>(skipped, 0);
+    }
+    m_textSize = m_pieceSize = 0;
+    m_isWhole = true;
 }
 
 // Reads a block and ends the piece after its last line feed, if it has one. False at the end.
@@ -111,6 +123,7 @@ void TextBlocks::dropCarriageReturns() {
         from = nextCarriageReturn(afterReturn, end);
         to = std::copy(afterReturn, from, to);
     }
+    m_isWhole = m_isWhole && to == end;
     m_text.resize(to - m_text.data());
 }
 

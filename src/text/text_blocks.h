@@ -37,6 +37,20 @@ public:
     }
     static constexpr qsizetype padding = 64;
 
+    // Whether text is taken as it stands, byte for byte but for carriage returns, so that it can be
+    // read from any place on. Valid once next() was called.
+    bool canSkip() const { return m_isAsItIs; }
+    qint64 bytesRead() const { return m_bytesRead; } // of the device
+
+    // Where in the device the piece begins; nothing where it cannot skip, or where carriage returns
+    // were dropped from the piece or perhaps before it.
+    std::optional<qint64> pieceStart() const {
+        return m_isAsItIs && m_isWhole ? std::optional(m_bytesRead - m_textSize) : std::nullopt;
+    }
+
+    // Drops the text at hand and goes on from a later byte of the device. canSkip() is true.
+    void skipTo(qint64 byte);
+
     // True if the device held no bytes. Valid once next() was called.
     bool isEmpty() const { return m_bytesRead == 0; }
 
@@ -62,5 +76,6 @@ private:
     std::optional<QStringDecoder> m_decoder;
     bool m_isWide = false;      // even ASCII characters must be decoded
     bool m_isAsItIs = false;    // nothing is decoded
+    bool m_isWhole = true;      // nothing was dropped from the text at hand
     bool m_decodedToEnd = true; // the last block did not end inside a character
 };

@@ -29,7 +29,7 @@ struct UnpackedDevice::Implementation {
         : isUnified(lineEnds == LineEnds::Unified), input(packed) {}
 
     bool fillHead();
-    qint64 takeHead(char* data, qint64 maxSize);
+    qint64 takeHead(char* data, qint64 maxSize); // `data` is null to drop them
     qint64 decode(char* data, qint64 maxSize);
 
     const bool isUnified;
@@ -62,7 +62,8 @@ bool UnpackedDevice::Implementation::fillHead() {
 
 qint64 UnpackedDevice::Implementation::takeHead(char* data, qint64 maxSize) {
     const qsizetype count = std::min<qsizetype>(head.size() - headTaken, maxSize);
-    std::memcpy(data, head.constData() + headTaken, static_cast<size_t>(count));
+    if (data != nullptr)
+        std::memcpy(data, head.constData() + headTaken, static_cast<size_t>(count));
     headTaken += count;
     if (headTaken == head.size())
         head = QByteArray();
@@ -113,6 +114,13 @@ bool UnpackedDevice::isDamaged() const {
 
 qint64 UnpackedDevice::packedBytesRead() const {
     return m->input.bytesRead();
+}
+
+qint64 UnpackedDevice::skipData(qint64 maxSize) {
+    if (!m->head.isEmpty())
+        return m->takeHead(nullptr, maxSize);
+    const bool isSkipped = m->isHeadFilled && !m->hasFailed && m->decoder->skip(maxSize);
+    return isSkipped ? maxSize : QIODevice::skipData(maxSize);
 }
 
 qint64 UnpackedDevice::readData(char* data, qint64 maxSize) {

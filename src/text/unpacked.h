@@ -45,6 +45,7 @@ public:
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override;
+    qint64 skipData(qint64 maxSize) override;
     qint64 writeData(const char* /*data*/, qint64 /*size*/) override { return -1; }
 
 private:

@@ -207,8 +207,7 @@ void Cut::take(const CutPart& part, const std::vector<qint64>& lines) {
 
 // How many of the lines named hold no marker of ours: the window alone shows them.
 qint64 Cut::linesBesideMarkers() const {
-    std::vector<qint64> markers = m_scan.lines;
-    std::sort(markers.begin(), markers.end());
+    const std::vector<qint64> markers = m_scan.lines.ascending();
     return std::count_if(m_choice.lines.begin(), m_choice.lines.end(), [&](qint64 line) {
         return !std::binary_search(markers.begin(), markers.end(), line);
     });
@@ -225,7 +224,7 @@ CutReport Cut::report() {
     report.lines = scan.rows - count(DropReason::Comment) - count(DropReason::RepeatedHeader);
     report.named = std::ssize(m_choice.lines);
     report.written = m_choice.areKept ? report.named : report.lines - report.named;
-    report.notInViews = report.lines - std::ssize(m_scan.lines);
+    report.notInViews = report.lines - static_cast<qint64>(m_scan.size());
     if (std::any_of(m_parts.begin(), m_parts.end(), std::mem_fn(&CutPart::isByWindow)))
         report.notInViews -= linesBesideMarkers();
     return report;

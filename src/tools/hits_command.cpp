@@ -66,12 +66,11 @@ void proposeLists(Refusal& refusal, const QList<QByteArray>& titles, const QByte
 
 // How many columns a table has; without titles, its first row tells.
 std::variant<int, Refusal> columnCount(const QString& path, const ScanTable& scan) {
-    const TableFormat& format = scan.report.table.format;
-    int count = static_cast<int>(format.titles.size());
+    int count = static_cast<int>(scan.report.table.format.titles.size());
     if (count > 0)
         return count;
     const auto refusal = visitLines(
-        path, format, {*std::min_element(scan.lines.begin(), scan.lines.end())},
+        path, scan, {scan.lines.smallest()},
         [&](size_t, const TableRows& row) { count = static_cast<int>(row.fieldCount()); });
     if (refusal)
         return *refusal;
@@ -116,7 +115,7 @@ std::optional<Refusal> findLeads(const QString& path, const QByteArray& columnLi
     for (const int column : std::get<QList<int>>(columns))
         hits.titles.append(titles.value(column, "V" + QByteArray::number(column + 1)));
     hits.leads = leadMarkers(hits.scan, hits.rule);
-    hits.lambda = genomicInflation(hits.scan.values);
+    hits.lambda = genomicInflation(hits.scan.points.values);
     auto texts =
         readMarkerTexts(path, hits.scan, rowsToRead(hits.leads), std::get<QList<int>>(columns));
     if (const auto* refusal = std::get_if<Refusal>(&texts))

@@ -18,7 +18,7 @@ QByteArray nextP(const Hits& hits, const LeadMarker& lead) {
 QByteArrayList rowOf(const Hits& hits, const LeadMarker& lead) {
     const MarkerTexts texts = hits.texts.value(lead.row);
     return QByteArrayList{hits.scan.chromosomes[lead.chromosome].name,
-                          QByteArray::number(hits.scan.positions[lead.row]),
+                          QByteArray::number(hits.scan.position(lead.row)),
                           orMissing(texts.name),
                           texts.p,
                           texts.negLog10,
@@ -41,7 +41,7 @@ QJsonObject leadJson(const Hits& hits, const LeadMarker& lead) {
     for (qsizetype i = 0; i < texts.columns.size(); ++i)
         columns[QString::fromUtf8(hits.titles[i])] = QString::fromUtf8(texts.columns[i]);
     return {{"chromosome", QString::fromUtf8(hits.scan.chromosomes[lead.chromosome].name)},
-            {"position", hits.scan.positions[lead.row]},
+            {"position", hits.scan.position(lead.row)},
             {"line", hits.scan.lines[lead.row]},
             {"name", orNull(texts.name)},
             {"p", QString::fromUtf8(texts.p)},

@@ -76,7 +76,7 @@ void Inflation::lambdas_data() {
 void Inflation::lambdas() {
     QFETCH(QList<double>, values);
     QFETCH(double, expected);
-    const auto lambda = genomicInflation({values.begin(), values.end()});
+    const auto lambda = genomicInflation(values);
     QVERIFY(lambda);
     QVERIFY(isClose(*lambda, expected));
     QVERIFY(!genomicInflation({}));

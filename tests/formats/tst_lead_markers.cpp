@@ -26,15 +26,16 @@ struct Marker {
 // A table of markers that are in order; `lines` says where each is in its file.
 ScanTable tableOf(const std::vector<Marker>& markers, const std::vector<qint64>& lines) {
     ScanTable table;
-    table.lines = lines;
+    for (const qint64 line : lines)
+        table.lines.append(line);
     for (const Marker& marker : markers) {
-        const size_t row = table.positions.size();
+        const auto row = static_cast<size_t>(table.points.positions.size());
         const QByteArray name = QByteArray::number(marker.chromosome);
         if (table.chromosomes.isEmpty() || table.chromosomes.last().name != name)
             table.chromosomes.append({name, row, row});
         table.chromosomes.last().end = row + 1;
-        table.positions.push_back(marker.position);
-        table.values.push_back(std::min(marker.negLog10, 323.306));
+        table.points.positions.append(marker.position);
+        table.points.values.append(std::min(marker.negLog10, 323.306));
         if (marker.negLog10 > 308.0)
             table.belowNormal.insert(row, marker.negLog10);
     }
@@ -49,7 +50,7 @@ std::vector<qint64> inOrder(size_t count) {
 
 QByteArray described(const ScanTable& table, const LeadMarker& lead) {
     QByteArrayList parts{table.chromosomes[lead.chromosome].name + ':' +
-                         QByteArray::number(table.positions[lead.row])};
+                         QByteArray::number(table.position(lead.row))};
     for (const qint64 number :
          {lead.hits, qint64{lead.firstHit}, qint64{lead.lastHit}, lead.nearby})
         parts += QByteArray::number(number);

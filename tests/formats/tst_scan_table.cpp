@@ -3,6 +3,7 @@
 #include "scan_table.h"
 #include "support/random.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,6 +16,9 @@ private slots:
     void kinds();
     void randomTables();
     void visitsLines();
+    void visitsLinesFarApart_data();
+    void visitsLinesFarApart();
+    void refusesAFileThatChanged();
 
 private:
     QString write(const QByteArray& text) const;
@@ -43,8 +47,8 @@ QByteArray textOf(const ScanTable& scan) {
         text += chromosome.name + ' ' + QByteArray::number(chromosome.markers) + '\n';
     for (const ScanTable::Chromosome& chromosome : scan.chromosomes)
         for (size_t row = chromosome.begin; row < chromosome.end; ++row)
-            text += chromosome.name + ' ' + QByteArray::number(scan.positions[row]) + ' ' +
-                    QByteArray::number(scan.values[row], 'g', 17) + ' ' +
+            text += chromosome.name + ' ' + QByteArray::number(scan.position(row)) + ' ' +
+                    QByteArray::number(scan.value(row), 'g', 17) + ' ' +
                     QByteArray::number(scan.negLog10(row), 'g', 17) + ' ' +
                     QByteArray::number(scan.lines[row]) + '\n';
     return text;
@@ -166,8 +170,64 @@ void ScanTables::visitsLines() {
         seen.append(QByteArray::number(static_cast<int>(i)) + ' ' +
                     QByteArray(p.data(), static_cast<qsizetype>(p.size())));
     };
-    QVERIFY(!visitLines(path, scan.report.table.format, {2, 4}, note));
+    QVERIFY(!visitLines(path, scan, {2, 4}, note));
     QCOMPARE(seen, QByteArrayList({"0 0.1", "1 0.3"}));
+}
+
+void ScanTables::visitsLinesFarApart_data() {
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<QByteArray>("lineEnd");
+    QTest::addColumn<bool>("isPacked");
+    QTest::newRow("plain") << QByteArray() << QByteArray("\n") << false;
+    QTest::newRow("carriage returns") << QByteArray() << QByteArray("\r\n") << false;
+    QTest::newRow("byte-order mark") << QByteArray("\xEF\xBB\xBF") << QByteArray("\n") << false;
+    QTest::newRow("old line ends") << QByteArray() << QByteArray("\r") << false;
+    QTest::newRow("packed") << QByteArray() << QByteArray("\n") << true;
+}
+
+// Each line holds its number, in a file of many blocks. One line ends as on Windows.
+void ScanTables::visitsLinesFarApart() {
+    QFETCH(const QByteArray, start);
+    QFETCH(const QByteArray, lineEnd);
+    QFETCH(const bool, isPacked);
+    constexpr int count = 40'000;
+    QByteArray text = start + "chr\tpos\tp\tname" + lineEnd;
+    for (int line = 2; line <= count; ++line)
+        text += "1\t" + QByteArray::number(line) + "\t0.5\t" + QByteArray::number(line) +
+                QByteArray(line % 13, 'x') + (line == count / 2 && lineEnd == "\n" ? "\r" : "") +
+                lineEnd;
+    const QString path = write(text);
+    if (isPacked) {
+        QCOMPARE(QProcess::execute("gzip", {"-kf", path}), 0);
+        QVERIFY(QFile::remove(path) && QFile::rename(path + ".gz", path));
+    }
+    const auto read = readScanTable(path, {});
+    const auto& scan = std::get<ScanTable>(read);
+    Random random(runSeed());
+    for (const int step : {3, 100, 2'000, 30'000}) {
+        std::vector<qint64> lines;
+        for (int line = random.between(2, step + 1); line <= count; line += random.between(1, step))
+            lines.push_back(line);
+        std::vector<qint64> seen;
+        const auto note = [&](size_t, const TableRows& rows) {
+            const std::string_view name = rows.field(3);
+            seen.push_back(QByteArray(name.data(), std::ssize(name)).replace("x", "").toLongLong());
+        };
+        QVERIFY(!visitLines(path, scan, lines, note));
+        QVERIFY(seen == lines);
+    }
+}
+
+void ScanTables::refusesAFileThatChanged() {
+    const QByteArray text = "chr\tpos\tp\n1\t5\t0.1\n1\t6\t0.2\n";
+    const QString path = write(text);
+    const auto read = readScanTable(path, {});
+    for (const QByteArray& changed : {text.left(text.size() - 8), text.chopped(5)}) {
+        write(changed);
+        const auto refusal = visitLines(path, std::get<ScanTable>(read), {3},
+                                        [](size_t, const TableRows&) { QFAIL("visited"); });
+        QVERIFY(refusal && refusal->code == RefusalCode::Unreadable);
+    }
 }
 
 QTEST_GUILESS_MAIN(ScanTables)
