@@ -1,6 +1,7 @@
 #include "line_copy.h"
 
 #include "input_file.h"
+#include "text_blocks.h"
 #include "titles.h"
 
 #include <QStringConverter>
@@ -124,7 +125,7 @@ void LineCopier::takeBlock() {
         return;
     }
     const std::string_view block = rest();
-    const qint64 ends = std::count(block.begin(), block.end(), '\n');
+    const qint64 ends = lineFeeds(block);
     if (m_next < m_choice.lines.size() && m_choice.lines[m_next] <= m_line + ends + 1) {
         takeLines();
         return;

@@ -44,7 +44,9 @@ public:
           m_position(static_cast<size_t>(table.columns.position)),
           m_p(static_cast<size_t>(table.columns.p)),
           m_columnsNeeded(1 + std::max({m_chromosome, m_position, m_p})),
-          m_mostFields(mostFields(table.format)), m_scan(scan) {}
+          m_mostFields(mostFields(table.format)), m_scan(scan),
+          m_points(scan.arePValues ? PointCollector::Values::P : PointCollector::Values::NegLog10) {
+    }
 
     // False where the table turns out to be of another kind. `start` is the byte of the file at
     // which the piece begins, where that is known.
@@ -153,12 +155,13 @@ void QuickReader::finish() {
 
 std::optional<ScanTable> quickScan(const QString& path, const Understanding& understanding,
                                    const PrepareOptions& options,
-                                   const std::function<void(qint64)>& progress) {
+                                   const std::function<void(qint64)>& progress, bool withP) {
     InputFile input(path);
     if (!arePlainOptions(options) || !areOwnColumns(understanding.columns) ||
         !isPlain(understanding.format) || input.open())
         return std::nullopt;
     ScanTable scan;
+    scan.arePValues = withP;
     scan.report.table = understanding;
     QuickReader reader(scan.report.table, scan);
     TextBlocks blocks(input.text(), blockSize, TextBlocks::Unmarked::AsTheyAre);

@@ -59,12 +59,13 @@ Refusal unreadable(const QFileDevice& file) {
 } // namespace
 
 std::variant<ScanTable, Refusal> readScanTable(const QString& path, const PrepareOptions& options,
-                                               const std::function<void(qint64)>& progress) {
+                                               const std::function<void(qint64)>& progress,
+                                               bool mayHaveP) {
     const auto understood = understandFiles({path}, options);
     if (const auto* refusal = std::get_if<Refusal>(&understood))
         return *refusal;
     const Understanding& understanding = std::get<QList<Understanding>>(understood).first();
-    if (auto scan = quickScan(path, understanding, options, progress))
+    if (auto scan = quickScan(path, understanding, options, progress, mayHaveP))
         return std::move(*scan);
     return preparedScan(path, options, progress);
 }

@@ -9,6 +9,7 @@
 
 #include <QHash>
 #include <QString>
+#include <cmath>
 #include <functional>
 #include <variant>
 
@@ -21,15 +22,19 @@ struct ScanTable {
 
     QList<Chromosome> chromosomes;
     // Index-aligned: entry i of each list is one row.
-    Points points;  // base pairs, and -log10 p as the window computes it of the p that is written
-    RowLines lines; // of the file, header included, from 1
+    Points points; // base pairs, and -log10 p as the window computes it of the p that is written
+    bool arePValues = false;           // the points have p instead
+    RowLines lines;                    // of the file, header included, from 1
     QHash<size_t, double> belowNormal; // the true -log10 p of rows whose p no normal double holds
     QList<LinePlace> places;           // of lines in the file, ascending; perhaps none
     PrepareReport report;
 
     size_t size() const { return lines.size(); }
     int position(size_t row) const { return points.positions[static_cast<qsizetype>(row)]; }
-    double value(size_t row) const { return points.values[static_cast<qsizetype>(row)]; }
+    double value(size_t row) const { // -log10 p
+        const double value = points.values[static_cast<qsizetype>(row)];
+        return arePValues ? -std::log10(value) : value;
+    }
 
     // The true -log10 p, also below the smallest double.
     double negLog10(size_t row) const {
@@ -38,10 +43,11 @@ struct ScanTable {
 };
 
 // Reads a file, plain or packed, by the rule of prepare() and with its options. `progress` receives
-// the packed bytes read so far.
+// the packed bytes read so far. Where few values are needed, the points may have p instead, which
+// saves the logarithms.
 std::variant<ScanTable, Refusal> readScanTable(
     const QString& path, const PrepareOptions& options,
-    const std::function<void(qint64)>& progress = [](qint64) {});
+    const std::function<void(qint64)>& progress = [](qint64) {}, bool mayHaveP = false);
 
 // The same by way of prepare(), for tables of any kind.
 std::variant<ScanTable, Refusal> preparedScan(

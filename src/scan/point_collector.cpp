@@ -16,6 +16,8 @@ void PointCollector::makeRoom() {
 }
 
 void PointCollector::takeLogarithms() {
+    if (!m_areLogarithms)
+        return;
     std::for_each(m_values + m_logarithms, m_values + m_size,
                   [](double& value) { value = -std::log10(value); });
     m_logarithms = m_size;

@@ -8,6 +8,11 @@
 // for more is mostly never touched, so it costs addresses rather than memory.
 class PointCollector {
 public:
+    enum class Values { NegLog10, P };
+
+    explicit PointCollector(Values values = Values::NegLog10)
+        : m_areLogarithms(values == Values::NegLog10) {}
+
     qsizetype size() const { return m_size; }
 
     void append(int position, double pValue) {
@@ -19,13 +24,14 @@ public:
     }
 
     // The points collected, at -log10 p: not a number for a negative p-value, negative for one
-    // above 1. Called once, after the last append().
+    // above 1. At p itself where that is asked for. Called once, after the last append().
     Points take();
 
 private:
     void makeRoom();
     void takeLogarithms();
 
+    const bool m_areLogarithms;
     Points m_points; // both lists have room after the points collected
     int* m_positions = nullptr;
     double* m_values = nullptr; // -log10 p, but p where no logarithm was taken yet

@@ -7,6 +7,8 @@
 
 class QIODevice;
 
+qint64 lineFeeds(std::string_view text); // how many it has
+
 // Reads a text file block by block and returns it as pieces of whole lines, in UTF-8 and without
 // carriage returns.
 //
