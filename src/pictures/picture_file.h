@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QString>
 #include <functional>
+#include <optional>
 
 class QIODevice;
 class QPaintDevice;
@@ -14,6 +15,7 @@ struct Picture {
     QString title;
     QSize size; // at 96 dots per inch, in pixels
     int magnification = 1;
+    std::optional<double> lambda;  // of a quantile-quantile plot
     std::function<QImage()> image; // null where there is no memory for it
     std::function<void(QPaintDevice& page)> drawOn;
 };

@@ -76,10 +76,11 @@ struct Quantiles {
 };
 
 void setQuantiles(Picture& picture, std::vector<double> observed) {
+    picture.lambda = genomicInflation(observed);
     Quantiles quantiles{geometryOfSize({}, picture.size, picture.magnification),
                         QStringLiteral("%1, %2 = %3, %4 markers")
                             .arg(picture.title, QChar(0x3bb),
-                                 QString::number(genomicInflation(observed).value_or(0.0), 'f', 3),
+                                 QString::number(picture.lambda.value_or(0.0), 'f', 3),
                                  groupedInThrees(static_cast<int>(observed.size()))),
                         std::move(observed),
                         {}};
@@ -96,7 +97,7 @@ void setQuantiles(Picture& picture, std::vector<double> observed) {
 
 std::variant<Picture, Failure> pictureOf(PlotData data, const QString& name,
                                          const PlotRequest& request, PictureFormat format) {
-    Picture picture{titleName(name), request.size, magnification(request, format), {}, {}};
+    Picture picture{titleName(name), request.size, magnification(request, format), {}, {}, {}};
     if (!request.quantiles) {
         setManhattan(picture, std::move(data), request);
         return picture;

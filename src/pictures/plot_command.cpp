@@ -3,11 +3,13 @@
 #include "picture_names.h"
 #include "pictures.h"
 #include "plot_arguments.h"
+#include "plot_words.h"
 #include "prepare_words.h"
 #include "safe_output.h"
 #include "scan_command.h"
 #include "screenless.h"
 
+#include <QJsonDocument>
 #include <QRegularExpression>
 #include <algorithm>
 #include <list>
@@ -50,11 +52,12 @@ private:
         int status = StatusFine;
     };
     void openInputs();
+    std::optional<Failure> openReport();
     int draw(Scan& scan, const QByteArray& path);
-    std::variant<PlotData, int> read(Scan& scan);
+    std::variant<PlotData, int> read(Scan& scan, DrawnPicture& drawn);
     std::optional<Failure> startDrawing();
-    std::optional<Failure> write(const PlotData& data, const QString& name, SafeOutput& output,
-                                 const QByteArray& path);
+    std::optional<Failure> write(const PlotData& data, DrawnPicture& drawn, SafeOutput& output);
+    std::optional<Failure> writeReport();
     bool isQuiet() const { return m_arguments.has("--quiet"); }
 
     const Arguments& m_arguments;
@@ -65,6 +68,9 @@ private:
     std::list<Scan> m_scans;
     Inputs m_everyInput; // no picture may replace one
     std::optional<Screenless> m_screenless;
+    std::optional<SafeOutput> m_report; // for programs
+    QJsonArray m_pictures;
+    QStringList m_failed;
 };
 
 void Plot::openInputs() {
@@ -76,8 +82,28 @@ void Plot::openInputs() {
     }
 }
 
+std::optional<Failure> Plot::openReport() {
+    const auto path = m_arguments.value("--json");
+    if (!path)
+        return std::nullopt;
+    for (const QByteArray& picture : std::as_const(m_names.paths))
+        if (leadToOneFile(picture, *path))
+            return Failure{StatusWrongCall,
+                           QStringLiteral("--json %1: two outputs cannot share a file.")
+                               .arg(QFile::decodeName(*path))};
+    m_report.emplace(*path, "--json", true);
+    return m_report->open(m_everyInput);
+}
+
+std::optional<Failure> Plot::writeReport() {
+    if (!m_report)
+        return std::nullopt;
+    m_report->file().write(QJsonDocument(plotJson(m_pictures, m_failed)).toJson());
+    return m_report->commit();
+}
+
 // The data, or the exit status where it was said what is wrong with them.
-std::variant<PlotData, int> Plot::read(Scan& scan) {
+std::variant<PlotData, int> Plot::read(Scan& scan, DrawnPicture& drawn) {
     const QString &path = scan.command.inputs().paths()[0],
                   &name = scan.command.inputs().names()[0];
     std::variant<PlotData, Failure> data;
@@ -95,8 +121,9 @@ std::variant<PlotData, int> Plot::read(Scan& scan) {
         auto& read = std::get<ScanTable>(table);
         for (RoleNote& note : read.report.table.columns.notes)
             note.why = withColumnOption(note.why);
+        drawn.reading = {{name}, {}, read.report, QStringLiteral("read")};
         if (!isQuiet())
-            m_streams.error.write(textOf({{name}, {}, read.report, QStringLiteral("read")}));
+            m_streams.error.write(textOf(*drawn.reading));
         QList<NamedRow> named;
         if (m_request.labelledHits > 0) {
             auto names = leadNames(path, read, m_request);
@@ -122,16 +149,16 @@ std::optional<Failure> Plot::startDrawing() {
     return failure;
 }
 
-std::optional<Failure> Plot::write(const PlotData& data, const QString& name, SafeOutput& output,
-                                   const QByteArray& path) {
+std::optional<Failure> Plot::write(const PlotData& data, DrawnPicture& drawn, SafeOutput& output) {
     if (std::optional<Failure> failure = startDrawing())
         return failure;
-    const auto picture = pictureOf(data, name, m_request, m_names.format);
+    const auto picture = pictureOf(data, drawn.input, m_request, m_names.format);
     if (const auto* failure = std::get_if<Failure>(&picture))
         return *failure;
+    drawn.lambda = std::get<Picture>(picture).lambda;
     if (!writePicture(output.file(), m_names.format, std::get<Picture>(picture)))
         return Failure{StatusUnwritable,
-                       QFile::decodeName(path) + QLatin1String(": cannot be written: ") +
+                       drawn.output + QLatin1String(": cannot be written: ") +
                            (output.file().error() == QFile::NoError
                                 ? QStringLiteral("there is not enough memory for a picture of "
                                                  "this size.")
@@ -143,21 +170,27 @@ int Plot::draw(Scan& scan, const QByteArray& path) {
     SafeOutput output(path, "--output");
     if (const std::optional<Failure> failure = output.open(m_everyInput))
         return scan.command.end(*failure);
-    const QString name = scan.command.inputs().names()[0];
-    auto read = this->read(scan);
+    DrawnPicture drawn{
+        scan.command.inputs().names()[0], QFile::decodeName(path), {}, 0, {}, {}, {}};
+    auto read = this->read(scan, drawn);
     if (const int* status = std::get_if<int>(&read))
         return *status;
     const auto& data = std::get<PlotData>(read);
-    if (const std::optional<Failure> failure = write(data, name, output, path))
+    if (const std::optional<Failure> failure = write(data, drawn, output))
         return scan.command.end(*failure);
-    const QString picture = QFile::decodeName(path);
-    const qsizetype count = data.points.positions.size();
-    if (count == 0)
-        complain(m_streams, picture + QLatin1String(": shows no marker; there is none in ") +
-                                data.what + u'.');
+    drawn.what = data.what;
+    drawn.markers = data.points.positions.size();
+    for (const PointLabel& label : data.labels)
+        drawn.labels.append(label.text);
+    m_pictures.append(jsonOf(drawn));
+    if (drawn.markers == 0)
+        complain(m_streams, drawn.output + QLatin1String(": shows no marker; there is none in ") +
+                                drawn.what + u'.');
     else if (!isQuiet())
-        m_streams.error.write(
-            QStringLiteral("%1: %2, markers: %3\n").arg(picture, data.what).arg(count).toUtf8());
+        m_streams.error.write(QStringLiteral("%1: %2, markers: %3\n")
+                                  .arg(drawn.output, drawn.what)
+                                  .arg(drawn.markers)
+                                  .toUtf8());
     return StatusFine;
 }
 
@@ -172,14 +205,21 @@ int Plot::run() {
     m_request = std::get<PlotRequest>(request);
     m_names = std::get<PictureNames>(names);
     openInputs();
+    if (const std::optional<Failure> failure = openReport())
+        return m_scans.front().command.end(*failure);
     int status = StatusFine;
     qsizetype i = 0;
     for (Scan& scan : m_scans) {
-        const QByteArray& path = m_names.paths[i++];
+        const QByteArray &file = m_arguments.files[i], &path = m_names.paths[i];
+        ++i;
         if (scan.status == StatusFine)
             scan.status = draw(scan, path);
+        if (scan.status != StatusFine)
+            m_failed.append(QFile::decodeName(file));
         status = std::max(status, scan.status);
     }
+    if (const std::optional<Failure> failure = writeReport())
+        status = std::max(status, m_scans.front().command.end(*failure));
     return status;
 }
 

@@ -182,7 +182,8 @@ CommandSpec plotSpec() {
                "(4 unless given)"},
               {"--as-is", nullptr, "read the file by the window's own rule for columns"}},
              readingOptions("--p", "--chromosome-column"),
-             {{"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
+             {{"--json", "FILE", "write the report for programs to FILE"},
+              {"-q,--quiet", nullptr, "no report and no progress; refusals and warnings only"}}}),
         plotCommand};
 }
 

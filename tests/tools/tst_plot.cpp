@@ -38,6 +38,8 @@ private slots:
     void hitsAreNamed();
     void hitsAreNamedInARange();
     void several();
+    void reports();
+    void reportsQuantiles();
     void wrongCalls_data();
     void wrongCalls();
     void faultsNameTheLine_data();
@@ -517,6 +519,50 @@ void PlotCommand::several() {
     QCOMPARE(QImage(run.path("out/a.txt.png")), drawn(run, {"a.txt"}));
     QCOMPARE(run.run({"plot", "a.txt", "c.txt", "--format", "pdf", "-q", "-o", "out/"}).status, 0);
     QVERIFY(run.read("out/c.txt.pdf").startsWith("%PDF"));
+}
+
+void PlotCommand::reports() {
+    const ToolsRun run;
+    QVERIFY(QDir(run.path(".")).mkdir("out"));
+    run.write("a.txt", "CHR\tBP\tSNP\tP\n1\t10\trs1\t1e-9\n1\t20\trs2\tNA\n2\t30\trs3\t0.5\n");
+    const ToolsRun::Result result =
+        run.run({"plot", "a.txt", "missing.txt", "-q", "-o", "out", "--label-hits", "--json", "-"});
+    QCOMPARE(result.status, 3);
+    const QJsonObject json = QJsonDocument::fromJson(result.out).object();
+    QCOMPARE(json["version"].toInt(), 1);
+    QCOMPARE(json["command"].toString(), "plot");
+    QCOMPARE(json["failed"].toArray(), QJsonArray{"missing.txt"});
+    QCOMPARE(json["pictures"].toArray().size(), 1);
+    const QJsonObject picture = json["pictures"][0].toObject();
+    QCOMPARE(picture["input"].toString(), "a.txt");
+    QCOMPARE(picture["output"].toString(), "out/a.txt.png");
+    QCOMPARE(picture["what"].toString(), "whole genome");
+    QCOMPARE(picture["markers_drawn"].toInt(), 2);
+    QCOMPARE(picture["labels"].toArray(), QJsonArray{"rs1"});
+    QVERIFY(!picture.contains("lambda"));
+    const QJsonObject reading = picture["reading"].toObject();
+    QCOMPARE(reading["rows"].toInt(), 3);
+    QCOMPARE(reading["markers"].toInt(), 2);
+    QCOMPARE(reading["dropped"]["p-missing"]["count"].toInt(), 1);
+    QCOMPARE(reading["columns"].toArray().size(), 4);
+    QVERIFY(!reading.contains("output"));
+
+    QCOMPARE(run.run({"plot", "a.txt", "-q", "-o", "x.png", "--json", "x.png"}).status, 2);
+    QCOMPARE(run.run({"plot", "a.txt", "-q", "-o", "x.png", "--json", "a.txt"}).status, 2);
+    QCOMPARE(run.run({"plot", "a.txt", "-q", "-o", "x.png", "--json", "none/j"}).status, 4);
+    QVERIFY(!run.files().contains("x.png"));
+}
+
+void PlotCommand::reportsQuantiles() {
+    const ToolsRun run;
+    run.write("a.txt", "CHR POS P\n1 1 0.25\n1 2 0.5\n1 3 0.75\n");
+    QCOMPARE(
+        run.run({"plot", "a.txt", "-q", "-o", "x.png", "--qq", "--as-is", "--json", "j"}).status,
+        0);
+    const QJsonObject picture =
+        QJsonDocument::fromJson(run.read("j")).object()["pictures"][0].toObject();
+    QCOMPARE(picture["lambda"].toDouble(), 1.0);
+    QVERIFY(!picture.contains("reading"));
 }
 
 void PlotCommand::wrongCalls_data() {
