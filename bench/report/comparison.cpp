@@ -17,7 +17,8 @@ QList<Verdict> compare(const Plan& plan, const QString& title, qint64 lines,
         verdicts << addRatio(plan.bars[timeBar], what, lines, measured[0][ours.time],
                              {other.name, measured[1][other.time]});
         if (!memoryBar.isEmpty())
-            verdicts << addMemory(plan.bars[memoryBar], what, lines, measured[0]["memory"]);
+            verdicts << addBytes(plan.bars[memoryBar], what + ": peak memory", lines,
+                                 measured[0]["memory"].maximum());
     }
     return verdicts;
 }

@@ -31,8 +31,8 @@ QList<Verdict> addOpening(const Bars& bars, const Opening& opening) {
     return verdicts << addRatio(bars["open-vs-wc"], open, opening.lines, opening.window["open"], wc)
                     << addRatio(bars["pick-vs-wc"], open + ", pick the last chromosome",
                                 opening.lines, opening.window["pick-last"], wc)
-                    << addMemory(bars["open-memory"], open, opening.lines,
-                                 opening.window["memory"]);
+                    << addBytes(bars["open-memory"], open + ": peak memory", opening.lines,
+                                opening.window["memory"].maximum());
 }
 
 // In nanoseconds, without the seconds that the smallest file takes.

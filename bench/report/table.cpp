@@ -21,8 +21,8 @@ Verdict addRatio(const Bar& bar, const QString& what, qint64 lines, const Sample
     return verdict;
 }
 
-Verdict addMemory(const Bar& bar, const QString& what, qint64 lines, const Samples& bytes) {
-    const Verdict verdict = bar.judge(what + ": peak memory", bytes.maximum(), lines);
-    addRow(QStringList{verdict.what, bytesText(bytes.maximum()), ""} + verdict.cells());
+Verdict addBytes(const Bar& bar, const QString& what, qint64 lines, double bytes) {
+    const Verdict verdict = bar.judge(what, bytes, lines);
+    addRow(QStringList{verdict.what, bytesText(bytes), ""} + verdict.cells());
     return verdict;
 }

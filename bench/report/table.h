@@ -18,4 +18,4 @@ struct Timed {
 
 Verdict addRatio(const Bar& bar, const QString& what, qint64 lines, const Samples& seconds,
                  const Timed& other);
-Verdict addMemory(const Bar& bar, const QString& what, qint64 lines, const Samples& bytes);
+Verdict addBytes(const Bar& bar, const QString& what, qint64 lines, double bytes);

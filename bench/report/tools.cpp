@@ -1,17 +1,12 @@
 #include "report/comparison.h"
 #include "report/scan_file.h"
+#include "report/table.h"
+#include "report/tools_runs.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
-
-Run tools(const QStringList& arguments) {
-    return command(QStringList(QStringLiteral(PELMARK_TOOLS)) + arguments);
-}
-
-Run pipeline(const QString& shell) {
-    return command({"bash", "-o", "pipefail", "-c", shell});
-}
 
 // Makes a new file. To replace one, the file system first writes the new one to the disk.
 Run makes(const QString& output, const Run& run) {
@@ -30,24 +25,6 @@ Run prepare(const QString& file) {
 const char* const awk =
     "awk -F'\t' 'NR == 1 { print \"Chr\\tPosition\\tP\\t-log10(P)\\tID\"; next } "
     "{ printf \"%s\\t%s\\t%s\\t%.6g\\t%s\\n\", $1, $2, $9, -log($9) / log(10), $3 }'";
-
-// Two tables of at most a thousand rows, as the window saves them: of the first chromosome and of
-// the last.
-QStringList savedTables(const QString& file) {
-    const QString prepared = inWorkFolder("prepared.txt");
-    prepare(file)();
-    QStringList tables;
-    for (const char* end : {"head", "tail"}) {
-        const QString table = inWorkFolder(QLatin1String(end) + QLatin1String(".txt"));
-        pipeline(
-            QStringLiteral("{ head -n 1 '%1'; awk -v label=\"$(sed 1d '%1' | %2 -n 1 | cut -f 1)\" "
-                           "'NR > 1 && $1 == label' '%1' | head -n 1000; } | cut -f 1-4 > '%3' "
-                           "|| true")
-                .arg(prepared, QLatin1String(end), table))();
-        tables << table;
-    }
-    return tables;
-}
 
 // Looks the rows of the tables up by position and p.
 const char* const awkDrop = "awk -F'\t' 'FNR == 1 { ++file } file < 3 { named[$2, $3]; next } "
@@ -87,7 +64,7 @@ QList<Verdict> reportTools(const Plan& plan) {
             "",
             tools(QStringList{"plot", file.path(), "-q", "-o", inWorkFolder(picture)} + options)};
     };
-    const QList<Verdict> verdicts = compare(
+    QList<Verdict> verdicts = compare(
         plan, "pelmark-tools", lines,
         {{"check",
           {"", tools({"check", "--quiet", file.path()})},
@@ -121,6 +98,8 @@ QList<Verdict> reportTools(const Plan& plan) {
          {"plot, PNG", plot("plot.png", {}), opening, "plot-png-vs-open"},
          {"plot, PDF", plot("plot.pdf", {}), opening, "plot-pdf-vs-open"},
          {"plot, quantiles", plot("qq.png", {"--qq"}), opening, "plot-qq-vs-open"}});
+    verdicts << addBytes(plan.bars["plot-pdf-size"], "plot, PDF: size of the file", lines,
+                         static_cast<double>(QFileInfo(inWorkFolder("plot.pdf")).size()));
     for (const char* name : {"prepared.txt", "by_awk.txt", "dropped.txt", "head.txt", "tail.txt",
                              "hits.tsv", "plot.png", "plot.pdf", "qq.png"})
         QFile::remove(inWorkFolder(name));
