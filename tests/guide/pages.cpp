@@ -65,4 +65,17 @@ QString played(const QString& example, const QString& folder) {
     return output;
 }
 
+QStringList scenario(const QString& name) {
+    QStringList steps;
+    for (const QString& line :
+         textOf(sourcePath(QStringLiteral("scripts/lib/scenarios/") + name)).split(u'\n')) {
+        const bool isShot = line.startsWith(QLatin1String("shot "));
+        if (isShot && QStringList{"choose", "fill"}.contains(steps.constLast().section(u' ', 0, 0)))
+            continue;
+        steps << (isShot ? QStringLiteral("dump ") + QFileInfo(line.mid(5)).completeBaseName()
+                         : line);
+    }
+    return steps;
+}
+
 } // namespace pages

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -20,5 +21,10 @@ QStringList examples(const QString& page);
 
 // The same text, printed by a shell that runs the example's commands in a folder.
 QString played(const QString& example, const QString& folder);
+
+// The scenario that the pictures are taken from, on a screen of that size. States are dumped in
+// place of the pictures, under their names, but for those of dialogs.
+QStringList scenario(const QString& name);
+constexpr QSize pictureScreen(1024, 768);
 
 } // namespace pages

@@ -18,21 +18,6 @@ QString cleaning(const QString& heading) {
     return part(guide(), QStringLiteral("### ") + heading);
 }
 
-// The scenario that the pictures are taken from. States are dumped in place of the pictures, under
-// their names, but for those of dialogs.
-QStringList scenario(const QString& name) {
-    QStringList steps;
-    for (const QString& line :
-         textOf(sourcePath(QStringLiteral("scripts/lib/scenarios/") + name)).split(u'\n')) {
-        const bool isShot = line.startsWith(QLatin1String("shot "));
-        if (isShot && QStringList{"choose", "fill"}.contains(steps.constLast().section(u' ', 0, 0)))
-            continue;
-        steps << (isShot ? QStringLiteral("dump ") + QFileInfo(line.mid(5)).completeBaseName()
-                         : line);
-    }
-    return steps;
-}
-
 QString grouped(int position) {
     return QLocale(QLocale::English).toString(position);
 }
@@ -64,6 +49,7 @@ private:
 // The box down to the floor leaves nothing of the locus.
 void GuideTest::tourIsTrue() {
     DrivenRun run;
+    run.setScreen(pictureScreen);
     QVERIFY(QDir(run.path({})).mkdir("scans"));
     run.addCopy("scans/genome_100k.txt", QStringLiteral(PELMARK_EXAMPLES "/genome_100k.txt"));
     QVERIFY(run.playTo(0, scenario("tour")));
@@ -88,6 +74,7 @@ void GuideTest::tourIsTrue() {
 // the window saved.
 void GuideTest::cleaningIsTrue() {
     DrivenRun run;
+    run.setScreen(pictureScreen);
     run.addCopy("scan.regenie.gz", QStringLiteral(PELMARK_EXAMPLES "/scan.regenie.gz"));
     for (const QString& example : examples(cleaning("Prepare")) + examples(cleaning("Look")))
         QCOMPARE(played(example, run.path({})), example);
