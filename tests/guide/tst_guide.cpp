@@ -1,5 +1,6 @@
 #include "driven_run.h"
 #include "pages.h"
+#include "tools_run.h"
 
 #include <QDir>
 #include <QLocale>
@@ -28,11 +29,12 @@ QByteArrayList rowsOf(const QByteArray& table) {
 
 } // namespace
 
-// What the guide says, followed in the real window.
+// What the README and the guide say, followed in the real programs.
 class GuideTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void readmeIsTrue();
     void tourIsTrue();
     void cleaningIsTrue();
     void commasMarkNothing();
@@ -45,6 +47,17 @@ private slots:
 private:
     static void openScan(const DrivenRun& run);
 };
+
+void GuideTest::readmeIsTrue() {
+    const ToolsRun run;
+    QVERIFY(QFile::copy(QStringLiteral(PELMARK_EXAMPLES "/scan.regenie.gz"),
+                        run.path("scan.regenie.gz")));
+    const QStringList all = examples(textOf(sourcePath("README.md")));
+    QVERIFY(!all.isEmpty());
+    for (const QString& example : all)
+        QCOMPARE(played(example, run.path({})), example);
+    QVERIFY(!QImage(run.path("scan.png")).isNull());
+}
 
 // The box down to the floor leaves nothing of the locus.
 void GuideTest::tourIsTrue() {
