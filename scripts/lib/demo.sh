@@ -7,7 +7,7 @@ example=examples/scan.regenie.gz
 prepareExample() {
     tools=$root/build/release/bin/pelmark-tools
     out="$root/out/demo"
-    rm -rf "$out" && mkdir -p "$out/pictures"
+    rm -rf "$out" && mkdir -p "$out"
     cp "$root"/examples/*.txt "$root/$example" "$out"
     cd "$out"
     # Status 1 is the answer: the window does not open this file.
@@ -34,6 +34,7 @@ END
 
 # As the guide does it.
 cutInTheWindow() {
+    mkdir pictures
     play "$root/build/release/bin/pelmark_driven" "$scratch" <"$root/scripts/lib/scenarios/cleaning"
     "$tools" drop scan.regenie.gz chr12_cut.txt --quiet -o cleaned.regenie
 }
