@@ -14,7 +14,7 @@ foreach(size 16 22 24 32 48 64 128 256)
           DESTINATION ${PELMARK_ICONS}/${size}x${size}/apps RENAME ${PELMARK_ID}.png)
 endforeach()
 
-install(FILES docs/guide.md docs/tools.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/guide.md docs/recipes.md docs/tools.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.png)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${PELMARK_SHARE}/debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -1,63 +1,52 @@
-# The main job from open to save, played on the real programs. To be sourced after screen.sh.
+# One scan from the output of a tool to a cleaned file, on the real programs. To be sourced after
+# screen.sh.
 
-# A file that the window refuses is checked, and prepared for it. Begins the folder of the results.
-prepareRefused() {
-    local tools=$root/build/release/bin/pelmark-tools refused=tests/data/refused_no_p.txt
+example=examples/scan.regenie.gz
+
+# Checked, prepared, drawn and listed. Begins the folder of the results.
+prepareExample() {
+    tools=$root/build/release/bin/pelmark-tools
     out="$root/out/demo"
     rm -rf "$out" && mkdir -p "$out"
-    cd "$root"
+    cp "$root"/examples/*.txt "$root/$example" "$out"
+    cd "$out"
     # Status 1 is the answer: the window does not open this file.
-    "$tools" check "$refused" >"$out/check.txt" || [[ $? -eq 1 ]]
-    "$tools" prepare "$refused" -o "$out/prepared.txt"
-    "$tools" check "$out/prepared.txt" --quiet
-    "$tools" plot examples/genome_100k.txt --label-hits --quiet -o "$out/plot.png"
-    "$tools" hits examples/genome_100k.txt --quiet -o "$out/hits.tsv"
+    "$tools" check scan.regenie.gz >check.txt || [[ $? -eq 1 ]]
+    "$tools" prepare scan.regenie.gz -o scan.txt
+    "$tools" plot scan.txt --label-hits --quiet -o scan.png
+    "$tools" hits scan.txt --quiet -o hits.tsv
 }
 
-# The lone marker stands far above its neighbours, as one that was measured badly does.
-workTheProgram() {
-    play "$root/build/release/bin/pelmark_driven" "$scratch" <<END
-shot 01-choose-a-file.png
-open genome_100k.txt
-shot 02-genome.png
-drag 12@10 22 12@90 12
-shot 03-box-on-a-chromosome.png
-drop
-shot 04-chromosome.png
-drag -2000000 20.8 7000000 19
-shot 05-box-on-a-lone-marker.png
-drop
-shot 06-lone-marker.png
-keys Alt+R
-shot 07-lone-marker-removed.png
-drag 112500000 9.8 129700000 0
-shot 08-box-on-a-peak.png
-drop
-shot 09-peak.png
-keys Alt+U
-shot 10-unzoomed.png
-keys Alt+S
-shot 11-name-the-table.png
-name cleaned
-keys Alt+E
-END
-}
-
-report() {
+reportTools() {
     cat <<END
 
-Pelmark was worked from open to save on examples/genome_100k.txt. The results are in
+The window does not open $example, the output of another program. pelmark-tools has
+worked on it, and the results are in
 
     $out
 
-    01-*.png ... 11-*.png   the window at each step
-    cleaned.txt             the saved table: $(tail -n +2 "$out/cleaned.txt" | wc -l) markers, one removed
-    cleaned.png             the plot that was saved with it
-    Pelmark_log.txt         what the program wrote to its log
-    check.txt               why the window refuses tests/data/refused_no_p.txt
-    prepared.txt            the same table, made by pelmark-tools prepare: the window opens it
-    plot.png                examples/genome_100k.txt, drawn by pelmark-tools plot
-    hits.tsv                its lead markers, listed by pelmark-tools hits
+    check.txt               check: why the window refuses it
+    scan.txt                prepare: the table that the window opens
+    scan.png                plot: the scan, with the names of its strongest markers
+    hits.tsv                hits: the $(tail -n +2 "$out/hits.tsv" | wc -l) lead markers, and what surrounds each
+END
+}
+
+# As the guide does it.
+cutInTheWindow() {
+    mkdir pictures
+    play "$root/build/release/bin/pelmark_driven" "$scratch" <"$root/scripts/lib/scenarios/cleaning"
+    "$tools" drop scan.regenie.gz chr12_cut.txt --quiet -o cleaned.regenie
+}
+
+reportWindow() {
+    cat <<END
+
+    pictures/chr12*.png     the window, as a lone marker is found, marked and cut
+    chr12_cut.txt           what was cut: $(tail -n +2 "$out/chr12_cut.txt" | wc -l) marker
+    chr12_cut.png           its plot
+    cleaned.regenie         drop: the original file without it, $(tail -n +2 "$out/cleaned.regenie" | wc -l) markers
+    Pelmark_log.txt         what the window wrote to its log
 END
 }
 
@@ -68,19 +57,16 @@ endDemo() {
         echo "The demonstration did not come to its end. What there is of it: $out" >&2
     fi
     stopScreen
-    find "$out" -type l -delete
     rm -rf "$scratch"
     exit "$status"
 }
 
-# The program works among links to the examples, as it would in examples/.
 demo() {
-    prepareRefused
     scratch=$(mktemp -d)
     trap endDemo EXIT
-    ln -s "$root"/examples/*.txt "$out"
-    cd "$out"
+    prepareExample
     startScreen 1280x1024 "$scratch"
-    workTheProgram
-    report
+    cutInTheWindow
+    reportTools
+    reportWindow
 }

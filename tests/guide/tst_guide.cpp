@@ -1,252 +1,173 @@
-#include "chromosome_load.h"
-#include "genome_scan.h"
+#include "driven_run.h"
+#include "pages.h"
+#include "tools_run.h"
 
 #include <QDir>
-#include <QProcess>
+#include <QLocale>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
-#include <cmath>
+
+using namespace pages;
 
 namespace {
-
-QString sourcePath(const QString& name) {
-    return QStringLiteral(PELMARK_SOURCE "/") + name;
-}
-
-QString textOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
 
 QString guide() {
     return textOf(sourcePath(QStringLiteral("docs/guide.md")));
 }
 
-// Everything in a text that a pattern's first group finds, sorted, each once.
-QStringList found(const QString& text, const QString& pattern) {
-    QStringList results;
-    const QRegularExpression expression(pattern, QRegularExpression::MultilineOption);
-    for (QRegularExpressionMatchIterator it = expression.globalMatch(text); it.hasNext();)
-        results.append(it.next().captured(1));
-    results.sort();
-    results.removeDuplicates();
-    return results;
+QString cleaning(const QString& heading) {
+    return part(guide(), QStringLiteral("### ") + heading);
 }
 
-// The commands that make a file open: the lines in the guide's blocks of shell code.
-QStringList commands() {
-    return found(guide(), QStringLiteral("^```sh\\n(.*)\\n```$"));
+QString grouped(int position) {
+    return QLocale(QLocale::English).toString(position);
 }
 
-QStringList toolFiles() {
-    return QDir(QStringLiteral(PELMARK_GUIDE_DATA "/tool_outputs"))
-        .entryList(QDir::Files, QDir::Name);
-}
-
-QString inputOf(const QString& command) {
-    for (const QString& name : toolFiles())
-        if (command.contains(name))
-            return name;
-    return {};
-}
-
-QString outputOf(const QString& command) {
-    return command.section(u' ', -1);
-}
-
-// The files in the table of those that open as they are.
-QStringList filesThatOpen() {
-    const QString table = guide()
-                              .section(QStringLiteral("These open as they are"), 1)
-                              .section(QStringLiteral("\n\n"), 1, 1);
-    return found(table, QStringLiteral("^\\|[^|]*\\| `([^`]*)` \\|"));
-}
-
-std::optional<FaultCode> faultOf(const QString& path) {
-    QFile file(path);
-    const Result<GenomeScan> scan = scanGenome(file);
-    const Fault* fault = std::get_if<Fault>(&scan);
-    return fault ? std::optional(fault->code) : std::nullopt;
-}
-
-// What was read; nothing where the file is at fault.
-template <typename T>
-T valueOf(const Result<T>& result) {
-    return std::holds_alternative<T>(result) ? std::get<T>(result) : T();
-}
-
-GenomeScan scanOf(const QString& path) {
-    QFile file(path);
-    return valueOf(scanGenome(file));
-}
-
-Points pointsOf(const QString& path, const QString& chromosome) {
-    QFile file(path);
-    return valueOf(loadChromosome(file, chromosome));
-}
-
-// The markers that are in every one of the tools' files, as lines of chromosome, position and p
-// with three digits.
-QStringList expectedMarkers() {
-    QStringList lines =
-        textOf(QStringLiteral(PELMARK_GUIDE_DATA "/markers.txt")).split(u'\n', Qt::SkipEmptyParts);
-    for (QString& line : lines) {
-        const QStringList fields = line.split(u'\t');
-        line = QStringLiteral("%1 %2 %3")
-                   .arg(fields[0], fields[1])
-                   .arg(fields[2].toDouble(), 0, 'g', 3);
-    }
-    return lines;
-}
-
-QStringList markersOf(const QString& path) {
-    QStringList lines;
-    for (const Chromosome& chromosome : scanOf(path).chromosomes) {
-        const Points points = pointsOf(path, chromosome.label);
-        for (qsizetype i = 0; i < points.positions.size(); ++i)
-            lines.append(QStringLiteral("%1 %2 %3")
-                             .arg(chromosome.label)
-                             .arg(points.positions[i])
-                             .arg(std::pow(10.0, -points.values[i]), 0, 'g', 3));
-    }
-    return lines;
-}
-
-std::optional<FaultCode> faultOfText(const QByteArray& text) {
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("scan.txt")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-        qFatal("cannot write a file");
-    file.close();
-    return faultOf(file.fileName());
+QByteArrayList rowsOf(const QByteArray& table) {
+    return table.trimmed().split('\n').mid(1);
 }
 
 } // namespace
 
+// What the README and the guide say, followed in the real programs.
 class GuideTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void everyToolIsCovered();
-    void opensAsItIs_data();
-    void opensAsItIs();
-    void opensAfterItsCommand_data();
-    void opensAfterItsCommand();
-    void manualPageHasTheGuidesCommand();
-    void trapsAreTrue();
-    void messagesAreExplained();
+    void readmeIsTrue();
+    void tourIsTrue();
+    void cleaningIsTrue();
+    void commasMarkNothing();
+    void faultyNewFileEndsTheSession();
+    void dialogListsTheLog();
     void picturesAreThere();
+    void linksLeadSomewhere_data();
     void linksLeadSomewhere();
 
 private:
-    QString inFolder(const QString& name) const { return m_folder->filePath(name); }
-
-    std::unique_ptr<QTemporaryDir> m_folder; // with a copy of all tools' files
+    static void openScan(const DrivenRun& run);
 };
 
-void GuideTest::init() {
-    m_folder = std::make_unique<QTemporaryDir>();
-    for (const QString& name : toolFiles())
-        QVERIFY(QFile::copy(QStringLiteral(PELMARK_GUIDE_DATA "/tool_outputs/") + name,
-                            inFolder(name)));
+void GuideTest::readmeIsTrue() {
+    const ToolsRun run;
+    QVERIFY(QFile::copy(QStringLiteral(PELMARK_EXAMPLES "/scan.regenie.gz"),
+                        run.path("scan.regenie.gz")));
+    const QStringList all = examples(textOf(sourcePath("README.md")));
+    QVERIFY(!all.isEmpty());
+    for (const QString& example : all)
+        QCOMPARE(played(example, run.path({})), example);
+    QVERIFY(!QImage(run.path("scan.png")).isNull());
 }
 
-void GuideTest::everyToolIsCovered() {
-    QStringList covered = filesThatOpen();
-    for (const QString& command : commands())
-        covered.append(inputOf(command));
-    covered.sort();
-    covered.removeDuplicates();
-    QCOMPARE(covered, toolFiles());
+// The box down to the floor leaves nothing of the locus.
+void GuideTest::tourIsTrue() {
+    DrivenRun run;
+    run.setScreen(pictureScreen);
+    QVERIFY(QDir(run.path({})).mkdir("scans"));
+    run.addCopy("scans/genome_100k.txt", QStringLiteral(PELMARK_EXAMPLES "/genome_100k.txt"));
+    QVERIFY(run.playTo(0, scenario("tour")));
+    const State zoomed = run.state("zoomed");
+    const QByteArrayList cut = rowsOf(run.content("chr6_cut.txt"));
+    const QByteArrayList rest = rowsOf(run.content("chr6_rest.txt"));
+    QCOMPARE(cut.constFirst().split('\t')[1].toInt(), zoomed.integer("realMinX"));
+    QCOMPARE(cut.constLast().split('\t')[1].toInt(), zoomed.integer("realMaxX"));
+    QVERIFY(!rest.isEmpty());
+    for (const QByteArray& row : rest) {
+        const int position = row.split('\t')[1].toInt();
+        QVERIFY(position < zoomed.integer("realMinX") || position > zoomed.integer("realMaxX"));
+    }
+    // The margin is removed and not saved.
+    const int all =
+        run.state("chromosome").object()["Pos_list"].toString().section(u' ', 0, 0).toInt();
+    QVERIFY(cut.size() + rest.size() < all);
+    QVERIFY(run.exists("chr6_cut.png"));
 }
 
-void GuideTest::opensAsItIs_data() {
-    QTest::addColumn<QString>("name");
-    for (const QString& name : filesThatOpen())
-        QTest::addRow("%s", qPrintable(name)) << name;
+// The guide's own commands on the example, then its steps in the window, then its commands on what
+// the window saved.
+void GuideTest::cleaningIsTrue() {
+    DrivenRun run;
+    run.setScreen(pictureScreen);
+    run.addCopy("scan.regenie.gz", QStringLiteral(PELMARK_EXAMPLES "/scan.regenie.gz"));
+    for (const QString& example : examples(cleaning("Prepare")) + examples(cleaning("Look")))
+        QCOMPARE(played(example, run.path({})), example);
+    QVERIFY(run.playTo(0, scenario("cleaning")));
+    for (const QString& example : examples(cleaning("Drop")))
+        QCOMPARE(played(example, run.path({})), example);
+
+    const QString text = cleaning("Cut");
+    const QString log = QString::fromUtf8(run.log()).trimmed().section(u'\n', -1);
+    QVERIFY(text.contains(u'`' + log + u'`'));
+    const State zoomed = run.state("chr12-zoomed");
+    QVERIFY(text.contains(grouped(zoomed.integer("realMinX")) + " for this one marker"));
+    const QString typed = run.state("chr12-marked").text("rangeStartEdit");
+    QCOMPARE(
+        typed,
+        QStringLiteral("%1-%2").arg(zoomed.integer("realMinX")).arg(zoomed.integer("realMaxX")));
+    QVERIFY(text.contains(u'`' + typed + u'`'));
+    QVERIFY(run.state("chr12-marked").picture("shown") != run.state("chr12").picture("shown"));
+    QVERIFY(text.contains("name the table after the chromosome: `chr12_cut`"));
+    QCOMPARE(rowsOf(run.content("chr12_cut.txt")).size(), 1);
 }
 
-// Also where lines are in no order, as METAL's: then only what is in the file can be compared.
-void GuideTest::opensAsItIs() {
-    QFETCH(QString, name);
-    QVERIFY(!faultOf(inFolder(name)));
-    const bool isSorted = commands().filter(name).isEmpty();
-    if (isSorted)
-        QCOMPARE(markersOf(inFolder(name)), expectedMarkers());
-    else
-        QCOMPARE(scanOf(inFolder(name)).points.values.size(), expectedMarkers().size());
+void GuideTest::openScan(const DrivenRun& run) {
+    run.addFile("scan.txt", "chr pos p\n1 1000 0.1\n1 2000 0.01\n1 3000 0.5\n");
 }
 
-void GuideTest::opensAfterItsCommand_data() {
-    QTest::addColumn<QString>("command");
-    for (const QString& command : commands())
-        QTest::addRow("%s", qPrintable(inputOf(command))) << command;
+void GuideTest::commasMarkNothing() {
+    DrivenRun run;
+    openScan(run);
+    QVERIFY(run.playTo(0, {"open scan.txt", "dump plain", "type rangeStartEdit 1,500-2,500",
+                           "keys Alt+U", "dump commas", "type rangeStartEdit 1500-2500",
+                           "keys Alt+U", "dump digits", "click exitButton"}));
+    QCOMPARE(run.state("commas").picture("shown"), run.state("plain").picture("shown"));
+    QVERIFY(run.state("digits").picture("shown") != run.state("plain").picture("shown"));
 }
 
-void GuideTest::opensAfterItsCommand() {
-    QFETCH(QString, command);
-    const QString input = inFolder(inputOf(command));
-    QCOMPARE(!faultOf(input), filesThatOpen().contains(inputOf(command)));
-    QProcess shell;
-    shell.setWorkingDirectory(m_folder->path());
-    shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
-    QVERIFY(shell.waitForFinished());
-    QCOMPARE(shell.readAllStandardError(), QByteArray());
-    QCOMPARE(shell.exitCode(), 0);
-    QVERIFY(outputOf(command).endsWith(QLatin1String(".txt")));
-    QCOMPARE(markersOf(inFolder(outputOf(command))), expectedMarkers());
+void GuideTest::faultyNewFileEndsTheSession() {
+    DrivenRun run;
+    openScan(run);
+    run.addFile("bad.txt", "chr pos p\n1 1000 word\n");
+    QVERIFY(run.playTo(1, {"open scan.txt", "click newFileButton", "open bad.txt"}));
 }
 
-void GuideTest::manualPageHasTheGuidesCommand() {
-    const QString page = textOf(sourcePath(QStringLiteral("share/pelmark.1.in")));
-    QString command = found(page, QStringLiteral("^(awk .*)$")).value(0);
-    command.replace(QLatin1String("\\(aq"), QLatin1String("'"))
-        .replace(QLatin1String("\\(dq"), QLatin1String("\""));
-    QVERIFY2(commands().contains(command), qPrintable(command));
-}
-
-void GuideTest::trapsAreTrue() {
-    QVERIFY(!faultOfText("chr pos p\n1 1 0.5\n1 2 1e-320\n"));
-    QCOMPARE(faultOfText("chr pos p\n1 1 0.5\n1 2 1e-400\n"), FaultCode::NonNumericPValue);
-    QCOMPARE(faultOfText("chr pos p\n1 1 0.5\n1 2 0\n"), FaultCode::TooFewGenomePoints);
-    QCOMPARE(faultOfText("chr1 1 0.5\nchr1 2 0.5\n"), FaultCode::IncorrectColumns);
-    QCOMPARE(faultOfText("chr,pos,p value\n1,1,0.5\n"), FaultCode::TooFewColumns);
-    QCOMPARE(faultOfText("# made by hand\nchr,pos,p\n"), FaultCode::IncorrectColumns);
-}
-
-// What is in the code is what the guide has to explain.
-void GuideTest::messagesAreExplained() {
-    QStringList messages =
-        found(textOf(sourcePath(QStringLiteral("src/window/fault_sentences.cpp"))),
-              QStringLiteral("\"([^\"]+!)\""));
-    QCOMPARE(messages.size(), 8);
-    QString window = textOf(sourcePath(QStringLiteral("src/window/main.cpp")));
-    window += textOf(sourcePath(QStringLiteral("src/window/log.cpp")));
-    messages += found(window, QStringLiteral("writeLog\\(\"([^\"\\\\]+)"));
-    messages += found(window, QStringLiteral("endProcess\\(QStringLiteral\\(\"([^\"\\\\]+)"));
-    QVERIFY(messages.size() > 12);
-    const QString log = guide().section(QStringLiteral("## What the log says"), 1);
-    for (const QString& message : std::as_const(messages))
-        QVERIFY2(log.contains(QStringLiteral("| `") + message.trimmed()), qPrintable(message));
+void GuideTest::dialogListsTheLog() {
+    DrivenRun run;
+    openScan(run);
+    run.addFile("scan.regenie.gz", "");
+    QVERIFY(
+        run.playTo(0, {"listing Pelmark_log.txt scan.txt", "open scan.txt", "click exitButton"}));
+    QVERIFY(textOf(sourcePath("src/window/main.cpp")).contains("\"Image Files (*.txt *.csv)\""));
+    QVERIFY(guide().contains("*Image Files*"));
 }
 
 void GuideTest::picturesAreThere() {
-    const QStringList shown = found(guide(), QStringLiteral("\\(pictures/([^)]*)\\)"));
-    QStringList taken = QDir(sourcePath(QStringLiteral("docs/pictures"))).entryList(QDir::Files);
-    taken.removeAll(QStringLiteral("readme.png"));
-    QCOMPARE(shown, taken);
+    QStringList shown = found(guide(), QStringLiteral("\\(pictures/([^)]*)\\)"));
+    shown.sort();
+    QCOMPARE(shown, QDir(sourcePath(QStringLiteral("docs/pictures"))).entryList(QDir::Files));
 }
 
+void GuideTest::linksLeadSomewhere_data() {
+    QTest::addColumn<QString>("page");
+    for (const char* page : {"README.md", "docs/guide.md", "docs/recipes.md", "docs/tools.md"})
+        QTest::newRow(page) << page;
+}
+
+// To a heading, in this page or another, or to a file.
 void GuideTest::linksLeadSomewhere() {
-    QStringList anchors;
-    for (QString title : found(guide(), QStringLiteral("^##* (.*)$")))
-        anchors.append(title.toLower().remove(u',').replace(u' ', u'-'));
-    for (const QString& target : found(guide(), QStringLiteral("\\(#([^)]*)\\)")))
-        QVERIFY2(anchors.contains(target), qPrintable(target));
+    QFETCH(QString, page);
+    const QString path = sourcePath(page);
+    for (const QString& link : found(textOf(path), QStringLiteral("\\]\\(([^)]*)\\)"))) {
+        const QString file = link.section(u'#', 0, 0), anchor = link.section(u'#', 1);
+        const QString target = file.isEmpty() ? path : QFileInfo(path).dir().filePath(file);
+        QVERIFY2(QFileInfo::exists(target), qPrintable(link));
+        QStringList anchors;
+        for (const QString& title :
+             anchor.isEmpty() ? QStringList() : found(textOf(target), "^##* (.*)$"))
+            anchors.append(
+                title.toLower().remove(QRegularExpression("[^\\w -]")).replace(u' ', u'-'));
+        QVERIFY2(anchor.isEmpty() || anchors.contains(anchor), qPrintable(link));
+    }
 }
 
 QTEST_GUILESS_MAIN(GuideTest)

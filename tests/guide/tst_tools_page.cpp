@@ -1,42 +1,20 @@
+#include "pages.h"
 #include "tools_run.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 #include <memory>
 
+using namespace pages;
+
 namespace {
 
-QString textOf(const QString& name) {
-    QFile file(QStringLiteral(PELMARK_SOURCE "/") + name);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(name));
-    return QString::fromUtf8(file.readAll());
-}
-
 QString page() {
-    return textOf(QStringLiteral("docs/tools.md"));
-}
-
-// The page's part from a heading to the next one of its level or above.
-QString part(const QString& heading) {
-    const QRegularExpression next(QStringLiteral("^#{2,%1} ").arg(heading.indexOf(u' ')),
-                                  QRegularExpression::MultilineOption);
-    const QString rest = page().section(u'\n' + heading + u'\n', 1);
-    return rest.left(rest.indexOf(next));
-}
-
-// What the pattern's first group finds, in the order of the text.
-QStringList found(const QString& text, const QString& pattern) {
-    QStringList results;
-    const QRegularExpression expression(pattern, QRegularExpression::MultilineOption);
-    for (QRegularExpressionMatchIterator it = expression.globalMatch(text); it.hasNext();)
-        results.append(it.next().captured(1));
-    return results;
+    return textOf(sourcePath(QStringLiteral("docs/tools.md")));
 }
 
 QStringList sorted(QStringList texts) {
@@ -103,7 +81,7 @@ void ToolsPage::optionsAreListed() {
     QFETCH(QString, command);
     QFETCH(QString, heading);
     const QString help = QString::fromUtf8(m_run->run({command, QStringLiteral("--help")}).out);
-    QString text = part(heading);
+    QString text = part(page(), heading);
     text.remove(u'\\');
     QCOMPARE(found(text, QStringLiteral("^\\| (?:`-\\w`, )?`(--[^`]*)` \\|")),
              found(help, QStringLiteral("^  (?:-\\w,)?(--[a-z0-9-]+(?: [A-Z=|]+)?)")));
@@ -143,9 +121,9 @@ void ToolsPage::namesAreListed() {
     QFETCH(QString, name);
     QFETCH(QString, heading);
     QFETCH(QString, cell);
-    const QStringList names = found(textOf(source), name);
+    const QStringList names = found(textOf(sourcePath(source)), name);
     QVERIFY(names.size() > 3);
-    const QString cells = found(part(heading), cell).join(u' ');
+    const QString cells = found(part(page(), heading), cell).join(u' ');
     QCOMPARE(sorted(found(cells, QStringLiteral("([a-z0-9_-]+)"))), sorted(names));
 }
 
@@ -165,7 +143,7 @@ void ToolsPage::keysAreListed() {
         report({"drop", "trait.regenie", "peak.txt", "-q", "-o", "out.txt", json, "-"});
     QCOMPARE(dropped["written"], 7);
     dropped["without_marker"] = dropped["without_marker"].toObject()["p-missing"];
-    const QString text = part(QStringLiteral("## JSON, version 1"));
+    const QString text = part(page(), QStringLiteral("## JSON, version 1"));
     for (const QJsonObject& object : {prepared, checked, hits, dropped}) {
         QCOMPARE(object["version"], 1);
         for (const QString& key : keysOf(object))
@@ -175,29 +153,13 @@ void ToolsPage::keysAreListed() {
 
 void ToolsPage::examplesAreTrue_data() {
     QTest::addColumn<QString>("example");
-    const QString both = textOf(QStringLiteral("README.md")) + page();
-    for (const QString& example :
-         found(both, QStringLiteral("^```console\\n((?:(?!```).*\\n)+)```$")))
+    for (const QString& example : examples(page()))
         QTest::addRow("%s", qPrintable(example.section(u'\n', 0, 0))) << example;
 }
 
-// After each "$ " a command, then what it prints.
 void ToolsPage::examplesAreTrue() {
     QFETCH(QString, example);
-    QProcess shell;
-    shell.setWorkingDirectory(m_run->path(QStringLiteral(".")));
-    shell.setProcessChannelMode(QProcess::MergedChannels);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("PATH"), QFileInfo(ToolsRun::program()).path() + u':' +
-                                                   environment.value(QStringLiteral("PATH")));
-    shell.setProcessEnvironment(environment);
-    QString output;
-    for (const QString& command : found(example, QStringLiteral("^\\$ (.*)$"))) {
-        shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
-        QVERIFY(shell.waitForFinished());
-        output += QStringLiteral("$ ") + command + u'\n' + QString::fromUtf8(shell.readAll());
-    }
-    QCOMPARE(output, example);
+    QCOMPARE(played(example, m_run->path(QStringLiteral("."))), example);
 }
 
 QTEST_GUILESS_MAIN(ToolsPage)

@@ -1,67 +1,14 @@
+#include "format_cases.h"
 #include "tools_run.h"
 
-#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMap>
 #include <QRegularExpression>
-#include <QStringEncoder>
 #include <QTest>
 #include <cmath>
 
 namespace {
-
-// A table and what must come of it; tests/data/formats/README.md describes the files.
-struct Case {
-    QStringList arguments;
-    int status = 0;
-    QStringList messages;
-    QStringList check; // the verdict, then codes of findings; empty where it does not matter
-    QMap<qint64, QStringList> rows; // by line: place and -log10 p, or the reason
-    QByteArray file;
-};
-
-// A line of a case before its table.
-void addLine(Case& each, const QString& line) {
-    const QString word = line.section(u' ', 0, 0), rest = line.section(u' ', 1);
-    if (word == u"args")
-        each.arguments = rest.split(u' ');
-    else if (word == u"exit")
-        each.status = rest.toInt();
-    else if (word == u"says")
-        each.messages << rest;
-    else if (word == u"check")
-        each.check = rest.split(u' ');
-    else
-        each.rows.insert(word.toLongLong(), rest.split(u' '));
-}
-
-QByteArray written(QString table, const QStringList& ways) {
-    while (table.endsWith(u"\n\n"))
-        table.chop(1);
-    if (ways.contains("nolf"))
-        table.chop(1);
-    if (ways.contains("tabs"))
-        table.replace(u' ', u'\t').replace(u'~', u' ');
-    if (ways.contains("crlf"))
-        table.replace(u"\n"_qs, u"\r\n"_qs);
-    if (ways.contains("cr"))
-        table.replace(u'\n', u'\r');
-    if (ways.contains("utf16"))
-        return QStringEncoder(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom)(table);
-    return (ways.contains("bom") ? "\xef\xbb\xbf" : "") + table.toUtf8();
-}
-
-Case readCase(const QString& text) {
-    Case each;
-    const qsizetype mark = text.indexOf(u"<<<"), table = text.indexOf(u'\n', mark) + 1;
-    for (const QString& line : text.left(mark).split(u'\n').mid(1))
-        if (!line.isEmpty())
-            addLine(each, line);
-    each.file = written(text.mid(table), text.mid(mark, table - mark - 1).split(u' ').mid(1));
-    return each;
-}
 
 double negLog10(const QString& text) {
     static const QRegularExpression p("^p=([0-9.]+)(?:[eE](.*))?$");
@@ -122,14 +69,8 @@ private:
 
 void Formats::addCases() {
     QTest::addColumn<QString>("text");
-    QDirIterator files(QStringLiteral(PELMARK_TEST_DATA "/formats"), {"*.txt"});
-    while (files.hasNext()) {
-        QFile file(files.next());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        for (const QString& text :
-             QString::fromUtf8('\n' + file.readAll()).split(u"\n=== "_qs).mid(1))
-            QTest::newRow(qPrintable(text.section(u'\n', 0, 0))) << text + u'\n';
-    }
+    for (const QString& text : formatCases(QStringLiteral(PELMARK_TEST_DATA "/formats")))
+        QTest::newRow(qPrintable(text.section(u'\n', 0, 0))) << text;
 }
 
 // A command that has nothing to fill in is run as a shell would run it.
@@ -150,7 +91,7 @@ void Formats::decidesByThePrintedCommands(const ToolsRun& run, const QByteArray&
 
 void Formats::arePrepared() {
     QFETCH(QString, text);
-    const Case each = readCase(text);
+    const FormatCase each(text);
     const ToolsRun run;
     run.write("in.txt", each.file);
     const ToolsRun::Result result = run.run(
@@ -172,7 +113,7 @@ void Formats::arePrepared() {
 
 void Formats::areCopiedOncePrepared() {
     QFETCH(QString, text);
-    const Case each = readCase(text);
+    const FormatCase each(text);
     const ToolsRun run;
     run.write("in.txt", each.file);
     for (const QStringList& options : {QStringList{}, {"--all-columns", "--lines"}}) {
@@ -188,7 +129,7 @@ void Formats::areCopiedOncePrepared() {
 
 void Formats::areChecked() {
     QFETCH(QString, text);
-    const Case each = readCase(text);
+    const FormatCase each(text);
     const ToolsRun run;
     run.write("in.txt", each.file);
     const ToolsRun::Result result = run.run({"check", "in.txt", "--json", "-"});
