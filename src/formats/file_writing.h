@@ -1,17 +1,17 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QFileDevice>
 #include <QString>
-#include <string_view>
 
 // Writes all of the text. A write that the system cuts short has no reason yet; the next one, of
 // what is left, does.
-inline bool writeAll(QFileDevice& file, std::string_view text) {
-    while (!text.empty()) {
-        const qint64 count = file.write(text.data(), static_cast<qint64>(text.size()));
+inline bool writeAll(QIODevice& file, QByteArrayView text) {
+    while (!text.isEmpty()) {
+        const qint64 count = file.write(text.data(), text.size());
         if (count <= 0)
             return false;
-        text.remove_prefix(static_cast<size_t>(count));
+        text = text.sliced(static_cast<qsizetype>(count));
     }
     return true;
 }

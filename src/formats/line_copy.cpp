@@ -1,5 +1,6 @@
 #include "line_copy.h"
 
+#include "file_writing.h"
 #include "input_file.h"
 #include "text_blocks.h"
 #include "titles.h"
@@ -195,8 +196,7 @@ void LineCopier::write(std::string_view text) {
 }
 
 void LineCopier::flush() {
-    const auto size = std::ssize(m_copied);
-    if (size > 0 && m_to.write(m_copied.data(), size) != size)
+    if (!writeAll(m_to, {m_copied.data(), std::ssize(m_copied)}))
         m_writeFailed = true;
     m_copied = {};
 }

@@ -1,5 +1,7 @@
 #include "picture_file.h"
 
+#include "file_writing.h"
+
 #include <QBuffer>
 #include <QPageSize>
 #include <QPdfWriter>
@@ -32,7 +34,7 @@ bool writePdf(QIODevice& device, const Picture& picture) {
     }
     QByteArray pdf = buffer.data();
     removeDate(pdf);
-    return device.write(pdf) == pdf.size();
+    return writeAll(device, pdf);
 }
 
 } // namespace
@@ -41,5 +43,6 @@ bool writePicture(QIODevice& device, PictureFormat format, const Picture& pictur
     if (format == PictureFormat::Pdf)
         return writePdf(device, picture);
     const QImage image = picture.image();
-    return !image.isNull() && image.save(&device, "PNG");
+    QBuffer png;
+    return !image.isNull() && image.save(&png, "PNG") && writeAll(device, png.data());
 }

@@ -1,5 +1,6 @@
 #include "plot_command.h"
 
+#include "file_writing.h"
 #include "picture_names.h"
 #include "pictures.h"
 #include "plot_arguments.h"
@@ -98,7 +99,7 @@ std::optional<Failure> Plot::openReport() {
 std::optional<Failure> Plot::writeReport() {
     if (!m_report)
         return std::nullopt;
-    m_report->file().write(QJsonDocument(plotJson(m_pictures, m_failed)).toJson());
+    writeAll(m_report->file(), QJsonDocument(plotJson(m_pictures, m_failed)).toJson());
     return m_report->commit();
 }
 

@@ -3,6 +3,7 @@
 #include "check_report.h"
 #include "diagnosis.h"
 #include "exit_status.h"
+#include "file_writing.h"
 #include "inputs.h"
 #include "progress_file.h"
 #include "safe_output.h"
@@ -119,7 +120,7 @@ void Check::checkFile(qsizetype i, const QByteArray& word) {
 void Check::writeJson(SafeOutput& output) {
     const QJsonObject document{{"version", 1}, {"command", "check"}, {"files", m_reports}};
     const QByteArray text = QJsonDocument(document).toJson();
-    output.file().write(text);
+    writeAll(output.file(), text);
     if (const auto failure = output.commit())
         complainOf(*failure);
 }

@@ -2,6 +2,7 @@
 
 #include "cut_request.h"
 #include "cut_words.h"
+#include "file_writing.h"
 #include "line_copy.h"
 #include "scan_command.h"
 #include "window_markers.h"
@@ -241,7 +242,7 @@ int Cut::write() {
                                        *m_command.output("--output")))
         return m_command.refuse(*refusal);
     if (QFile* const json = m_command.output("--json"))
-        json->write(QJsonDocument(jsonOf(made)).toJson());
+        writeAll(*json, QJsonDocument(jsonOf(made)).toJson());
     if (const auto failure = m_command.commitOutputs())
         return m_command.end(*failure);
     if (!m_arguments.has("--quiet"))

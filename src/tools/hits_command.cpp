@@ -1,6 +1,7 @@
 #include "hits_command.h"
 
 #include "column_option.h"
+#include "file_writing.h"
 #include "hits_words.h"
 #include "inflation.h"
 #include "p_value.h"
@@ -69,9 +70,10 @@ std::variant<int, Refusal> columnCount(const QString& path, const ScanTable& sca
     int count = static_cast<int>(scan.report.table.format.titles.size());
     if (count > 0)
         return count;
-    const auto refusal = visitLines(
-        path, scan, {scan.lines.smallest()},
-        [&](size_t, const TableRows& row) { count = static_cast<int>(row.fieldCount()); });
+    const auto refusal =
+        visitLines(path, scan, {scan.lines.smallest()}, [&](size_t, const TableRows& row) {
+            count = static_cast<int>(row.fieldCount());
+        });
     if (refusal)
         return *refusal;
     return count;
@@ -153,9 +155,9 @@ int hitsCommand(const Arguments& arguments, Streams& streams) {
         note.why = command.withPOption(note.why);
     if (const auto refusal = findLeads(path, arguments.value("--columns").value_or(""), hits))
         return command.refuse(*refusal);
-    command.output("--output")->write(tableOf(hits));
+    writeAll(*command.output("--output"), tableOf(hits));
     if (QFile* const json = command.output("--json"))
-        json->write(QJsonDocument(jsonOf(hits)).toJson());
+        writeAll(*json, QJsonDocument(jsonOf(hits)).toJson());
     if (const auto failure = command.commitOutputs())
         return command.end(*failure);
     if (!arguments.has("--quiet"))

@@ -1,5 +1,6 @@
 #include "prepare_command.h"
 
+#include "file_writing.h"
 #include "prepare.h"
 #include "prepare_words.h"
 #include "scan_command.h"
@@ -36,7 +37,7 @@ int prepareCommand(const Arguments& arguments, Streams& streams) {
     const PreparedTable table{command.inputs().names(), command.tableName(),
                               std::get<PrepareReport>(result)};
     if (QFile* const json = command.output("--json"))
-        json->write(QJsonDocument(jsonOf(table)).toJson());
+        writeAll(*json, QJsonDocument(jsonOf(table)).toJson());
     if (const std::optional<Failure> failure = command.commitOutputs())
         return command.end(*failure);
     if (!arguments.has("--quiet"))

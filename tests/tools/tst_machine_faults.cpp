@@ -11,6 +11,7 @@ class MachineFaults : public QObject {
 private slots:
     void outputsThatDoNotFit_data();
     void outputsThatDoNotFit();
+    void littleMemory_data();
     void littleMemory();
     void everyCut_data();
     void everyCut();
@@ -52,38 +53,60 @@ ToolsRun::Result limited(const ToolsRun& run, const QStringList& words, __rlimit
 } // namespace
 
 void MachineFaults::outputsThatDoNotFit_data() {
+    QTest::addColumn<QString>("words");
     QTest::addColumn<QByteArray>("table");
-    QTest::newRow("in order") << tableOf(800, true);
-    QTest::newRow("in order, written again for a p of 0") << tableOf(800, true, "0");
-    QTest::newRow("sorted through temporary files") << tableOf(800, false);
+    const QString prepare = "prepare in --memory 1K -o";
+    QTest::newRow("in order") << prepare << tableOf(800, true);
+    QTest::newRow("in order, written again for a p of 0") << prepare << tableOf(800, true, "0");
+    QTest::newRow("sorted through temporary files") << prepare << tableOf(800, false);
+    QTest::newRow("drop") << "drop in --region 1:1-5 -o" << tableOf(800, true);
+    QTest::newRow("drop, not in order") << "drop in --region 1:1-5 -o" << tableOf(800, false);
+    QTest::newRow("keep") << "keep in --region 1:1-600 -o" << tableOf(800, true);
+    QTest::newRow("hits") << "hits in --p 0.9 --window 1 -o" << tableOf(800, true);
+    QTest::newRow("hits for programs") << "hits in --p 0.9 -o table --json" << tableOf(800, true);
+    QTest::newRow("PNG") << "plot in --size 400x300 --format png -o" << tableOf(800, true);
+    QTest::newRow("PDF") << "plot in --size 400x300 --format pdf -o" << tableOf(800, true);
 }
 
 // Wherever the disk fills up, the old file stays as it is, and the message says so.
 void MachineFaults::outputsThatDoNotFit() {
+    QFETCH(const QString, words);
     QFETCH(const QByteArray, table);
     const ToolsRun run;
     run.write("in", table);
-    const QStringList words{"prepare", "in", "-o", "out.txt", "--memory", "1K"};
-    QCOMPARE(run.run(words).status, 0);
+    const QStringList command = words.split(u' ') + QStringList{"out.txt"};
+    QCOMPARE(run.run(command).status, 0);
     const QByteArray whole = run.read("out.txt");
+    QFile::remove(run.path("table"));
     int good = 0, bad = 0;
-    for (rlim_t limit = 0; good < 3; limit += 512) {
+    for (rlim_t limit = 0; good < 3; limit += static_cast<rlim_t>(whole.size() / 16 + 1)) {
         run.write("out.txt", "old");
-        const ToolsRun::Result result = limited(run, words, RLIMIT_FSIZE, limit);
+        const ToolsRun::Result result = limited(run, command, RLIMIT_FSIZE, limit);
         QVERIFY2(result.status == 0 || result.status == 4, result.error.constData());
         (result.status == 0 ? good : bad) += 1;
         QCOMPARE(run.read("out.txt"), result.status == 0 ? whole : QByteArray("old"));
         QCOMPARE(result.error.contains("File too large"), result.status != 0);
+        if (result.status == 0)
+            QFile::remove(run.path("table"));
         QCOMPARE(run.files(), QStringList({"in", "out.txt"}));
     }
     QVERIFY(bad > 10);
 }
 
+void MachineFaults::littleMemory_data() {
+    QTest::addColumn<QString>("command");
+    for (const char* const command :
+         {"prepare in -q -o", "drop in --region 1:1-5 -q -o", "hits in --p 0.9 -q -o",
+          "plot in --size 400x300 --format png -q -o"})
+        QTest::newRow(command) << command;
+}
+
 // However little memory there is, no half table comes out.
 void MachineFaults::littleMemory() {
+    QFETCH(const QString, command);
     const ToolsRun run;
     run.write("in", tableOf(2000, false));
-    const QStringList words{"prepare", "in", "-o", "out.txt", "-q"};
+    const QStringList words = command.split(u' ') + QStringList{"out.txt"};
     QCOMPARE(run.run(words).status, 0);
     const QByteArray whole = run.read("out.txt");
     int failed = 0;
@@ -117,7 +140,10 @@ void MachineFaults::everyCut() {
     QCOMPARE(run.run({"prepare", "packed", "-o", "whole.txt", "-q"}).status, 0);
     for (qsizetype size = 20; size < packed.size(); size += 3) {
         run.write("cut", packed.first(size));
-        const ToolsRun::Result result = run.run({"prepare", "cut", "-o", "out.txt", "-q"});
+        QStringList words{size % 2 == 0 ? "hits" : "prepare", "cut", "-o", "out.txt", "-q"};
+        if (size % 4 == 1)
+            words = {"drop", "cut", "-o", "out.txt", "-q", "--region", "1:1-5"};
+        const ToolsRun::Result result = run.run(words);
         QVERIFY2(result.status == 3, qPrintable(QStringLiteral("cut at %1").arg(size)));
         QVERIFY(!run.files().contains("out.txt"));
     }
