@@ -2,11 +2,13 @@
 #include "support/random.h"
 #include "tools_run.h"
 
+#include <QImage>
 #include <QProcess>
 #include <QTest>
 
-// A day's work: a result file is opened in the window, peaks on two chromosomes are saved and
-// removed, and `drop` takes them out of the file.
+// A day's work: a result file is prepared, checked, drawn and searched for leads; in the window,
+// peaks on two chromosomes are saved and removed; `drop` takes them out of the file, which is drawn
+// and searched again.
 class CutSession : public QObject {
     Q_OBJECT
 
@@ -16,6 +18,7 @@ private slots:
 
 private:
     bool runTools(const DrivenRun& run, const QStringList& words) const;
+    void look(const DrivenRun& run, const QString& name, const QByteArrayList& chromosomes) const;
 };
 
 namespace {
@@ -35,7 +38,7 @@ QList<Marker> randomMarkers(Random& random) {
         for (int i = 0; i < markers; ++i) {
             const bool isPeak = i > 140 && i < 160;
             const double value =
-                isPeak ? 8 + random.below(3000) / 100.0 : random.below(50'000) / 10'000.0;
+                isPeak ? 8 + random.below(2800) / 100.0 : random.below(50'000) / 10'000.0;
             all.append({chromosome, 1'000'000 + 1000 * (i - i % 2), value});
             if (i % 50 == 0)
                 all.last().negLog10 = all.value(all.size() - 2).negLog10;
@@ -105,6 +108,21 @@ bool CutSession::runTools(const DrivenRun& run, const QStringList& words) const 
                           __LINE__);
 }
 
+// The window opens it and shows leads on these chromosomes alone.
+void CutSession::look(const DrivenRun& run, const QString& name,
+                      const QByteArrayList& chromosomes) const {
+    QVERIFY(runTools(run, {"check", name, "-q"}));
+    QVERIFY(runTools(run, {"plot", name, "-q", "-o", name + ".png"}));
+    QVERIFY(runTools(run, {"hits", name, "-q", "-o", "hits.tsv"}));
+    QFile file(run.path("hits.tsv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArrayList found;
+    file.readLine();
+    while (!file.atEnd())
+        found.append(file.readLine().split('\t')[0].replace("chr", ""));
+    QVERIFY2(found == chromosomes, found.join(' '));
+}
+
 void CutSession::nothingOfTheCutIsLeft_data() {
     QTest::addColumn<bool>("isPrepared");
     QTest::newRow("a file that was prepared") << true;
@@ -126,7 +144,9 @@ void CutSession::nothingOfTheCutIsLeft() {
             qFatal("cannot prepare");
         return name + ".txt";
     };
-    QVERIFY(run.playTo(0, QStringList{"open " + open("scan.txt"), pickFirst} + cutPeak("a") +
+    const QString scan = open("scan.txt");
+    look(run, scan, {"1", "2", "3"});
+    QVERIFY(run.playTo(0, QStringList{"open " + scan, pickFirst} + cutPeak("a") +
                               QStringList{pickThird} + cutPeak("b") +
                               QStringList{"click exitButton"}));
     const State savedStates[] = {run.state("saveda"), run.state("savedb")};
@@ -134,7 +154,10 @@ void CutSession::nothingOfTheCutIsLeft() {
 
     QVERIFY(runTools(run, {"drop", "scan.txt", "a.txt", "b.txt", "-o", "clean.txt"}));
     QVERIFY(runTools(run, {"keep", "scan.txt", "a.txt", "b.txt", "-o", "cut.txt"}));
-    QVERIFY(run.playTo(0, QStringList{"open " + open("clean.txt")} + pickBoth));
+    const QString clean = open("clean.txt");
+    look(run, clean, {"2"});
+    QVERIFY(QImage(run.path(scan + ".png")) != QImage(run.path(clean + ".png")));
+    QVERIFY(run.playTo(0, QStringList{"open " + clean} + pickBoth));
     const State cleanStates[] = {run.state("first"), run.state("second")};
     for (const int i : {0, 1}) {
         const QStringList saved = shown(savedStates[i]);
