@@ -18,6 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 
+# Otherwise the project's description would precede each package's own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 # The plots ask for Calibri; Carlito has the same metrics. Qt itself only brings X11 support.
 set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME pelmark)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS "pelmark-tools, fonts-crosextra-carlito, qt6-wayland")
