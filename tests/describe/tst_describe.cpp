@@ -6,7 +6,7 @@
 
 namespace {
 
-// Two commands with every kind of option, one of them in both.
+// Two commands with every kind of option. One is in both; two differ in value or help alone.
 std::vector<CommandSpec> twoCommands() {
     const OptionSpec output{"-o,--output", "OUT", "where it's written"};
     return {{"cut",
@@ -20,7 +20,10 @@ std::vector<CommandSpec> twoCommands() {
             {"mend",
              "repair",
              "'Details",
-             {output, {"--best", "N", "so many", {}, false, "20"}},
+             {output,
+              {"--best", "N", "so many", {}, false, "20"},
+              {"--times", "M", "how often", {}, true},
+              {"-q,--quiet", nullptr, "less"}},
              nullptr}};
 }
 
@@ -63,9 +66,10 @@ void Describe::makesTheBashScript() {
                         "        mend)\n"
                         "            case $before in\n"
                         "            -o | --output) return ;;\n"
+                        "            --times) ;;\n"
                         "            *)\n"
                         "                [[ $word == -* ]] || return\n"
-                        "                words='-h --help -o --output --best'\n"
+                        "                words='-h --help -o --output --best --times -q --quiet'\n"
                         "                ;;\n"
                         "            esac\n"
                         "            ;;\n"
@@ -100,6 +104,9 @@ void Describe::makesTheZshScript() {
                             "mend)\n    _arguments -s \\\n" +
                             help + output +
                             "        '(--best)--best=-[so many]::N:' \\\n"
+                            "        '*--times=[how often]:M:' \\\n"
+                            "        '(-q --quiet)-q[less]' \\\n"
+                            "        '(-q --quiet)--quiet[less]' \\\n"
                             "        '*:FILE:_files'\n"
                             "    ;;\n"
                             "esac\n"));
@@ -120,7 +127,8 @@ void Describe::makesTheFishScript() {
                  cut + output + cut + "-l kind -x -a 'hot cold' -d 'which one'\n" + cut +
                  "-l times -x -d 'how often'\n" + cut + "-s q -l quiet -d '[nothing]'\n\n" + none +
                  "-a mend -d 'repair'\n" + mend + "-F\n" + mend + help + mend + output + mend +
-                 "-l best -d 'so many'\n");
+                 "-l best -d 'so many'\n" + mend + "-l times -x -d 'how often'\n" + mend +
+                 "-s q -l quiet -d 'less'\n");
 }
 
 void Describe::makesTheManualPage() {
@@ -151,6 +159,12 @@ void Describe::makesTheManualPage() {
                         ".TP\n"
                         "\\fB\\-\\-best\\fR [\\fIN\\fR]\n"
                         "so many\n"
+                        ".TP\n"
+                        "\\fB\\-\\-times\\fR \\fIM\\fR\n"
+                        "how often\n"
+                        ".TP\n"
+                        "\\fB\\-q\\fR, \\fB\\-\\-quiet\\fR\n"
+                        "less\n"
                         ".PP\n"
                         "As for \\fBcut\\fR:\n"
                         "\\fB\\-h\\fR, \\fB\\-\\-help\\fR,\n"
