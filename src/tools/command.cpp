@@ -93,7 +93,7 @@ Arguments argumentsOf(const Parsed& parsed) {
 
 // An option that does not exist, and the nearest that does.
 QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
-    QList<QByteArray> names{"--help"};
+    QList<QByteArray> names{helpOption.longName()};
     for (const OptionSpec& option : command.options)
         names.append(option.longName());
     const QByteArray name = word.mid(0, word.indexOf('='));
@@ -103,7 +103,7 @@ QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
 
 int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams& streams) {
     CLI::App app(command.summary, std::string("pelmark-tools ") + command.name);
-    app.set_help_flag("--help,-h", "print this help and exit");
+    app.set_help_flag(helpOption.names, helpOption.help);
     app.footer(std::string(command.details) + "\n\n" + statuses);
     app.get_formatter()->column_width(30);
     app.allow_extras(); // so that they can be named
@@ -130,9 +130,16 @@ int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams&
 
 } // namespace
 
+const OptionSpec helpOption{"-h,--help", nullptr, "print this help and exit"};
+const OptionSpec versionOption{"--version", nullptr, "print the version and exit"};
+
 QByteArray OptionSpec::longName() const {
     const QByteArray all(names);
     return all.mid(all.lastIndexOf(',') + 1);
+}
+
+bool OptionSpec::takesFile() const {
+    return value != nullptr && (QByteArrayView(value) == "FILE" || QByteArrayView(value) == "OUT");
 }
 
 int runCommandLine(const QByteArrayList& words, Streams& streams) {
@@ -145,7 +152,7 @@ int runCommandLine(const QByteArrayList& words, Streams& streams) {
         streams.out.write(overview());
         return StatusFine;
     }
-    if (name == "--version") {
+    if (name == versionOption.names) {
         streams.out.write("pelmark-tools " PELMARK_VERSION "\n");
         return StatusFine;
     }
@@ -155,7 +162,7 @@ int runCommandLine(const QByteArrayList& words, Streams& streams) {
             return runCommand(command, words.mid(1), streams);
         names.append(command.name);
     }
-    names += {"--help", "--version"};
+    names += {helpOption.longName(), versionOption.longName()};
     return wrongCall(streams,
                      (name.startsWith('-') ? "there is no option " : "there is no command ") +
                          name + suggestion(name, names) + " See pelmark-tools --help.");

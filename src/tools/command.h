@@ -23,14 +23,21 @@ struct Arguments {
 
 struct OptionSpec {
     const char* names; // "-o,--output": the long name last
-    const char* value; // what stands for its value in the help; null for a flag
+    const char* value; // what stands for its value in the help: FILE or OUT for a file's name; null
+                       // for a flag
     const char* help;
     std::vector<const char*> choices = {}; // the only values; empty for any
     bool isRepeated = false;
     const char* standard = nullptr; // the value where no number follows; null where one must
 
     QByteArray longName() const;
+    bool takesFile() const;
 };
+
+// What every command accepts, beside its own options.
+extern const OptionSpec helpOption;
+// What stands in place of a command, beside helpOption.
+extern const OptionSpec versionOption;
 
 struct CommandSpec {
     const char* name;
@@ -40,8 +47,8 @@ struct CommandSpec {
     int (*run)(const Arguments&, Streams&);
 };
 
-// Every command of the program, which lists them beside its entry function. The help is made of
-// this.
+// Every command of the program, which lists them beside its entry function. The help, the manual
+// page and the completions of shells are made of this.
 const std::vector<CommandSpec>& commands();
 
 // Finds the command that the words after the program's name ask for, and runs it. Returns the exit
