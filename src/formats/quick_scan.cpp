@@ -5,6 +5,7 @@
 #include "line_faults.h"
 #include "number_fields.h"
 #include "p_value.h"
+#include "table_rows.h"
 #include "titles.h"
 
 #include <QFileInfo>
@@ -34,10 +35,6 @@ bool areOwnColumns(const ColumnChoice& columns) {
 
 bool isPlain(const TableFormat& format) {
     return format.separator < Separator::Spaces && !format.decimalComma;
-}
-
-char delimiterOf(Separator separator) {
-    return separator == Separator::Tab ? '\t' : separator == Separator::Comma ? ',' : ';';
 }
 
 // Takes the rows of a table as long as they are plain.

@@ -6,20 +6,6 @@ namespace {
 
 constexpr qsizetype blockSize = 256 * 1024;
 
-char delimiterOf(Separator separator) {
-    switch (separator) {
-    case Separator::Comma:
-        return ',';
-    case Separator::Semicolon:
-        return ';';
-    case Separator::Spaces:
-    case Separator::WideSpaces:
-        return ' ';
-    default:
-        return '\t';
-    }
-}
-
 // Few enough that a byte holds their count, which lets compilers count many at once.
 constexpr size_t chunk = 128;
 
@@ -48,6 +34,20 @@ qint64 dropLines(std::string_view& text, qint64 count) {
 }
 
 } // namespace
+
+char delimiterOf(Separator separator) {
+    switch (separator) {
+    case Separator::Comma:
+        return ',';
+    case Separator::Semicolon:
+        return ';';
+    case Separator::Spaces:
+    case Separator::WideSpaces:
+        return ' ';
+    default:
+        return '\t';
+    }
+}
 
 TableRows::TableRows(QIODevice& device, TableFormat format)
     : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}

@@ -10,6 +10,9 @@
 
 class QIODevice;
 
+// The byte that parts the fields of a plain line; a tab for WhiteSpace, which allows spaces too.
+char delimiterOf(Separator separator);
+
 // The lines of a table, one after the other from its first, and their fields without quotes and the
 // spaces around them. Bytes that are no UTF-8 are kept as they are; carriage returns are dropped.
 // Views are valid until the next line is read, and followed by TextBlocks::padding readable bytes.

@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTest>
 
@@ -47,6 +49,20 @@ DrivenRun::DrivenRun(const QString& program) : m_program(program) {
 
 void DrivenRun::setEnvironment(const QString& variable, const QString& value) {
     m_environment[variable] = value;
+}
+
+void DrivenRun::setScreen(QSize size) {
+    const QJsonObject screen{{"name", "screen"},
+                             {"x", 0},
+                             {"y", 0},
+                             {"width", size.width()},
+                             {"height", size.height()},
+                             {"logicalDpi", 96},
+                             {"logicalBaseDpi", 96},
+                             {"dpr", 1}};
+    const QString path = m_home.filePath("screen.json");
+    write(path, QJsonDocument(QJsonObject{{"screens", QJsonArray{screen}}}).toJson());
+    setEnvironment("QT_QPA_PLATFORM", "offscreen:configfile=" + path);
 }
 
 void DrivenRun::addFile(const QString& name, const QByteArray& content) const {

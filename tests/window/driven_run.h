@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QList>
 #include <QMap>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -17,6 +18,9 @@ public:
 
     // For the runs to come; beside or in place of what every run has.
     void setEnvironment(const QString& variable, const QString& value);
+
+    // The only screen of the runs to come, at 96 dots per inch.
+    void setScreen(QSize size);
 
     // The folder of the runs to come, in the one that all paths here start from.
     void setWorkingFolder(const QString& name) { m_workingFolder = name; }
