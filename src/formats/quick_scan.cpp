@@ -1,5 +1,6 @@
 #include "quick_scan.h"
 
+#include "block_size.h"
 #include "chromosome_names.h"
 #include "input_file.h"
 #include "line_faults.h"
@@ -17,8 +18,6 @@
 
 namespace {
 
-constexpr qsizetype blockSize = 256 * 1024;
-constexpr qsizetype reportedLines = 5;
 constexpr qsizetype mostLabels = 1000; // more of them may be names of markers
 
 bool arePlainOptions(const PrepareOptions& options) {

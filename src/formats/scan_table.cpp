@@ -1,5 +1,6 @@
 #include "scan_table.h"
 
+#include "block_size.h"
 #include "input_file.h"
 #include "number_fields.h"
 #include "p_value.h"
@@ -13,8 +14,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr qsizetype blockSize = 256 * 1024;
 
 qint64 wholeNumber(std::string_view text) {
     qint64 number = 0;

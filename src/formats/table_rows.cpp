@@ -1,10 +1,10 @@
 #include "table_rows.h"
 
+#include "block_size.h"
+
 #include <utility>
 
 namespace {
-
-constexpr qsizetype blockSize = 256 * 1024;
 
 // Few enough that a byte holds their count, which lets compilers count many at once.
 constexpr size_t chunk = 128;
