@@ -32,4 +32,8 @@ target_compile_options(pelmark_warnings INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wsuggest-override>
   # False positives on std::optional in g++ 12 (its bug 80635); clang-tidy checks this too.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
+  # A unity build includes the sources: what is local to one then looks as if a header declared it, and
+  # is seen in the next.
+  $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-shadow>
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wno-subobject-linkage>
   $<$<BOOL:${PELMARK_WARNINGS_AS_ERRORS}>:-Werror>)

@@ -1,5 +1,5 @@
 // Packed and plain bytes, unpacked in one piece and in small ones: the same text, or the same error
-// after it. Input: how many bytes to read at a time, the file.
+// after its start. Input: how many bytes to read at a time, the file.
 
 #include "finding.h"
 #include "input.h"
@@ -14,8 +14,6 @@ constexpr qsizetype mostBytes = 4 << 20; // a few packed bytes may stand for gig
 struct Unpacked {
     QByteArray text;
     QString packing, error;
-
-    bool operator==(const Unpacked&) const = default;
 };
 
 Unpacked unpack(QByteArray file, qint64 step) {
@@ -39,6 +37,13 @@ Unpacked unpack(QByteArray file, qint64 step) {
     return result;
 }
 
+// How much is unpacked before damage depends on the step: the zstd library keeps what it unpacked
+// in the call that finds it.
+bool isSameText(const Unpacked& a, const Unpacked& b) {
+    return a.text == b.text ||
+           (!a.error.isEmpty() && (a.text.startsWith(b.text) || b.text.startsWith(a.text)));
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -47,8 +52,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const QByteArray file = input.rest();
     foreignKind(file);
     const Unpacked whole = unpack(file, 1 << 16), parted = unpack(file, step);
-    mustHold(whole.text == parted.text, "text", QString::fromUtf8(whole.text),
+    mustHold(isSameText(whole, parted), "text", QString::fromUtf8(whole.text),
              QString::fromUtf8(parted.text));
-    mustHold(whole == parted, "packing or error", whole.error, parted.error);
+    mustHold(whole.packing == parted.packing && whole.error == parted.error, "packing or error",
+             whole.error, parted.error);
     return 0;
 }

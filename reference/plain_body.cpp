@@ -9,8 +9,6 @@ namespace plain {
 
 namespace {
 
-constexpr qsizetype linesCompared = 20;
-
 // The first rows without empty fields at their end, and without a last one that may be cut short.
 QList<qsizetype> fieldCounts(QList<QStringList> rows, qsizetype titles) {
     QList<qsizetype> counts;

@@ -6,6 +6,8 @@
 // count, and a row after them says only that the table goes on.
 namespace plain {
 
+constexpr qsizetype linesCompared = 20;
+
 // Whether the rows have as many fields as there are titles, though a few may be short. With a list
 // at their end they may have more.
 bool bodyAgrees(QList<QStringList> rows, qsizetype titles, bool endsInList);

@@ -9,7 +9,7 @@ namespace plain {
 
 namespace {
 
-const QStringList named{"x", "y", "z", "w", "xy", "mt", "m"};
+const QStringList namedChromosomes{"x", "y", "z", "w", "xy", "mt", "m"};
 const QStringList unplaced{"",       "0",  "-9",       ".",       "-",        "na",        "n/a",
                            "#na",    "nr", "nan",      "-nan",    "none",     "null",      "u",
                            "uextra", "un", "unplaced", "unknown", "unmapped", "unassigned"};
@@ -20,7 +20,7 @@ int groupOf(const QString& key) {
         return 3;
     if (key[0] >= u'0' && key[0] <= u'9')
         return 0;
-    return named.contains(key) ? 1 : 2;
+    return namedChromosomes.contains(key) ? 1 : 2;
 }
 
 // The numbers in a text, made as long as any: then texts compare as their numbers do.
@@ -35,7 +35,7 @@ QString withLongNumbers(const QString& text) {
     return result;
 }
 
-bool isNumber(const QString& key) {
+bool isWholeNumber(const QString& key) {
     static const QRegularExpression digits("^[0-9]+$");
     return digits.match(key).hasMatch();
 }
@@ -65,7 +65,7 @@ bool comesBefore(const QString& a, const QString& b) {
     if (groupOf(a) != groupOf(b))
         return groupOf(a) < groupOf(b);
     if (groupOf(a) == 1)
-        return named.indexOf(a) < named.indexOf(b);
+        return namedChromosomes.indexOf(a) < namedChromosomes.indexOf(b);
     const QString longA = withLongNumbers(a), longB = withLongNumbers(b);
     return longA == longB ? a < b : longA < longB;
 }
@@ -86,7 +86,7 @@ ChromosomeWriter::ChromosomeWriter(const QStringList& names, const QStringList& 
     for (const QString& name : names) {
         const QString key = chromosomeKey(name);
         has26 |= key == u"26";
-        m_isHuman &= !isNumber(key) || (key.size() < 3 && key.toInt() <= 26);
+        m_isHuman &= !isWholeNumber(key) || (key.size() < 3 && key.toInt() <= 26);
     }
     if (has26 || isPlink)
         m_nameOf25 = "XY";
@@ -99,9 +99,9 @@ QString ChromosomeWriter::plainName(const QString& name) const {
     if (const int sequence = humanSequence(name); sequence > 0)
         return sequence > 22 ? last[sequence - 23] : QString::number(sequence);
     const QString key = chromosomeKey(name);
-    if (m_isHuman && isNumber(key) && key.toInt() > 22)
+    if (m_isHuman && isWholeNumber(key) && key.toInt() > 22)
         return key == u"23" ? "X" : key == u"24" ? "Y" : key == u"25" ? m_nameOf25 : "MT";
-    if (groupOf(key) < 2 && (isNumber(key) || named.contains(key)))
+    if (groupOf(key) < 2 && (isWholeNumber(key) || namedChromosomes.contains(key)))
         return key.toUpper();
     static const QRegularExpression prefix("^chr(?=.)", QRegularExpression::CaseInsensitiveOption);
     return key == u"0" ? key : QString(name).remove(prefix);

@@ -15,8 +15,6 @@ namespace plain {
 
 namespace {
 
-constexpr qsizetype linesCompared = 20;
-
 QStringList bodyOf(const QStringList& lines) {
     QStringList body;
     for (const QString& line : lines)

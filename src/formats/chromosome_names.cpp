@@ -1,5 +1,7 @@
 #include "chromosome_names.h"
 
+#include "characters.h"
+
 #include <QHash>
 #include <algorithm>
 #include <array>
@@ -22,17 +24,8 @@ constexpr std::array unplacedNames = {
 
 enum class Class { Numbered, Lettered, Text, Unplaced };
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 bool isAllDigits(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, isDigit);
-}
-
-char upper(char character) {
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
-                                                : character;
 }
 
 char lower(char character) {

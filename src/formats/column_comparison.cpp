@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int linesCompared = 1000;
+constexpr int linesLookedAt = 1000;
 
 QList<std::string_view> windowFields(std::string_view line, char delimiter) {
     QList<std::string_view> fields;
@@ -72,7 +72,7 @@ public:
             from = end + 1;
             if (++line < m_format.firstDataLine || text.empty() || text.front() == '#')
                 continue;
-            if (line >= m_format.firstDataLine + linesCompared)
+            if (line >= m_format.firstDataLine + linesLookedAt)
                 return;
             splitLine(text, m_format, fields, scratch);
             take(line, windowFields(text, m_window.delimiter), fields);

@@ -1,20 +1,13 @@
 #include "joined_id.h"
 
+#include "characters.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace {
 
 constexpr std::string_view separators = ":_-";
 constexpr std::string_view endsOfPosition = ":_-/";
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-char upper(char c) {
-    return char(std::toupper(static_cast<unsigned char>(c)));
-}
 
 bool startsWith(std::string_view text, std::string_view upperPrefix) {
     return text.size() >= upperPrefix.size() &&

@@ -1,5 +1,6 @@
 #include "line_copy.h"
 
+#include "block_size.h"
 #include "file_writing.h"
 #include "input_file.h"
 #include "text_blocks.h"
@@ -12,8 +13,6 @@
 #include <utility>
 
 namespace {
-
-constexpr qsizetype blockSize = 256 * 1024;
 
 // How characters are stored. Only those of ASCII are looked for.
 struct Encoding {

@@ -9,7 +9,7 @@
 
 namespace {
 
-QByteArray fieldOf(const TableRows& rows, int column) {
+QByteArray shownField(const TableRows& rows, int column) {
     const auto place = static_cast<size_t>(column);
     return column >= 0 && place < rows.fieldCount() ? bytesOf(rows.field(place)).replace('\t', ' ')
                                                     : QByteArray();
@@ -32,9 +32,9 @@ public:
             texts.p = p.left(p.indexOf('\t'));
             texts.negLog10 = p.mid(p.indexOf('\t') + 1);
         }
-        texts.name = fieldOf(rows, m_table.report.table.columns.name);
+        texts.name = shownField(rows, m_table.report.table.columns.name);
         for (const int column : m_columns)
-            texts.columns.append(fieldOf(rows, column));
+            texts.columns.append(shownField(rows, column));
         return texts;
     }
 

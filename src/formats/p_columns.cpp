@@ -1,5 +1,6 @@
 #include "p_columns.h"
 
+#include "candidates.h"
 #include "column_option.h"
 #include "p_title.h"
 #include "p_value.h"
@@ -20,12 +21,6 @@ struct Candidate {
     PTitle title;
 };
 using Candidates = QList<Candidate>;
-
-Candidates where(const Candidates& candidates, const auto& passes) {
-    Candidates found;
-    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(found), passes);
-    return found;
-}
 
 bool isNever(const Candidate& candidate) {
     return candidate.title.tier == PTitle::Tier::Never;

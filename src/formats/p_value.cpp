@@ -1,5 +1,6 @@
 #include "p_value.h"
 
+#include "characters.h"
 #include "number_fields.h"
 #include "number_text.h"
 
@@ -29,14 +30,6 @@ constexpr int smallestPExponent = -324;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double smallestNormal = std::numeric_limits<double>::min();
-
-bool isSpace(char character) {
-    return character == ' ' || character == '\t';
-}
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && isSpace(text.front()))

@@ -1,5 +1,6 @@
 #include "place_columns.h"
 
+#include "candidates.h"
 #include "column_option.h"
 #include "p_value.h"
 #include "place_title.h"
@@ -16,17 +17,11 @@ namespace {
 constexpr qsizetype joinedRows = 10'000;
 constexpr int joinedPercent = 99;
 
-struct Candidate {
+struct PlaceCandidate {
     int column = 0;
     PlaceColumnTitle title;
 };
-using Candidates = QList<Candidate>;
-
-Candidates where(const Candidates& candidates, const auto& passes) {
-    Candidates found;
-    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(found), passes);
-    return found;
-}
+using PlaceCandidates = QList<PlaceCandidate>;
 
 QString raw(const HeadTable& table, int column) {
     return columnText(table.titles(), column);
@@ -72,8 +67,8 @@ private:
         return areJoinedIds(m_table.values(column, joinedRows), 51);
     }
 
-    static int familyOf(const Candidates& candidates, int column) {
-        for (const Candidate& candidate : candidates)
+    static int familyOf(const PlaceCandidates& candidates, int column) {
+        for (const PlaceCandidate& candidate : candidates)
             if (candidate.column == column)
                 return candidate.title.family;
         return -1;
@@ -100,11 +95,11 @@ private:
 
     // False where the family lacks one of both.
     bool chooseIn(int family) {
-        const auto isIn = [&](const Candidate& candidate) {
+        const auto isIn = [&](const PlaceCandidate& candidate) {
             return candidate.title.family == family;
         };
-        const Candidates chromosomes = where(m_chromosomes, isIn);
-        const Candidates positions = where(m_positions, isIn);
+        const PlaceCandidates chromosomes = where(m_chromosomes, isIn);
+        const PlaceCandidates positions = where(m_positions, isIn);
         const bool hasChromosome = m_named.chromosome >= 0 || m_options.chromosomeValue.has_value();
         if ((!hasChromosome && chromosomes.isEmpty()) ||
             (m_named.position < 0 && positions.isEmpty()))
@@ -118,23 +113,25 @@ private:
         return true;
     }
 
-    static Candidates ofBestRank(const Candidates& candidates) {
+    static PlaceCandidates ofBestRank(const PlaceCandidates& candidates) {
         const auto best = std::min_element(
             candidates.begin(), candidates.end(),
             [](const auto& a, const auto& b) { return a.title.rank < b.title.rank; });
-        return where(candidates, [&](const Candidate& candidate) {
+        return where(candidates, [&](const PlaceCandidate& candidate) {
             return candidate.title.rank == best->title.rank;
         });
     }
 
     // Leftmost, of those that name no build if there are any.
-    int bestPosition(const Candidates& candidates) {
-        Candidates best = where(candidates, [](const auto& c) { return !c.title.isZeroBased; });
+    int bestPosition(const PlaceCandidates& candidates) {
+        PlaceCandidates best =
+            where(candidates, [](const auto& c) { return !c.title.isZeroBased; });
         best = ofBestRank(best.isEmpty() ? candidates : best);
-        const Candidates plain = where(best, [](const auto& c) { return c.title.build.isEmpty(); });
+        const PlaceCandidates plain =
+            where(best, [](const auto& c) { return c.title.build.isEmpty(); });
         if (plain.isEmpty())
             askForBuild(best);
-        for (const Candidate& other : plain)
+        for (const PlaceCandidate& other : plain)
             if (differ(plain.first().column, other.column))
                 m_refusal = severalBuilds(plain);
         return (plain.isEmpty() ? best : plain).first().column;
@@ -159,17 +156,17 @@ private:
     }
 
     // Leftmost, of those of the position's build if there are any.
-    int bestChromosome(const Candidates& candidates) const {
+    int bestChromosome(const PlaceCandidates& candidates) const {
         const QByteArray build =
             placeTitle(viewOf(m_table.titles().value(m_choice.position))).build;
-        const Candidates same =
+        const PlaceCandidates same =
             where(candidates, [&](const auto& c) { return c.title.build == build; });
         if (same.isEmpty())
             return ofBestRank(candidates).first().column;
         return ofBestRank(same).first().column;
     }
 
-    void askForBuild(const Candidates& candidates) {
+    void askForBuild(const PlaceCandidates& candidates) {
         const bool isAnyOther =
             std::any_of(candidates.begin(), candidates.end(), [&](const auto& c) {
                 return c.title.build != candidates.first().title.build;
@@ -178,14 +175,14 @@ private:
             m_refusal = severalBuilds(candidates);
     }
 
-    QString textOf(const Candidates& candidates) const {
+    QString textOf(const PlaceCandidates& candidates) const {
         QStringList texts;
-        for (const Candidate& candidate : candidates)
+        for (const PlaceCandidate& candidate : candidates)
             texts += raw(m_table, candidate.column);
         return texts.join(QStringLiteral(", "));
     }
 
-    Refusal severalBuilds(const Candidates& candidates) const {
+    Refusal severalBuilds(const PlaceCandidates& candidates) const {
         Refusal refusal{
             RefusalCode::SeveralBuilds,
             QStringLiteral("The table has several columns of positions, such as those of several "
@@ -193,7 +190,7 @@ private:
                 .arg(textOf(candidates)),
             {},
             {}};
-        for (const Candidate& candidate : candidates) {
+        for (const PlaceCandidate& candidate : candidates) {
             refusal.candidates += m_table.titles()[candidate.column];
             refusal.options += optionFor("--position", m_table.titles(), candidate.column);
         }
@@ -282,7 +279,7 @@ private:
         if (m_named.position >= 0 || m_choice.position < 0)
             return;
         const auto chosen = readPlaceTitle(viewOf(m_table.titles()[m_choice.position]));
-        for (const Candidate& other : m_positions)
+        for (const PlaceCandidate& other : m_positions)
             if (other.column != m_choice.position && other.title.family == chosen->family &&
                 other.title.rank == chosen->rank)
                 m_choice.remarks += QStringLiteral("%1 says a position too; the leftmost is taken. "
@@ -290,9 +287,9 @@ private:
                                         .arg(raw(m_table, other.column));
     }
 
-    void noteOthers(Role role, const Candidates& candidates, int chosen) {
+    void noteOthers(Role role, const PlaceCandidates& candidates, int chosen) {
         const int family = familyOf(candidates, chosen);
-        for (const Candidate& other : candidates)
+        for (const PlaceCandidate& other : candidates)
             if (other.column != chosen)
                 m_choice.others +=
                     note(role, m_table, other.column,
@@ -324,7 +321,7 @@ private:
 
     // The first column whose values are joined ids; refuses where others differ in the build alone.
     std::optional<int> joinedColumn() {
-        Candidates accepted;
+        PlaceCandidates accepted;
         for (const Joined& joined : joinedCandidates())
             if (areJoinedIds(m_table.values(joined.column, joinedRows), joinedPercent)) {
                 const PlaceTitle title = placeTitle(viewOf(m_table.titles()[joined.column]));
@@ -332,7 +329,7 @@ private:
             }
         if (accepted.isEmpty())
             return std::nullopt;
-        const Candidate& first = accepted.first();
+        const PlaceCandidate& first = accepted.first();
         if (first.column != m_named.name)
             askForBuild(
                 where(accepted, [&](const auto& c) { return c.title.stem == first.title.stem; }));
@@ -342,8 +339,8 @@ private:
     std::optional<Refusal> takeJoined(int column, const QString& why) {
         m_choice.joined = column;
         m_choice.notes += note(Role::Joined, m_table, column, why);
-        for (const Candidates& candidates : {m_chromosomes, m_positions})
-            for (const Candidate& other : candidates)
+        for (const PlaceCandidates& candidates : {m_chromosomes, m_positions})
+            for (const PlaceCandidate& other : candidates)
                 m_choice.others += note(
                     other.title.isChromosome ? Role::Chromosome : Role::Position, m_table,
                     other.column, QStringLiteral("has no counterpart; both are in another column"));
@@ -371,7 +368,7 @@ private:
         if (lacksChromosome && !lacksPosition)
             refusal.message += QStringLiteral(" For a table of one chromosome, say "
                                               "--chromosome-value NAME.");
-        for (const Candidate& candidate : m_chromosomes + m_positions)
+        for (const PlaceCandidate& candidate : m_chromosomes + m_positions)
             refusal.candidates += m_table.titles()[candidate.column];
         if (lacksChromosome == lacksPosition)
             refusal.options = {"--chromosome COLUMN --position COLUMN"};
@@ -387,7 +384,7 @@ private:
     const NamedColumns& m_named;
     const PrepareOptions& m_options;
     ColumnChoice& m_choice;
-    Candidates m_chromosomes, m_positions;
+    PlaceCandidates m_chromosomes, m_positions;
     std::optional<Refusal> m_refusal;
 };
 

@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr Separator separators[] = {Separator::Tab, Separator::Comma, Separator::Semicolon,
-                                    Separator::WhiteSpace};
+constexpr Separator separatorsTried[] = {Separator::Tab, Separator::Comma, Separator::Semicolon,
+                                         Separator::WhiteSpace};
 
 struct Found {
     TableFormat format;
@@ -29,7 +29,7 @@ QList<QByteArray> split(const HeadLine& line, const TableFormat& format) {
 // The first line whose titles say chromosome, position and name.
 std::optional<Found> byTitles(const QList<HeadLine>& lines) {
     for (qsizetype i = 0; i < std::min(lines.size(), qsizetype(1000)); ++i) {
-        for (const Separator separator : separators) {
+        for (const Separator separator : separatorsTried) {
             Found found;
             found.format.separator = separator;
             found.format.quoted = true;

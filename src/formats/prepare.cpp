@@ -20,8 +20,6 @@
 
 namespace {
 
-constexpr qsizetype reportedLines = 5;
-
 using Failure = std::optional<Refusal>;
 
 // What only the reading of all rows shows, so that they are then read again.

@@ -39,9 +39,11 @@ struct InputLine {
     qint64 line = 0;
 };
 
+constexpr qsizetype reportedLines = 5; // of each reason
+
 struct Dropped {
     qint64 count = 0;
-    QList<InputLine> firstLines; // five at most
+    QList<InputLine> firstLines; // reportedLines at most
 };
 
 struct ChromosomeCount {

@@ -6,6 +6,7 @@
 #include "number_fields.h"
 #include "p_value.h"
 #include "point_collector.h"
+#include "table_rows.h"
 #include "titles.h"
 
 #include <QSet>
@@ -15,9 +16,7 @@
 
 namespace {
 
-constexpr qsizetype blockSize = 128 * 1024;
 constexpr size_t linesPerPlace = 64;
-constexpr qsizetype reportedLines = 5;
 constexpr qsizetype mostLabels = 1000; // more of them may be names of markers
 
 bool arePlainOptions(const PrepareOptions& options) {
@@ -164,7 +163,7 @@ std::optional<ScanTable> quickScan(const QString& path, const Understanding& und
     scan.arePValues = withP;
     scan.report.table = understanding;
     QuickReader reader(scan.report.table, scan);
-    TextBlocks blocks(input.text(), blockSize, TextBlocks::Unmarked::AsTheyAre);
+    TextBlocks blocks(input.text(), TextBlocks::defaultBlockSize, TextBlocks::Unmarked::AsTheyAre);
     while (blocks.next()) {
         if (!reader.take(blocks.piece(), blocks.pieceStart()))
             return std::nullopt;

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr size_t blockSize = 256 * 1024;
+constexpr size_t bytesAtOnce = 256 * 1024;
 
 // Rows that were written in order, read back line by line.
 class WrittenRows {
@@ -54,7 +54,7 @@ private:
 };
 
 bool copyAll(QIODevice& from, QFileDevice& to) {
-    QByteArray block(qsizetype(blockSize), '\0');
+    QByteArray block(qsizetype(bytesAtOnce), '\0');
     for (qint64 got = 0; (got = from.read(block.data(), block.size())) != 0;)
         if (got < 0 || !writeAll(to, viewOf(block).substr(0, size_t(got))))
             return false;
@@ -141,7 +141,7 @@ bool RowSink::extendRun(qint64 rows, int lastPosition) {
     m_runs.back().rows += rows;
     m_chromosomes[m_runs.back().chromosome].markers += rows;
     m_lastPosition = lastPosition;
-    return m_block.size() < blockSize || flush();
+    return m_block.size() < bytesAtOnce || flush();
 }
 
 // False where the row does not come in order, or one before it did not.
@@ -166,7 +166,7 @@ void RowSink::startLine(std::string_view name, int position) {
 
 bool RowSink::endLine() {
     m_block.append('\n');
-    return m_block.size() < blockSize || flush();
+    return m_block.size() < bytesAtOnce || flush();
 }
 
 bool RowSink::flush() {

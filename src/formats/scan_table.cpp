@@ -1,5 +1,6 @@
 #include "scan_table.h"
 
+#include "block_size.h"
 #include "input_file.h"
 #include "number_fields.h"
 #include "p_value.h"
@@ -13,8 +14,6 @@
 #include <charconv>
 
 namespace {
-
-constexpr qsizetype blockSize = 256 * 1024;
 
 qint64 wholeNumber(std::string_view text) {
     qint64 number = 0;
@@ -96,7 +95,7 @@ visitLines(const QString& path, const ScanTable& table, const std::vector<qint64
         return refusal;
     constexpr qsizetype shortBlock = 8 * 1024; // enough from one known place to the next
     TableRows rows(input.text(), table.report.table.format,
-                   table.places.isEmpty() ? TableRows::usualBlockSize : shortBlock);
+                   table.places.isEmpty() ? blockSize : shortBlock);
     for (size_t i = 0; i < lines.size(); ++i) {
         const bool isThere = rows.goTo(lines[i], table.places);
         if (rows.failed())

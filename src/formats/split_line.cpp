@@ -1,12 +1,9 @@
 #include "table_format.h"
 
+#include "characters.h"
 #include "text_blocks.h"
 
 namespace {
-
-bool isSpace(char c) {
-    return c == ' ' || c == '\t';
-}
 
 // Walks over a line field by field.
 class FieldCutter {

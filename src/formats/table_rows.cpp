@@ -39,8 +39,9 @@ char delimiterOf(Separator separator) {
     }
 }
 
-TableRows::TableRows(QIODevice& device, TableFormat format, qsizetype blockSize)
-    : m_format(std::move(format)), m_blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre) {}
+TableRows::TableRows(QIODevice& device, TableFormat format, qsizetype bytesAtATime)
+    : m_format(std::move(format)), m_blocks(device, bytesAtATime, TextBlocks::Unmarked::AsTheyAre) {
+}
 
 bool TableRows::next() {
     while (!m_lines.nextLine()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "block_size.h"
 #include "line_fields.h"
 #include "table_format.h"
 #include "text_blocks.h"
@@ -24,10 +25,8 @@ struct LinePlace {
 // Views are valid until the next line is read, and followed by TextBlocks::padding readable bytes.
 class TableRows {
 public:
-    static constexpr qsizetype usualBlockSize = 256 * 1024;
-
     // The device is open for reading, at its start, and outlives this.
-    TableRows(QIODevice& device, TableFormat format, qsizetype blockSize = usualBlockSize);
+    TableRows(QIODevice& device, TableFormat format, qsizetype bytesAtATime = blockSize);
 
     // Goes to the next line. False after the last one, and where the device could not be read.
     bool next();

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int pdfMagnification = 4; // 384 dots per inch
-constexpr int mostPixels = 32767;   // each way
 
 int magnification(const PlotRequest& request, PictureFormat format) {
     if (request.magnification > 0)

@@ -6,15 +6,10 @@
 
 namespace {
 
-constexpr int mostPixels = 32767; // each way, all that Qt paints on
-
-Failure wrong(const QString& message) {
-    return {StatusWrongCall, message};
-}
-
 Failure wrongValue(const char* option, const QByteArray& value, const char* advice) {
-    return wrong(QStringLiteral("%1 %2: %3.")
-                     .arg(QLatin1String(option), QString::fromUtf8(value), QLatin1String(advice)));
+    return wrongCall(
+        QStringLiteral("%1 %2: %3.")
+            .arg(QLatin1String(option), QString::fromUtf8(value), QLatin1String(advice)));
 }
 
 // Two whole numbers with `between` between them; invalid where the text is anything else.
@@ -46,8 +41,9 @@ std::optional<Failure> readSize(const Arguments& arguments, PlotRequest& request
     const bool isScreen = !arguments.has("--size");
     const char* const option = isScreen ? "--screen" : "--size";
     if (!isScreen && arguments.has("--screen"))
-        return wrong(QStringLiteral("--screen and --size both say how large the plot is. Give one "
-                                    "of them."));
+        return wrongCall(
+            QStringLiteral("--screen and --size both say how large the plot is. Give one "
+                           "of them."));
     const QByteArray text = arguments.value(option).value_or("1920x1080");
     const auto numbers = twoNumbers(text, u'x');
     if (!numbers)
@@ -70,10 +66,11 @@ std::optional<Failure> readScale(const Arguments& arguments, PlotRequest& reques
     }
     const qint64 longer = std::max(request.size.width(), request.size.height());
     if (longer * std::max(request.magnification, 1) > mostPixels)
-        return wrong(QStringLiteral("the picture would be %1 pixels long; %2 are possible. Choose "
-                                    "a smaller --size, --screen or --scale.")
-                         .arg(longer * std::max(request.magnification, 1))
-                         .arg(mostPixels));
+        return wrongCall(
+            QStringLiteral("the picture would be %1 pixels long; %2 are possible. Choose "
+                           "a smaller --size, --screen or --scale.")
+                .arg(longer * std::max(request.magnification, 1))
+                .arg(mostPixels));
     return std::nullopt;
 }
 
@@ -86,18 +83,20 @@ std::optional<Failure> readLabels(const Arguments& arguments, PlotRequest& reque
     if (request.labelledHits < 1 || request.labelledHits > most)
         return wrongValue("--label-hits", *text, "write a whole number from 1 to 1000");
     if (request.asIs)
-        return wrong(QStringLiteral("--label-hits takes names from a column that the window does "
-                                    "not read. Leave out --as-is."));
+        return wrongCall(
+            QStringLiteral("--label-hits takes names from a column that the window does "
+                           "not read. Leave out --as-is."));
     return std::nullopt;
 }
 
 std::optional<Failure> checkTogether(const Arguments& arguments, const PlotRequest& request) {
     if (request.quantiles &&
         (request.isOfOneChromosome() || !request.referenceLines || request.labelledHits > 0))
-        return wrong(QStringLiteral("--qq draws no positions; it cannot be combined with --range, "
-                                    "--mark, --join, --no-lines or --label-hits."));
+        return wrongCall(
+            QStringLiteral("--qq draws no positions; it cannot be combined with --range, "
+                           "--mark, --join, --no-lines or --label-hits."));
     if (arguments.files.size() > 1 && arguments.value("--positions") == QByteArray("-"))
-        return wrong(
+        return wrongCall(
             QStringLiteral("--positions -: standard input can be read only once, but there "
                            "are several files to draw. Name a file."));
     if (!request.asIs)
@@ -107,9 +106,10 @@ std::optional<Failure> checkTogether(const Arguments& arguments, const PlotReque
           "--p-from", "--z", "--beta", "--se", "--chromosome-value", "--where", "--sample",
           "--positions", "--no-header", "--zero-based", "--build"})
         if (arguments.has(option))
-            return wrong(QStringLiteral("--as-is reads the file as the window does, which knows no "
-                                        "%1. Leave out one of the two.")
-                             .arg(QLatin1String(option)));
+            return wrongCall(
+                QStringLiteral("--as-is reads the file as the window does, which knows no "
+                               "%1. Leave out one of the two.")
+                    .arg(QLatin1String(option)));
     return std::nullopt;
 }
 

@@ -6,6 +6,8 @@
 #include <QSize>
 #include <optional>
 
+constexpr int mostPixels = 32767; // each way, all that Qt paints on
+
 enum class PictureFormat { Png, Pdf };
 
 // What `plot` draws of a scan.

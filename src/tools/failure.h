@@ -9,3 +9,7 @@ struct Failure {
     ExitStatus status = StatusFine;
     QString message; // empty where nobody is there to read it
 };
+
+inline Failure wrongCall(const QString& message) {
+    return {StatusWrongCall, message};
+}

@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr const char* missing = "NA";
+constexpr const char* missingText = "NA";
 
 QByteArray orMissing(const QByteArray& text) {
-    return text.isEmpty() ? QByteArray(missing) : text;
+    return text.isEmpty() ? QByteArray(missingText) : text;
 }
 
 // The p of the strongest marker around a lead.

@@ -7,10 +7,6 @@
 
 namespace {
 
-Failure wrong(const QString& message) {
-    return {StatusWrongCall, message};
-}
-
 // A number of bytes, perhaps with K, M, G or T for powers of 1024. 0 where it is none.
 qint64 sizeOf(QByteArray text) {
     constexpr std::string_view units = "KMGT";
@@ -30,14 +26,14 @@ std::optional<Failure> readPSource(const Arguments& arguments, PrepareOptions& o
     if (!source)
         return std::nullopt;
     if (arguments.has("--p") || arguments.has("--p-is"))
-        return wrong(
+        return wrongCall(
             QStringLiteral("--p-from computes p; it cannot be combined with --p or --p-is."));
     if (*source == "z")
         options.pSource = PSource::Z;
     else if (*source == "beta,se")
         options.pSource = PSource::BetaAndError;
     else
-        return wrong(
+        return wrongCall(
             QStringLiteral("--p-from %1: write z or beta,se; --z, --beta and --se name the "
                            "columns.")
                 .arg(QString::fromUtf8(*source)));
@@ -48,7 +44,7 @@ std::optional<Failure> readWhere(const Arguments& arguments, PrepareOptions& opt
     for (const QByteArray& text : arguments.options.value("--where")) {
         const qsizetype equals = text.indexOf('=');
         if (equals < 1)
-            return wrong(
+            return wrongCall(
                 QStringLiteral("--where %1: write COLUMN=VALUE.").arg(QString::fromUtf8(text)));
         options.where.append({text.left(equals), text.mid(equals + 1)});
     }
@@ -59,14 +55,14 @@ std::optional<Failure> readNumbers(const Arguments& arguments, PrepareOptions& o
     if (const auto text = arguments.value("--min-markers")) {
         options.minMarkers = text->toLongLong();
         if (options.minMarkers < 1)
-            return wrong(QStringLiteral("--min-markers %1: write a whole number from 1.")
-                             .arg(QString::fromUtf8(*text)));
+            return wrongCall(QStringLiteral("--min-markers %1: write a whole number from 1.")
+                                 .arg(QString::fromUtf8(*text)));
     }
     if (const auto text = arguments.value("--memory")) {
         options.memory = sizeOf(*text);
         if (options.memory == 0)
-            return wrong(QStringLiteral("--memory %1: write a size such as 512M or 2G.")
-                             .arg(QString::fromUtf8(*text)));
+            return wrongCall(QStringLiteral("--memory %1: write a size such as 512M or 2G.")
+                                 .arg(QString::fromUtf8(*text)));
     }
     return std::nullopt;
 }

@@ -1,4 +1,5 @@
 #include "plain_prepare.h"
+#include "plain_refusal.h"
 #include "prepare.h"
 #include "support/random.h"
 #include "support/random_table.h"
@@ -110,25 +111,9 @@ bool isSameTable(const QByteArray& a, const QByteArray& b, PSource source) {
     return lines.size() == others.size();
 }
 
-// Where a line is no header for one of these, the search goes on, and may end with any fault.
-bool letsSearchGoOn(RefusalCode code) {
-    return code == RefusalCode::NotATable || code == RefusalCode::NoChromosome ||
-           code == RefusalCode::NoPosition || code == RefusalCode::NoPValue ||
-           code == RefusalCode::UnknownColumn;
-}
-
-// Which of several faults of the values is found first is nobody's business.
-bool isByValues(RefusalCode code) {
-    return code >= RefusalCode::GeneticMap && code <= RefusalCode::ZeroP;
-}
-
-bool isSameRefusal(RefusalCode a, RefusalCode b) {
-    return a == b || letsSearchGoOn(a) || letsSearchGoOn(b) || (isByValues(a) && isByValues(b));
-}
-
 bool isSame(const plain::Prepared& a, const plain::Prepared& b, PSource source) {
     if (a.refused && b.refused)
-        return isSameRefusal(*a.refused, *b.refused);
+        return plain::isSameRefusal(*a.refused, *b.refused);
     if (a.refused || b.refused)
         return false;
     return isSameTable(a.table, b.table, source) && a.dropped == b.dropped;

@@ -123,6 +123,8 @@ void ScanTables::kinds_data() {
     with("a chromosome that returns", "1\t9\t0.1", false);
     with("another spelling", "chr2\t9\t0.1", false);
     with("a comment", "# the end", false);
+    row("a comment below the header", "chr\tpos\tp\n# rows\n1\t5\t0.1\n1\t6\t0.2\n", false);
+    row("comments above the header", QByteArray("## a b\n## c \"d\"\n") + start, true);
     with("an empty line", "", false);
     with("a quote", "\"2\"\t9\t0.1", false);
     row("-log10 p", "chr\tpos\tlog10p\n1\t5\t0.1\n1\t6\t3\n", false);

@@ -1,8 +1,7 @@
 #include "driven_run.h"
 #include "samples.h"
 
-#include <QFile>
-#include <QJsonDocument>
+#include <QJsonArray>
 #include <QTest>
 
 // Screens from small to very large, at every usual scale: the plot has its size, no text is cut,
@@ -16,19 +15,6 @@ private slots:
 };
 
 namespace {
-
-// The description of a screen that Qt's offscreen platform reads.
-QByteArray description(QSize size) {
-    const QJsonObject screen{{"name", "screen"},
-                             {"x", 0},
-                             {"y", 0},
-                             {"width", size.width()},
-                             {"height", size.height()},
-                             {"logicalDpi", 96},
-                             {"logicalBaseDpi", 96},
-                             {"dpr", 1}};
-    return QJsonDocument(QJsonObject{{"screens", QJsonArray{screen}}}).toJson();
-}
 
 QSize sizeOf(const QJsonArray& rectangle) {
     return {rectangle[2].toInt(), rectangle[3].toInt()};
@@ -80,10 +66,9 @@ void Screens::screen() {
     QFETCH(QSize, size);
     QFETCH(double, scale);
     DrivenRun run;
-    run.addFile("screen.json", description(size));
+    run.setScreen(size);
     run.addFile("data.txt", samples::chromosomeTable());
     run.addFile("genome.txt", samples::genomeTable());
-    run.setEnvironment("QT_QPA_PLATFORM", "offscreen:configfile=" + run.path("screen.json"));
     run.setEnvironment("QT_SCALE_FACTOR", QString::number(scale));
     QVERIFY(run.playTo(0, {"open genome.txt", "dump genome", "click newFileButton", "open data.txt",
                            "dump chromosome", "click exitButton"}));

@@ -2,10 +2,22 @@
 
 #include <QFile>
 #include <QTest>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
 constexpr int patience = 60'000; // ms
+
+ToolsRun::Result endOf(QProcess& process) {
+    process.closeWriteChannel();
+    if (!process.waitForFinished(patience))
+        qFatal("pelmark-tools does not end");
+    const bool isEnd = process.exitStatus() == QProcess::NormalExit;
+    return {isEnd ? process.exitCode() : -1, process.readAllStandardOutput(),
+            process.readAllStandardError()};
+}
 
 } // namespace
 
@@ -46,10 +58,26 @@ ToolsRun::Result ToolsRun::run(const QStringList& words, const QByteArray& input
     QProcess process;
     start(process, words);
     process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(patience))
-        qFatal("pelmark-tools does not end");
-    const bool isEnd = process.exitStatus() == QProcess::NormalExit;
-    return {isEnd ? process.exitCode() : -1, process.readAllStandardOutput(),
-            process.readAllStandardError()};
+    return endOf(process);
+}
+
+ToolsRun::Result ToolsRun::runOnTerminal(const QStringList& words) const {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+        qFatal("no terminal");
+    const int end = open(ptsname(terminal), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (end < 0)
+        qFatal("the terminal cannot be opened");
+    QProcess process;
+    process.setChildProcessModifier([end] { dup2(end, STDOUT_FILENO); });
+    start(process, words);
+    Result result = endOf(process);
+    // Once nobody can write to the terminal, reading fails after the last byte.
+    close(end);
+    char bytes[4096];
+    for (ssize_t count = 0; (count = ::read(terminal, bytes, sizeof bytes)) > 0;)
+        result.out.append(bytes, count);
+    close(terminal);
+    result.out.replace("\r\n", "\n");
+    return result;
 }

@@ -26,6 +26,10 @@ public:
     // Runs the program to its end.
     Result run(const QStringList& words, const QByteArray& input = {}) const;
 
+    // The same with a terminal as standard output; `out` is what that shows, less its carriage
+    // returns. For output that fits into the terminal's buffer, 4 kilobytes.
+    Result runOnTerminal(const QStringList& words) const;
+
     // Starts it, for tests that do something to it while it runs.
     void start(QProcess& process, const QStringList& words) const;
 

@@ -4,10 +4,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
-#include <algorithm>
-#include <cstdlib>
-#include <fcntl.h>
-#include <unistd.h>
 
 // What `hits` lists, and what it reports.
 class HitsCommand : public QObject {
@@ -288,20 +284,9 @@ void HitsCommand::printsACommandThatDecides() {
 void HitsCommand::writesToATerminal() {
     const ToolsRun run;
     run.write("in", scan);
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
-    const int side = open(ptsname(terminal), O_RDWR | O_NOCTTY);
-    QVERIFY(side >= 0);
-    QProcess process;
-    process.setChildProcessModifier([side] { dup2(side, STDOUT_FILENO); });
-    run.start(process, {"hits", "in"});
-    QVERIFY(process.waitForFinished());
-    QByteArray shown(1 << 16, '\0');
-    shown.truncate(std::max<ssize_t>(0, read(terminal, shown.data(), size_t(shown.size()))));
-    close(side);
-    close(terminal);
-    QCOMPARE(process.exitCode(), 0);
-    QCOMPARE(shown.replace("\r\n", "\n"), table(leads));
+    const ToolsRun::Result result = run.runOnTerminal({"hits", "in"});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.out, table(leads));
 }
 
 QTEST_GUILESS_MAIN(HitsCommand)

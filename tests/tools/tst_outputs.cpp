@@ -195,19 +195,9 @@ void Outputs::refusesATerminal() {
     QFETCH(QByteArray, hint);
     const ToolsRun run;
     run.write("in", table);
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
-    const int side = open(ptsname(terminal), O_RDWR | O_NOCTTY);
-    QVERIFY(side >= 0);
-    QProcess process;
-    process.setChildProcessModifier([side] { dup2(side, STDOUT_FILENO); });
-    run.start(process, words);
-    QVERIFY(process.waitForFinished(patience));
-    close(side);
-    close(terminal);
-    QCOMPARE(process.exitCode(), 2);
-    const QByteArray error = process.readAllStandardError();
-    QVERIFY2(error.contains(hint), error.constData());
+    const ToolsRun::Result result = run.runOnTerminal(words);
+    QCOMPARE(result.status, 2);
+    QVERIFY2(result.error.contains(hint), result.error.constData());
     QCOMPARE(run.files(), QStringList{"in"});
 }
 

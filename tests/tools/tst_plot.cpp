@@ -4,7 +4,6 @@
 
 #include <QFileInfo>
 #include <QImage>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
@@ -68,21 +67,6 @@ QString sizeText(QSize size) {
     return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
 }
 
-// A run of the window on a screen of the given size.
-void setScreen(DrivenRun& run, QSize size) {
-    const QJsonObject screen{{"name", "screen"},
-                             {"x", 0},
-                             {"y", 0},
-                             {"width", size.width()},
-                             {"height", size.height()},
-                             {"logicalDpi", 96},
-                             {"logicalBaseDpi", 96},
-                             {"dpr", 1}};
-    run.addFile("screen.json",
-                QJsonDocument(QJsonObject{{"screens", QJsonArray{screen}}}).toJson());
-    run.setEnvironment("QT_QPA_PLATFORM", "offscreen:configfile=" + run.path("screen.json"));
-}
-
 // Draws and returns the picture; null, with a message, where that failed or anything was said.
 QImage drawn(const ToolsRun& run, const QStringList& words) {
     const ToolsRun::Result result =
@@ -138,7 +122,7 @@ void PlotCommand::genomeIsTheWindows() {
     QFETCH(QString, file);
     QFETCH(QSize, screen);
     DrivenRun window;
-    setScreen(window, screen);
+    window.setScreen(screen);
     window.addCopy(file, example(file));
     QVERIFY(window.playTo(0, {"open " + file, "click saveButton", "click exitButton"}));
     const QImage expected = window.image(file + ".png");
@@ -167,7 +151,7 @@ void PlotCommand::chromosomeIsTheWindows() {
     QFETCH(QStringList, commands);
     QFETCH(QStringList, words);
     DrivenRun window;
-    setScreen(window, usualScreen);
+    window.setScreen(usualScreen);
     window.addCopy("data.txt", example("chromosome1.txt"));
     QVERIFY(window.playTo(0, QStringList{"open data.txt"} + commands +
                                  QStringList{"click saveButton", "name t", "click exitButton"}));
@@ -180,7 +164,7 @@ void PlotCommand::chromosomeIsTheWindows() {
 
 void PlotCommand::pickedChromosomeIsTheWindows() {
     DrivenRun window;
-    setScreen(window, usualScreen);
+    window.setScreen(usualScreen);
     window.addFile("data.txt", samples::genomeTable());
     QVERIFY(window.playTo(0, {"open data.txt", "dump genome", "click exitButton"}));
     const State genome = window.state("genome");
@@ -200,7 +184,7 @@ void PlotCommand::pickedChromosomeIsTheWindows() {
 // A box from the top to the bottom takes the markers of a range.
 void PlotCommand::zoomIsTheWindows() {
     DrivenRun window;
-    setScreen(window, usualScreen);
+    window.setScreen(usualScreen);
     window.addCopy("data.txt", example("chromosome1.txt"));
     QVERIFY(window.playTo(0, {"open data.txt", "box 300 0 900 2000", "dump zoomed",
                               "click saveButton", "name t", "click exitButton"}));
@@ -225,7 +209,7 @@ void PlotCommand::preparedFileIsTheWindows() {
     run.write("scan.regenie", text);
     QCOMPARE(run.run({"prepare", "scan.regenie", "-q", "-o", "scan.regenie.txt"}).status, 0);
     DrivenRun window;
-    setScreen(window, usualScreen);
+    window.setScreen(usualScreen);
     window.addFile("scan.regenie.txt", run.read("scan.regenie.txt"));
     QVERIFY(window.playTo(0, {"open scan.regenie.txt", "click saveButton", "click exitButton"}));
     const QImage expected = window.image("scan.regenie.txt.png");
@@ -239,7 +223,7 @@ void PlotCommand::preparedFileIsTheWindows() {
 void PlotCommand::titleIsCutAsInTheWindow() {
     const QString name = QString(28, u'n') + QChar(0xe4) + QChar(0xe4) + ".txt";
     DrivenRun window;
-    setScreen(window, usualScreen);
+    window.setScreen(usualScreen);
     window.addFile(name, samples::genomeTable());
     QVERIFY(window.playTo(0, {"open " + name, "dump a", "grab saved.png", "click exitButton"}));
     const ToolsRun run;

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QtGlobal>
+
+// The bytes of a table that are read at a time.
+constexpr qsizetype blockSize = 256 * 1024;
