@@ -76,10 +76,10 @@ private:
 void Plot::openInputs() {
     for (const QByteArray& file : m_arguments.files) {
         Scan& scan = m_scans.emplace_back(m_columns, m_streams);
-        scan.command.inputs().know(m_everyInput);
+        scan.command.inputs().knowPipes(m_everyInput);
         if (const std::optional<Failure> failure = scan.command.readInputs({file}))
             scan.status = scan.command.end(*failure);
-        m_everyInput.know(scan.command.inputs());
+        m_everyInput.protect(scan.command.inputs());
     }
 }
 

@@ -66,9 +66,15 @@ Inputs::~Inputs() {
         close(descriptor);
 }
 
-void Inputs::know(const Inputs& others) {
+void Inputs::protect(const Inputs& others) {
     m_identities += others.m_identities;
-    m_pipes += others.m_pipes;
+    knowPipes(others);
+}
+
+void Inputs::knowPipes(const Inputs& others) {
+    for (const Identity& pipe : others.m_pipes)
+        if (!m_pipes.contains(pipe))
+            m_pipes.append(pipe);
     m_hasStandardInput |= others.m_hasStandardInput;
 }
 

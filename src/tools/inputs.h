@@ -22,9 +22,11 @@ public:
     // that is read already; it is then listed, but not good.
     std::optional<Failure> add(const QByteArray& word);
 
-    // Takes the files of another list as read too: contains() knows them, and their pipes are not
-    // opened again.
-    void know(const Inputs& others);
+    // Makes contains() know the files of another list too, and add() its pipes.
+    void protect(const Inputs& others);
+
+    // Only the second.
+    void knowPipes(const Inputs& others);
 
     // What to open, index-aligned with the files added, and how to call it.
     const QStringList& paths() const { return m_paths; }

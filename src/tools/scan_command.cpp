@@ -59,11 +59,11 @@ std::optional<Failure> ScanCommand::readInputs(const QByteArrayList& files) {
     for (const QByteArray& file : files)
         if (std::optional<Failure> failure = m_inputs.add(file))
             return failure;
-    m_positions.know(m_inputs);
+    m_positions.knowPipes(m_inputs);
     if (const auto file = m_arguments.value("--positions"))
         if (std::optional<Failure> failure = m_positions.add(*file))
             return failure;
-    m_inputs.know(m_positions);
+    m_inputs.protect(m_positions);
     return std::nullopt;
 }
 
