@@ -63,9 +63,12 @@ bool crosses(const QLineF& line, const QRectF& area) {
 }
 
 bool LabelRoom::isFree(const Place& place) const {
-    const auto isCrossed = [&](const QLineF& leader) { return crosses(leader, place.name); };
+    const auto isMet = [&](const QLineF& leader) {
+        return crosses(leader, place.name) ||
+               (place.leader && leader.intersects(*place.leader) == QLineF::BoundedIntersection);
+    };
     return m_inside.contains(place.name) && !isTaken(place.name) &&
-           std::none_of(m_leaders.begin(), m_leaders.end(), isCrossed) &&
+           std::none_of(m_leaders.begin(), m_leaders.end(), isMet) &&
            (!place.leader || std::none_of(m_taken.begin(), m_taken.end(), [&](const QRectF& other) {
                return crosses(*place.leader, other);
            }));
@@ -83,7 +86,7 @@ QList<QRectF> LabelRoom::nextTo(QPointF point, QSizeF size, double gap) {
 
 // Farther and farther away: above, then to the sides, which is where room is under the title.
 QList<LabelRoom::Place> LabelRoom::awayFrom(QPointF point, QSizeF size) const {
-    constexpr int mostSteps = 12;
+    constexpr int stepsUp = 12, stepsAside = 6;
     const double gap = 4.0 * m_unit, width = size.width(), height = size.height();
     QList<Place> places;
     const auto add = [&](QPointF nameAt, QPointF end) {
@@ -91,10 +94,12 @@ QList<LabelRoom::Place> LabelRoom::awayFrom(QPointF point, QSizeF size) const {
         leader.setP1(leader.pointAt(gap / leader.length())); // beside the dot
         places.append({QRectF(nameAt, size), leader});
     };
-    for (int step = 1; step <= mostSteps; ++step) {
+    for (int step = 1; step <= stepsUp; ++step) {
         const double rise = gap + step * height;
         for (const double share : {0.5, 0.1, 0.9})
             add(point + QPointF(-share * width, -rise - height), point - QPointF(0, rise));
+        if (step > stepsAside)
+            continue;
         for (const double steepness : {0.5, 0.0, -0.5})
             for (const double side : {1.0, -1.0}) {
                 const QPointF end = point + QPointF(side * rise, -steepness * rise);
