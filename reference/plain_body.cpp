@@ -24,14 +24,15 @@ QList<qsizetype> fieldCounts(QList<QStringList> rows, qsizetype titles) {
 
 } // namespace
 
-bool bodyAgrees(QList<QStringList> rows, qsizetype titles, bool endsInList) {
-    int agreeing = 0, shorter = 0;
+bool bodyAgrees(QList<QStringList> rows, qsizetype titles, bool endsInList, bool mayBeLong) {
+    int agreeing = 0, shorter = 0, longer = 0;
     const QList<qsizetype> counts = fieldCounts(std::move(rows), titles);
     for (const qsizetype count : counts) {
         agreeing += count == titles || (count > titles && endsInList) ? 1 : 0;
         shorter += count < titles ? 1 : 0;
+        longer += count > titles && !endsInList ? 1 : 0;
     }
-    return agreeing + shorter == counts.size() && agreeing > shorter;
+    return agreeing > shorter && (longer == 0 || (mayBeLong && longer * 10 <= counts.size()));
 }
 
 bool haveOneFieldMore(QList<QStringList> rows, qsizetype titles) {

@@ -9,8 +9,8 @@ namespace plain {
 constexpr qsizetype linesCompared = 20;
 
 // Whether the rows have as many fields as there are titles, though a few may be short. With a list
-// at their end they may have more.
-bool bodyAgrees(QList<QStringList> rows, qsizetype titles, bool endsInList);
+// at their end they may have more, and where `mayBeLong` says so, one in ten may too.
+bool bodyAgrees(QList<QStringList> rows, qsizetype titles, bool endsInList, bool mayBeLong);
 
 // Whether all rows have one field more than there are titles, as R writes the names of rows.
 bool haveOneFieldMore(QList<QStringList> rows, qsizetype titles);

@@ -7,6 +7,7 @@
 #include "splits.h"
 #include "title_table.h"
 
+#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 #include <optional>
@@ -127,7 +128,7 @@ private:
             return false;
         const QList<QStringList> first = fieldsOfBody(body.mid(0, linesCompared + 1), ofBody);
         dropEmptyEnd(first);
-        const QList<QStringList> rows = fieldsOfBody(body, ofBody);
+        QList<QStringList> rows = fieldsOfBody(body, ofBody);
         const qsizetype columns = line < 0 ? first.first().size() : m_table.titles.size();
         const bool hasRowNames = line >= 0 && !m_table.endsInList() &&
                                  haveOneFieldMore(first, columns) &&
@@ -135,9 +136,15 @@ private:
                                   (startWithRowNames(body, first) && !makeSense(rows)));
         if (hasRowNames)
             m_table.titles.prepend(QString());
-        else if (!bodyAgrees(first, columns, m_table.endsInList()))
+        else if (!bodyAgrees(first, columns, m_table.endsInList(),
+                             line >= 0 &&
+                                 (ofBody == Separator::Comma || ofBody == Separator::Semicolon)))
             return false;
-        m_table.decimalComma = ofBody == Separator::Semicolon && hasDecimalComma(rows);
+        rows.removeIf([&](const QStringList& row) { return m_table.isTooLong(row); });
+        m_table.decimalComma = ofBody == Separator::Semicolon ? hasDecimalComma(rows)
+                               : ofBody == Separator::Comma
+                                   ? false
+                                   : hasCommaColumn(rows, columns + (hasRowNames ? 1 : 0));
         return chooseColumns(rows);
     }
 
@@ -148,6 +155,7 @@ private:
             return false;
         Table table = m_table;
         table.columns = std::get<Columns>(chosen);
+        table.titles << QString(); // no row is then too long
         return !faultOfValues(table);
     }
 
@@ -188,6 +196,26 @@ private:
                 hasPoint |= field.contains(u'.') && isNumber(field);
             }
         return !hasPoint;
+    }
+
+    // Whether a column has decimal commas throughout: no points, and not all commas part thousands.
+    static bool hasCommaColumn(const QList<QStringList>& rows, qsizetype columns) {
+        static const QRegularExpression thousands("^[1-9]\\d{0,2}(,\\d{3})+$");
+        for (qsizetype column = 0; column < columns; ++column) {
+            bool hasComma = false, areNumbers = true;
+            for (const QStringList& row : rows.first(qMin<qsizetype>(rows.size(), 1000))) {
+                const QString text = row.value(column);
+                if (isMissing(text))
+                    continue;
+                hasComma |= text.contains(u',') && !thousands.match(text).hasMatch();
+                const PText::Kind kind = readP(QString(text).replace(u',', u'.')).kind;
+                areNumbers &=
+                    !text.contains(u'.') && kind != PText::Missing && kind != PText::NotANumber;
+            }
+            if (hasComma && areNumbers)
+                return true;
+        }
+        return false;
     }
 
     bool chooseColumns(const QList<QStringList>& rows) {

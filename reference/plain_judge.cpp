@@ -129,8 +129,9 @@ void judgeTable(Table& table, QList<Row> rows, const PrepareOptions& options) {
     Columns& columns = table.columns;
     if (columns.isPrepared)
         return;
-    rows.removeIf([](const Row& row) { // short lines count
-        return !row.lineFault.isEmpty() && row.lineFault != u"short-line";
+    rows.removeIf([&](const Row& row) { // short lines count
+        return (!row.lineFault.isEmpty() && row.lineFault != u"short-line") ||
+               table.isTooLong(row.fields);
     });
     const RowReader reader(table, options);
     if (options.testName && columns.test < 0)

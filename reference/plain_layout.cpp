@@ -91,8 +91,8 @@ QString Layout::withPoint(const QString& text) const {
 
 QString Layout::wholeText(QString text) const {
     static const QRegularExpression thousands("^\\d{1,3}(,\\d{3})+$");
-    if (quoted && !decimalComma && thousands.match(text).hasMatch())
-        return text.remove(u',');
+    if (thousands.match(text).hasMatch())
+        return quoted && !decimalComma ? text.remove(u',') : text;
     return withPoint(text);
 }
 
@@ -101,6 +101,12 @@ bool Layout::endsInList() const {
         if (normalTitle(title).contains(fromData(title_table::listTitlePiece)))
             return true;
     return false;
+}
+
+bool Layout::isTooLong(const QStringList& row) const {
+    const bool parts = separator == Separator::Comma || separator == Separator::Semicolon;
+    return parts && !titles.isEmpty() && !endsInList() &&
+           !row.mid(titles.size()).join(QString()).isEmpty();
 }
 
 QStringList linesOf(const QByteArray& file) {

@@ -22,6 +22,9 @@ struct Layout {
     QString wholeText(QString text) const;
     // Whether one title says that the lines end in a list, and have more fields then.
     bool endsInList() const;
+
+    // Whether commas or semicolons part the row into more fields than there are titles.
+    bool isTooLong(const QStringList& row) const;
 };
 
 // The lines of an unpacked file, from 1 in the file and from 0 here.

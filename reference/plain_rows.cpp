@@ -81,7 +81,7 @@ bool RowReader::hasOddFields(const Row& row) const {
         return false;
     case Separator::Comma:
     case Separator::Semicolon:
-        return !row.fields.mid(titles).join(QString()).isEmpty();
+        return m_table.isTooLong(row.fields);
     default:
         return row.fields.size() != titles;
     }

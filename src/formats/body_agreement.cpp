@@ -1,6 +1,8 @@
 #include "body_agreement.h"
 
+#include "line_faults.h"
 #include "p_value.h"
+#include "position_text.h"
 #include "title_table.h"
 #include "titles.h"
 
@@ -21,6 +23,43 @@ bool isNumber(const QByteArray& text) {
     return readNumber(viewOf(text), false, number);
 }
 
+bool isDecimalCommaIn(const QByteArray& text) {
+    return text.contains(',') && (text.startsWith('0') || !isGrouped(text));
+}
+
+// Numbers without a point, of which some have a comma that parts no thousands.
+bool isOfDecimalCommas(const QList<QByteArray>& values) {
+    return std::any_of(values.begin(), values.end(), isDecimalCommaIn) &&
+           std::all_of(values.begin(), values.end(), [](const QByteArray& text) {
+               return !text.contains('.') &&
+                      readPValue(viewOf(text), true).kind == PValue::Kind::Number;
+           });
+}
+
+bool hasColumnOfDecimalCommas(const HeadTable& table) {
+    constexpr qsizetype linesRead = 1'000;
+    const auto lines = table.body().first(std::min(linesRead, table.body().size()));
+    if (std::none_of(lines.begin(), lines.end(), [](const HeadLine& line) {
+            return line.text.find(',') != std::string_view::npos;
+        }))
+        return false;
+    for (int column = 0; column < table.columnCount(); ++column)
+        if (isOfDecimalCommas(table.values(column, linesRead)))
+            return true;
+    return false;
+}
+
+bool hasCommaOrNoPoint(const HeadTable& table) {
+    bool hasPoint = false;
+    for (const HeadLine& line : table.body().first(std::min(linesCompared, table.body().size())))
+        for (QByteArray field : table.fields(line)) {
+            hasPoint = hasPoint || (field.contains('.') && isNumber(field));
+            if (field.count(',') == 1 && isNumber(field.replace(",", ".")))
+                return true;
+        }
+    return !hasPoint;
+}
+
 } // namespace
 
 bool endsInList(const QList<QByteArray>& titles) {
@@ -31,7 +70,7 @@ bool endsInList(const QList<QByteArray>& titles) {
 
 Agreement agreement(const HeadTable& table, bool isWhole) {
     const qsizetype titles = table.titles().size();
-    qsizetype equal = 0, shorter = 0, oneMore = 0;
+    qsizetype equal = 0, shorter = 0, oneMore = 0, longer = 0;
     auto lines = table.body().first(std::min(linesCompared, table.body().size()));
     if (isWhole && lines.size() > 1 && fieldCount(table, table.body().last()) < titles &&
         lines.size() == table.body().size())
@@ -41,13 +80,14 @@ Agreement agreement(const HeadTable& table, bool isWhole) {
         const bool isEqual = count == titles || (count > titles && endsInList(table.titles()));
         equal += isEqual ? 1 : 0;
         shorter += count < titles ? 1 : 0;
+        longer += !isEqual && count > titles ? 1 : 0;
         oneMore += !isEqual && count == titles + 1 ? 1 : 0;
     }
     if (oneMore > 0 && oneMore == lines.size())
         return Agreement::OneFieldMore;
-    return equal + shorter == lines.size() && (equal > shorter || lines.isEmpty())
-               ? Agreement::Agrees
-               : Agreement::Differs;
+    const bool areFew = mostFields(table.format()) != anyFieldCount && longer * 10 <= lines.size();
+    return (longer == 0 || areFew) && (equal > shorter || lines.isEmpty()) ? Agreement::Agrees
+                                                                           : Agreement::Differs;
 }
 
 bool startWithRowNames(const HeadTable& table) {
@@ -86,12 +126,12 @@ bool hasNumbers(const QList<QByteArray>& titles) {
 }
 
 bool hasDecimalComma(const HeadTable& table) {
-    bool hasPoint = false;
-    for (const HeadLine& line : table.body().first(std::min(linesCompared, table.body().size())))
-        for (QByteArray field : table.fields(line)) {
-            hasPoint = hasPoint || (field.contains('.') && isNumber(field));
-            if (field.count(',') == 1 && isNumber(field.replace(",", ".")))
-                return true;
-        }
-    return !hasPoint;
+    switch (table.format().separator) {
+    case Separator::Comma:
+        return false;
+    case Separator::Semicolon:
+        return hasCommaOrNoPoint(table);
+    default:
+        return hasColumnOfDecimalCommas(table);
+    }
 }

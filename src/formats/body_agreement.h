@@ -6,8 +6,8 @@
 inline constexpr qsizetype linesCompared = 20;
 
 // Whether the first lines have as many fields as there are titles. Lines that are too short are
-// faults of the table where they are few; a line that is too long says that the fields are parted
-// in another way.
+// faults of the table where they are few. A line that is too long says that the fields are parted
+// in another way, unless it is dropped later and at most 1 in 10 is one.
 enum class Agreement { Agrees, OneFieldMore, Differs };
 Agreement agreement(const HeadTable& table, bool isWhole);
 
@@ -23,4 +23,5 @@ bool endsInList(const QList<QByteArray>& titles);
 bool hasNumbers(const QList<QByteArray>& titles);
 
 // In a table parted by semicolons a comma is the decimal point, unless its numbers have points.
+// Between tabs or spaces it is where a column has decimal commas throughout.
 bool hasDecimalComma(const HeadTable& table);

@@ -250,6 +250,7 @@ Optional choose(const HeadTable& table, const PrepareOptions& options, ColumnCho
     NamedColumns named;
     if (Optional refusal = readColumnOptions(table, options, named))
         return refusal;
+    choice.isChromosomeNamed = named.chromosome >= 0;
     if (Optional refusal = checkWhere(table, options))
         return refusal;
     if (Optional refusal = choosePlace(table, named, options, choice))
@@ -277,5 +278,9 @@ std::variant<ColumnChoice, Refusal> chooseColumns(const HeadTable& table, bool i
     const ValueCounts counts = HeadCounter(table, understanding).count(isWhole);
     if (Optional refusal = judge(counts, understanding))
         return *refusal;
+    if (table.format().decimalComma && table.format().separator != Separator::Semicolon)
+        understanding.columns.remarks +=
+            QStringLiteral("A column has decimal commas throughout: a comma is taken for the "
+                           "decimal point.");
     return understanding.columns;
 }

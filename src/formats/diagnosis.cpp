@@ -101,9 +101,9 @@ Place placeOf(const ComparedColumn& column) {
 // As many as marker names, and more than any genome has sequences to scan.
 bool hasManyLabels(const WindowReading& reading) {
     constexpr qint64 manyLabels = 1000;
-    const qint64 labels = reading.chromosomes.size();
-    return labels > manyLabels &&
-           (labels == WindowReading::chromosomesKept || labels * 2 > reading.rows);
+    const qint64 kept = reading.chromosomes.size();
+    const qint64 labels = kept == WindowReading::chromosomesKept ? reading.stretches : kept;
+    return labels > manyLabels && labels * 2 > reading.rows;
 }
 
 void addColumnFindings(Diagnosis& diagnosis) {
@@ -131,8 +131,10 @@ void addColumnFindings(Diagnosis& diagnosis) {
 void addValueFindings(Diagnosis& diagnosis) {
     const WindowReading& reading = diagnosis.reading;
     QList<Finding>& findings = diagnosis.findings;
+    const auto* right = std::get_if<Understanding>(&diagnosis.right);
+    const bool isPrepared = right != nullptr && right->columns.isPrepared;
     const bool isRight = !diagnosis.columns || diagnosis.columns->chromosome.isRight;
-    if (isRight && hasManyLabels(reading))
+    if (isRight && !isPrepared && hasManyLabels(reading))
         add(findings, FindingCode::NamesAsChromosomes, {0, reading.layout->chromosome.name, {}});
     const bool isKnown = diagnosis.columns && diagnosis.columns->p.rightNumber > 0;
     const auto outside =

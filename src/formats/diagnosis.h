@@ -30,6 +30,7 @@ struct Diagnosis {
     qint64 endsAtLine = 0;
     WindowReading reading;
     std::variant<Understanding, Refusal> right; // the table as `prepare` takes it
+    std::optional<Refusal> leftToChoose;        // why `prepare` refuses it all the same
     std::optional<ComparedColumns> columns;     // where both the window and `prepare` have some
     QList<QString> missingRoles; // "chromosome", "position", "p": no title says them to the window
     QList<Finding> findings;     // the gravest first

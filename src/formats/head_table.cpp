@@ -61,6 +61,20 @@ std::span<const std::string_view> HeadTable::row(qsizetype i) const {
     return {m_fields.data() + start, m_starts[size_t(i) + 1] - start};
 }
 
+void HeadTable::dropLinesLongerThan(size_t fields) {
+    QList<HeadLine> kept;
+    for (qsizetype i = 0; i < m_body.size(); ++i) {
+        const auto texts = row(i);
+        const auto beyond = texts.subspan(std::min(fields, texts.size()));
+        if (std::all_of(beyond.begin(), beyond.end(), [](auto text) { return text.empty(); }))
+            kept.append(m_body[i]);
+    }
+    if (kept.size() == m_body.size())
+        return;
+    m_body = kept;
+    m_starts.clear();
+}
+
 QList<QByteArray> HeadTable::column(int column, qsizetype limit) const {
     QList<QByteArray> texts;
     const qsizetype count = std::min(limit, m_body.size());

@@ -40,6 +40,9 @@ public:
     // The fields of line i of the body.
     std::span<const std::string_view> row(qsizetype i) const;
 
+    // Leaves out the lines that have a text beyond so many fields.
+    void dropLinesLongerThan(size_t fields);
+
     // The column's texts in the first `limit` lines; empty where a line is too short.
     QList<QByteArray> column(int column, qsizetype limit) const;
 

@@ -2,6 +2,7 @@
 
 #include "body_agreement.h"
 #include "column_choice.h"
+#include "line_faults.h"
 #include "role_titles.h"
 #include "splits.h"
 #include "title_table.h"
@@ -195,7 +196,9 @@ private:
         else if (agrees != Agreement::Agrees)
             return noteDisagreement(table, score), std::nullopt;
         TableFormat& format = table.format();
-        format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(table);
+        if (const size_t most = mostFields(format); most != anyFieldCount)
+            table.dropLinesLongerThan(most); // their fields stand under other titles
+        format.decimalComma = hasDecimalComma(table);
         format.firstDataLine = format.headerLine + 1;
         choose(table, attempt);
         return attempt;
@@ -341,7 +344,7 @@ std::variant<Understanding, Refusal> readWithoutHeader(const QList<HeadLine>& li
                        {},
                        body.isEmpty() ? 0 : body.first().number};
     TableFormat& format = table->format();
-    format.decimalComma = format.separator == Separator::Semicolon && hasDecimalComma(*table);
+    format.decimalComma = hasDecimalComma(*table);
     auto choice = chooseColumns(*table, isWhole, options);
     if (Refusal* const refusal = std::get_if<Refusal>(&choice))
         return *refusal;

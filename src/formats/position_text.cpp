@@ -14,7 +14,8 @@ bool isDigits(const QByteArray& text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-// 1,234,567: groups of three digits after the first.
+} // namespace
+
 bool isGrouped(const QByteArray& text) {
     const QList<QByteArray> groups = text.split(',');
     return groups.size() > 1 && groups.first().size() < 4 && isDigits(groups.first()) &&
@@ -23,14 +24,15 @@ bool isGrouped(const QByteArray& text) {
            });
 }
 
-} // namespace
-
 PositionKind readPosition(std::string_view text, const TableFormat& format, int& position) {
     if (isMissing(text))
         return PositionKind::Missing;
     QByteArray digits = bytesOf(text);
-    if (format.quoted && !format.decimalComma && isGrouped(digits))
+    if (isGrouped(digits)) {
+        if (!format.quoted || format.decimalComma)
+            return PositionKind::NotANumber;
         digits.replace(",", "");
+    }
     double number = 0.0;
     if (!readNumber(viewOf(digits), format.decimalComma, number))
         return PositionKind::NotANumber;

@@ -54,6 +54,7 @@ private:
     void drop(DropReason reason, const TableRows& rows);
     Refusal unwritable() const { return {RefusalCode::Unwritable, m_sink.error(), {}, {}}; }
     Failure finish(const WrittenChromosomes& chromosomes);
+    QString manyChromosomes() const;
     Refusal nothingWritten() const;
     void collect(const PConverter& converter);
 
@@ -150,6 +151,8 @@ Failure Preparation::run() {
         m_converter.counts().labels = std::ssize(m_sink.chromosomes());
     if (Failure refusal = judge(m_converter.counts(), m_tables.first()))
         return refusal;
+    if (m_converter.counts().haveManyLabels() && m_columns.isChromosomeNamed)
+        m_report.remarks += manyChromosomes();
     if (Failure refusal = m_parts.judge(m_tables.first().format.titles))
         return refusal;
     if (!m_sink.isInOrder() && m_parts.needThoroughLook()) {
@@ -280,6 +283,14 @@ void Preparation::drop(DropReason reason, const TableRows& rows) {
         line += '\t' + m_job.names.value(m_input, m_job.inputs[m_input]).toUtf8();
     line += '\t' + QByteArray::number(rows.line()) + '\t' + bytesOf(rows.text()) + '\n';
     m_job.dropped->write(line);
+}
+
+QString Preparation::manyChromosomes() const {
+    const ValueCounts& counts = m_converter.counts();
+    return QStringLiteral("More than half of the lines have a chromosome of their own (%1 in %2 "
+                          "lines), as marker names would: taken since --chromosome says so.")
+        .arg(*counts.labels)
+        .arg(counts.chromosomeRows);
 }
 
 // What to do about the reason for which most rows are dropped.

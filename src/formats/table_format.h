@@ -56,8 +56,9 @@ struct ColumnChoice {
     int info = -1; // texts with LOG10P=number among them, which hold where p is too small to print
     int z = -1, beta = -1, standardError = -1; // where p is computed from effects
     int format = -1; // VCF: the FORMAT column; logP is then the sample's column, in subfield LP
-    bool isPrepared = false;    // a prepared or saved table: its texts are copied as they stand
-    QByteArray chromosomeValue; // where the user gave it
+    bool isChromosomeNamed = false; // by the user, whatever the column holds
+    bool isPrepared = false;        // a prepared or saved table: its texts are copied as they stand
+    QByteArray chromosomeValue;     // where the user gave it
     QList<RoleNote> notes;
     QList<RoleNote> others; // candidates that were not chosen, and why not
     QList<QString> remarks; // anything else that the user should read

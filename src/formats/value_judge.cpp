@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr qint64 manyLabels = 1'000;
-
 // More than 1 in 100.
 bool isMuch(qint64 part, qint64 whole) {
     return part * 100 > whole;
@@ -18,17 +16,12 @@ QString column(const Understanding& table, int column) {
     return columnText(table.format.titles, column);
 }
 
-Refusal scaleRefusal(RefusalCode code, const QString& message, const Understanding& table,
-                     int column, const QList<QByteArray>& options) {
-    return {code, message, {table.format.titles.value(column)}, options};
-}
-
 Refusal noNumbers(const Understanding& table, int p) {
     return {RefusalCode::NoPValue,
             QStringLiteral("Most values in %1 are no numbers, so it is no column of p-values. Name "
                            "the right one with --p.")
                 .arg(column(table, p)),
-            {table.format.titles.value(p)},
+            {},
             {"--p COLUMN"}};
 }
 
@@ -37,53 +30,55 @@ std::optional<Refusal> judgeP(const ValueCounts& counts, const Understanding& ta
     if (counts.pTexts > counts.pNumbers)
         return noNumbers(table, p);
     if (counts.pNegative > 0 && counts.pPositive == 0)
-        return scaleRefusal(
-            RefusalCode::LooksLikeLog,
-            QStringLiteral("All values in %1 are at or below 0: it looks like a "
-                           "logarithm of p. Say --p-is log10, or --p-is ln if it is "
-                           "the natural one.")
-                .arg(column(table, p)),
-            table, p, {"--p-is log10", "--p-is ln"});
+        return Refusal{RefusalCode::LooksLikeLog,
+                       QStringLiteral("All values in %1 are at or below 0: it looks like a "
+                                      "logarithm of p. Say --p-is log10, or --p-is ln if it is "
+                                      "the natural one.")
+                           .arg(column(table, p)),
+                       {},
+                       {"--p-is log10", "--p-is ln"}};
     if (isMuch(counts.pAboveOne, counts.pNumbers))
-        return scaleRefusal(RefusalCode::LooksLikeNegLog10,
-                            QStringLiteral("More than 1 in 100 values in %1 are above 1: it looks "
-                                           "like -log10 p. Say --p-is neglog10 if it is.")
-                                .arg(column(table, p)),
-                            table, p, {"--p-is neglog10"});
+        return Refusal{RefusalCode::LooksLikeNegLog10,
+                       QStringLiteral("More than 1 in 100 values in %1 are above 1: it looks "
+                                      "like -log10 p. Say --p-is neglog10 if it is.")
+                           .arg(column(table, p)),
+                       {},
+                       {"--p-is neglog10"}};
     if (isMuch(counts.pAboveOne + counts.pNegative, counts.pNumbers))
-        return scaleRefusal(RefusalCode::OutOfRange,
-                            QStringLiteral("More than 1 in 100 values in %1 lie outside 0 to 1, so "
-                                           "they are no p-values.")
-                                .arg(column(table, p)),
-                            table, p, {"--p COLUMN"});
+        return Refusal{RefusalCode::OutOfRange,
+                       QStringLiteral("More than 1 in 100 values in %1 lie outside 0 to 1, so "
+                                      "they are no p-values.")
+                           .arg(column(table, p)),
+                       {},
+                       {"--p COLUMN"}};
     return std::nullopt;
 }
 
 Refusal mixedSigns(const Understanding& table) {
-    return scaleRefusal(
-        RefusalCode::MixedSigns,
-        QStringLiteral("%1 has values above 0 and below 0, so it is no logarithm of p. "
-                       "Name the right column with --p.")
-            .arg(column(table, table.columns.logP)),
-        table, table.columns.logP, {"--p COLUMN"});
+    return Refusal{RefusalCode::MixedSigns,
+                   QStringLiteral("%1 has values above 0 and below 0, so it is no logarithm of p. "
+                                  "Name the right column with --p.")
+                       .arg(column(table, table.columns.logP)),
+                   {},
+                   {"--p COLUMN"}};
 }
 
 Refusal turnedSigns(const Understanding& table) {
-    return scaleRefusal(
-        RefusalCode::LooksLikeLog,
-        QStringLiteral("All values in %1 are at or below 0, so they are not -log10 p. "
-                       "Say --p-is log10, or --p-is ln if it is the natural one.")
-            .arg(column(table, table.columns.logP)),
-        table, table.columns.logP, {"--p-is log10", "--p-is ln"});
+    return Refusal{RefusalCode::LooksLikeLog,
+                   QStringLiteral("All values in %1 are at or below 0, so they are not -log10 p. "
+                                  "Say --p-is log10, or --p-is ln if it is the natural one.")
+                       .arg(column(table, table.columns.logP)),
+                   {},
+                   {"--p-is log10", "--p-is ln"}};
 }
 
 Refusal notBelowZero(const Understanding& table) {
-    return scaleRefusal(
-        RefusalCode::LooksLikeNegLog10,
-        QStringLiteral("The values in %1 are above 0, so they look like -log10 p. Say "
-                       "--p-is neglog10 if they are.")
-            .arg(column(table, table.columns.logP)),
-        table, table.columns.logP, {"--p-is neglog10"});
+    return Refusal{RefusalCode::LooksLikeNegLog10,
+                   QStringLiteral("The values in %1 are above 0, so they look like -log10 p. Say "
+                                  "--p-is neglog10 if they are.")
+                       .arg(column(table, table.columns.logP)),
+                   {},
+                   {"--p-is neglog10"}};
 }
 
 std::optional<Refusal> judgeLog(const ValueCounts& counts, const Understanding& table) {
@@ -121,14 +116,14 @@ std::optional<Refusal> judgePosition(const ValueCounts& counts, const Understand
                                       "genetic map, not base pairs. Name the right column with "
                                       "--position, or give a table with --positions FILE.")
                            .arg(column(table, position)),
-                       {table.format.titles.value(position)},
+                       {},
                        {"--position COLUMN", "--positions FILE"}};
     if (counts.positionTexts * 2 > counts.positions)
         return Refusal{RefusalCode::NoPosition,
                        QStringLiteral("Most values in %1 are no numbers, so it is no column of "
                                       "positions. Name the right one with --position.")
                            .arg(column(table, position)),
-                       {table.format.titles.value(position)},
+                       {},
                        {"--position COLUMN"}};
     return std::nullopt;
 }
@@ -139,29 +134,38 @@ Refusal noChromosomes(const Understanding& table) {
         QStringLiteral("No line has a chromosome in %1. Name another column with --chromosome or, "
                        "for a table of one chromosome, say --chromosome-value NAME.")
             .arg(column(table, table.columns.chromosome)),
-        {table.format.titles.value(table.columns.chromosome)},
+        {},
         {"--chromosome COLUMN", "--chromosome-value NAME"}};
 }
 
-std::optional<Refusal> judgeChromosome(const ValueCounts& counts, const Understanding& table) {
-    if (!counts.labels)
-        return std::nullopt;
-    if (*counts.labels == 0 && counts.rows > 0)
-        return noChromosomes(table);
-    if (*counts.labels <= manyLabels || *counts.labels * 2 <= counts.chromosomeRows)
-        return std::nullopt;
-    return Refusal{
+Refusal likeNames(const ValueCounts& counts, const Understanding& table) {
+    const int chromosome = table.columns.chromosome;
+    return {
         RefusalCode::LooksLikeNames,
-        QStringLiteral("%1 has %2 different texts in %3 lines: they look like marker names, "
-                       "not chromosomes. Name the right column with --chromosome.")
-            .arg(column(table, table.columns.chromosome))
+        QStringLiteral("%1 has %2 different texts in %3 lines: they look like marker names, not "
+                       "chromosomes. Name the right column with --chromosome, or this one if "
+                       "they are scaffolds.")
+            .arg(column(table, chromosome))
             .arg(*counts.labels)
             .arg(counts.chromosomeRows),
-        {table.format.titles.value(table.columns.chromosome)},
-        {"--chromosome COLUMN"}};
+        {},
+        {"--chromosome COLUMN", optionFor("--chromosome", table.format.titles, chromosome)}};
+}
+
+std::optional<Refusal> judgeChromosome(const ValueCounts& counts, const Understanding& table) {
+    if (counts.labels == 0 && counts.rows > 0)
+        return noChromosomes(table);
+    const bool isSure = table.columns.isChromosomeNamed || table.columns.isPrepared;
+    return counts.haveManyLabels() && !isSure ? std::optional(likeNames(counts, table))
+                                              : std::nullopt;
 }
 
 } // namespace
+
+bool ValueCounts::haveManyLabels() const {
+    constexpr qint64 manyLabels = 1'000;
+    return labels && *labels > manyLabels && *labels * 2 > chromosomeRows;
+}
 
 void ValueCounts::countP(double p, bool isNegative, double negLog10) {
     ++pNumbers;

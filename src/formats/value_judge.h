@@ -35,6 +35,9 @@ struct ValueCounts {
     qint64 chromosomeRows = 0;    // with a chromosome
     std::optional<qint64> labels; // chromosomes that differ, of a whole table
 
+    // As many chromosomes as a column of marker names would make.
+    bool haveManyLabels() const;
+
     // `negLog10` is that of p's own text.
     void countP(double p, bool isNegative, double negLog10);
     void countLog(double value);

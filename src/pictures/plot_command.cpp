@@ -77,6 +77,7 @@ private:
 void Plot::openInputs() {
     for (const QByteArray& file : m_arguments.files) {
         Scan& scan = m_scans.emplace_back(m_columns, m_streams);
+        scan.command.inputs().knowPipes(m_everyInput);
         if (const std::optional<Failure> failure = scan.command.readInputs({file}))
             scan.status = scan.command.end(*failure);
         m_everyInput.protect(scan.command.inputs());

@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QLatin1String>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -82,6 +83,23 @@ Canvas::~Canvas() {
 void Canvas::settle() {
     m_dots.flush();
     m_line.finish();
+}
+
+void Canvas::addColor(QRgb color) {
+    std::erase(m_markColors, color);
+    m_markColors.push_back(color);
+}
+
+bool Canvas::hasMarks(const QRectF& area) {
+    settle();
+    const QRect pixels = area.toAlignedRect() & m_marks.rect();
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(m_marks.constScanLine(y));
+        for (int x = pixels.left(); x <= pixels.right(); ++x)
+            if (std::find(m_markColors.begin(), m_markColors.end(), line[x]) != m_markColors.end())
+                return true;
+    }
+    return false;
 }
 
 void Canvas::setFont(const QFont& font) {

@@ -58,13 +58,20 @@ public:
 
     // Draws a dot at each x and y; at most DotStamp::mostAtOnce, any coordinates.
     void putDots(std::span<const int> x, std::span<const int> y, QRgb color) {
+        noteColor(color);
         m_dots.put(x, y, color);
     }
 
     // Draws a segment of the dots' width from where the last one ended, if there was one since the
     // line was lifted.
-    void lineTo(QPoint to, QRgb color) { m_line.goTo(to, color); }
+    void lineTo(QPoint to, QRgb color) {
+        noteColor(color);
+        m_line.goTo(to, color);
+    }
     void liftLine() { m_line.lift(); }
+
+    // Whether a dot or a segment shows in an area, by its colour: nothing else there may have it.
+    bool hasMarks(const QRectF& area);
 
 private:
     struct Letters {
@@ -75,6 +82,11 @@ private:
         QFont font;
     };
     void settle();
+    void noteColor(QRgb color) {
+        if (m_markColors.empty() || color != m_markColors.back())
+            addColor(color);
+    }
+    void addColor(QRgb color);
 
     const PlotGeometry m_geometry;
     DotStamp m_dots;
@@ -85,6 +97,7 @@ private:
     QPen m_pen;
     SegmentPath m_line;
     bool m_hasMarks = false;
+    std::vector<QRgb> m_markColors; // each once, that of the last mark at the end
     std::vector<Letters> m_letters; // above the marks of a page
 };
 

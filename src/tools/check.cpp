@@ -5,6 +5,7 @@
 #include "exit_status.h"
 #include "file_writing.h"
 #include "inputs.h"
+#include "prepare.h"
 #include "progress_file.h"
 #include "safe_output.h"
 #include "table_head.h"
@@ -13,6 +14,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTemporaryFile>
 
 namespace {
 
@@ -48,11 +50,8 @@ std::optional<Failure> readFacts(const Inputs& inputs, qsizetype i, FileFacts& f
     return std::nullopt;
 }
 
-// The table as `prepare` takes it. A file that the window reads without titles is judged as such.
-std::variant<Understanding, Refusal> rightColumns(const FileFacts& facts, bool isWhole,
-                                                  const WindowReading& reading) {
-    if (!facts.foreignKind.isEmpty())
-        return Refusal{RefusalCode::ForeignFile, {}, {}, {}, 0};
+// A file that the window reads without titles is judged as such.
+PrepareOptions optionsFor(const WindowReading& reading) {
     PrepareOptions options;
     if (reading.layout && reading.layout->headerLines == 0) {
         options.noHeader = true;
@@ -60,8 +59,31 @@ std::variant<Understanding, Refusal> rightColumns(const FileFacts& facts, bool i
         options.position = "2";
         options.p = "3";
     }
+    return options;
+}
+
+// The table as `prepare` takes it.
+std::variant<Understanding, Refusal> rightColumns(const FileFacts& facts, bool isWhole,
+                                                  const PrepareOptions& options) {
+    if (!facts.foreignKind.isEmpty())
+        return Refusal{RefusalCode::ForeignFile, {}, {}, {}, 0};
     return understand({facts.head.constData(), static_cast<size_t>(facts.head.size())}, isWhole,
                       options);
+}
+
+// What only the rows tell: `prepare` itself is tried on the first lines. Unless these are all, what
+// they lack may come later.
+std::optional<Refusal> refusalOfRows(const FileFacts& facts, bool isWhole,
+                                     const PrepareOptions& options) {
+    QTemporaryFile head, prepared;
+    if (!head.open() || head.write(facts.head) != facts.head.size() || !head.flush() ||
+        !prepared.open())
+        return std::nullopt;
+    const auto result = prepare({{head.fileName()}, options, nullptr, [](qint64) {}}, prepared);
+    const auto* refusal = std::get_if<Refusal>(&result);
+    const bool isChoice = refusal != nullptr && (refusal->code == RefusalCode::SeveralTests ||
+                                                 refusal->code == RefusalCode::SeveralTraits);
+    return isChoice || (refusal != nullptr && isWhole) ? std::optional(*refusal) : std::nullopt;
 }
 
 class Check {
@@ -106,9 +128,13 @@ void Check::checkFile(qsizetype i, const QByteArray& word) {
             {StatusUnreadable, name + QStringLiteral(": cannot be read: ") + file.errorString()});
         return;
     }
-    auto right = rightColumns(facts, isWhole, reading);
-    const CheckReport report{name, QFile::decodeName(word), facts.packing,
-                             diagnose(facts, std::move(reading), std::move(right))};
+    const PrepareOptions options = optionsFor(reading);
+    auto right = rightColumns(facts, isWhole, options);
+    CheckReport report{name, QFile::decodeName(word), facts.packing,
+                       diagnose(facts, std::move(reading), std::move(right))};
+    Diagnosis& diagnosis = report.diagnosis;
+    if (!diagnosis.findings.isEmpty() && std::holds_alternative<Understanding>(diagnosis.right))
+        diagnosis.leftToChoose = refusalOfRows(facts, isWhole, options);
     if (m_isTextWanted)
         m_streams.out.write((i > 0 ? "\n" : "") + textOf(report, m_arguments.has("--quiet")));
     if (m_arguments.has("--json"))

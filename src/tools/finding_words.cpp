@@ -114,7 +114,7 @@ QString missing(const Diagnosis& diagnosis) {
 
 // What the window takes where that is wrong, and what it should.
 QString rightColumn(const ComparedColumn& column) {
-    if (column.rightNumber == 0)
+    if (column.rightNumber == 0 || column.isRight)
         return {};
     QString text = QStringLiteral("; the right column is \"%1\" (column %2)")
                        .arg(column.rightTitle)
@@ -150,8 +150,10 @@ QLatin1String nameOf(FindingCode code) {
 QString sentence(const Finding& finding, const Place& place, const Diagnosis& diagnosis) {
     if (finding.code == FindingCode::MissingTitles)
         return missing(diagnosis);
+    const auto& columns = diagnosis.columns;
     const bool isSeen =
-        finding.code == FindingCode::LogAsP && !(diagnosis.columns && diagnosis.columns->isLog);
+        (finding.code == FindingCode::LogAsP && !(columns && columns->isLog)) ||
+        (finding.code == FindingCode::NamesAsChromosomes && columns && columns->chromosome.isRight);
     // In one step, since the texts are the file's and may hold a percent sign.
     QString text = QString::fromUtf8(wordsOf(finding.code).text);
     if (isSeen)

@@ -66,10 +66,40 @@ Inputs::~Inputs() {
         close(descriptor);
 }
 
+void Inputs::protect(const Inputs& others) {
+    m_identities += others.m_identities;
+    knowPipes(others);
+}
+
+void Inputs::knowPipes(const Inputs& others) {
+    for (const Identity& pipe : others.m_pipes)
+        if (!m_pipes.contains(pipe))
+            m_pipes.append(pipe);
+    m_hasStandardInput |= others.m_hasStandardInput;
+}
+
+// Asked before it is opened, which could wait for a writer for ever.
+bool Inputs::isRead(const QByteArray& word) const {
+    struct stat status {};
+    if (word == "-")
+        return m_hasStandardInput ||
+               (fstat(STDIN_FILENO, &status) == 0 && m_pipes.contains(identityOf(status)));
+    return stat(word.constData(), &status) == 0 && m_pipes.contains(identityOf(status));
+}
+
 std::optional<Failure> Inputs::add(const QByteArray& word) {
     const bool isStandardInput = word == "-";
     const QString name =
         isStandardInput ? QStringLiteral("standard input") : QFile::decodeName(word);
+    if (isRead(word)) {
+        m_paths.append(name);
+        m_names.append(name);
+        m_isGood.append(false);
+        return Failure{StatusWrongCall,
+                       name + QStringLiteral(": can be read only once, and is needed twice. "
+                                             "Save it to a file, and name that.")};
+    }
+    m_hasStandardInput |= isStandardInput;
     const int descriptor = isStandardInput ? dup(STDIN_FILENO) : openToRead(word);
     struct stat status {};
     std::optional<Failure> failure;
@@ -80,8 +110,10 @@ std::optional<Failure> Inputs::add(const QByteArray& word) {
     QString path = name;
     const bool isRegular = S_ISREG(status.st_mode);
     int kept = isStandardInput && isRegular ? descriptor : -1; // what the path leads to
+    if (S_ISFIFO(status.st_mode))
+        m_pipes.append(identityOf(status));
     if (isRegular)
-        m_identities.append({status.st_dev, status.st_ino});
+        m_identities.append(identityOf(status));
     else if (!failure)
         kept = spool(descriptor, name, failure);
     if (kept >= 0) {
@@ -104,8 +136,5 @@ QString Inputs::named(QString text) const {
 }
 
 bool Inputs::contains(const struct stat& status) const {
-    return S_ISREG(status.st_mode) &&
-           std::any_of(m_identities.begin(), m_identities.end(), [&](const Identity& identity) {
-               return identity.device == status.st_dev && identity.inode == status.st_ino;
-           });
+    return S_ISREG(status.st_mode) && m_identities.contains(identityOf(status));
 }

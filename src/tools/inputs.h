@@ -18,12 +18,15 @@ public:
     Inputs(const Inputs&) = delete;
     Inputs& operator=(const Inputs&) = delete;
 
-    // Adds a file; "-" is standard input. Fails where it cannot be opened for reading; it is then
-    // listed, but not good.
+    // Adds a file; "-" is standard input. Fails where it cannot be opened for reading, or is a pipe
+    // that is read already; it is then listed, but not good.
     std::optional<Failure> add(const QByteArray& word);
 
-    // Makes contains() know the files of another list too.
-    void protect(const Inputs& others) { m_identities += others.m_identities; }
+    // Makes contains() know the files of another list too, and add() its pipes.
+    void protect(const Inputs& others);
+
+    // Only the second.
+    void knowPipes(const Inputs& others);
 
     // What to open, index-aligned with the files added, and how to call it.
     const QStringList& paths() const { return m_paths; }
@@ -42,11 +45,17 @@ private:
     struct Identity {
         dev_t device;
         ino_t inode;
+        bool operator==(const Identity&) const = default;
     };
+
+    static Identity identityOf(const struct stat& status) { return {status.st_dev, status.st_ino}; }
+    bool isRead(const QByteArray& word) const;
 
     QStringList m_paths;
     QStringList m_names;
     QList<bool> m_isGood;
     QList<Identity> m_identities; // of the regular files
-    QList<int> m_kept;            // descriptors that paths lead to
+    QList<Identity> m_pipes;
+    bool m_hasStandardInput = false;
+    QList<int> m_kept; // descriptors that paths lead to
 };

@@ -59,6 +59,7 @@ std::optional<Failure> ScanCommand::readInputs(const QByteArrayList& files) {
     for (const QByteArray& file : files)
         if (std::optional<Failure> failure = m_inputs.add(file))
             return failure;
+    m_positions.knowPipes(m_inputs);
     if (const auto file = m_arguments.value("--positions"))
         if (std::optional<Failure> failure = m_positions.add(*file))
             return failure;

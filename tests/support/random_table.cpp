@@ -31,7 +31,8 @@ Layout randomLayout(Random& random) {
     layout.alignsWithSpaces = layout.separator == u" " && random.oneIn(2);
     layout.quotes = random.oneIn(4);
     layout.quotesAll = layout.quotes && random.oneIn(3);
-    layout.decimalComma = layout.separator == u";" && random.oneIn(2);
+    layout.decimalComma =
+        layout.separator != u"," && random.oneIn(layout.separator == u";" ? 2 : 8);
     layout.endsWithSeparator = random.oneIn(25);
     layout.endsInList = random.oneIn(50);
     if (random.oneIn(30))

@@ -23,6 +23,9 @@ private slots:
     void tellsALongPath();
     void takesSeveralFiles();
     void theCommandMendsTheFile();
+    void takesScaffoldsOfAPreparedTable();
+    void asksWhetherManyLabelsAreScaffolds();
+    void proposesNothingThatLeavesNoMarker();
     void everyFindingIsDescribed();
 
 private:
@@ -272,6 +275,52 @@ void Check::takesSeveralFiles() {
 }
 
 // The command that is printed can be copied into a shell, whatever the file is called.
+namespace {
+
+// One marker each.
+QByteArray scaffolds(const QByteArray& titles, const QByteArray& p) {
+    QByteArray file = titles + '\n';
+    for (int i = 0; i < 3000; ++i)
+        file += "sca" + QByteArray::number(i) + "\t10\t" + p + '\n';
+    return file;
+}
+
+} // namespace
+
+void Check::takesScaffoldsOfAPreparedTable() {
+    const ToolsRun run;
+    const QByteArray table = scaffolds("Chr\tPosition\tP\t-log10(P)", "0.5\t0.30103");
+    run.write("in.txt", table);
+    const QJsonObject report = jsonOf(run.run({"check", "in.txt", "--json", "-"}).out);
+    QCOMPARE(report["verdict"].toString(), QStringLiteral("opens-but"));
+    QCOMPARE(codesOf(report), QSet<QString>{"one-marker"});
+    QVERIFY(report["commands"].toArray().isEmpty());
+    QCOMPARE(run.run({"prepare", "in.txt", "-q"}).out, table);
+}
+
+void Check::asksWhetherManyLabelsAreScaffolds() {
+    const ToolsRun run;
+    run.write("in.txt", scaffolds("chr\tpos\tp", "0.5"));
+    const QJsonObject report = jsonOf(run.run({"check", "in.txt", "--json", "-"}).out);
+    QVERIFY(codesOf(report).contains("names-as-chromosomes"));
+    QCOMPARE(report["commands"].toArray(),
+             QJsonArray({"pelmark-tools prepare in.txt --chromosome COLUMN -o in.prepared.txt",
+                         "pelmark-tools prepare in.txt --chromosome chr -o in.prepared.txt"}));
+    QCOMPARE(run.run({"prepare", "in.txt", "-q"}).status, 5);
+    const ToolsRun::Result taken = run.run({"prepare", "in.txt", "--chromosome", "chr"});
+    QCOMPARE(taken.status, 0);
+    QCOMPARE(taken.out.count('\n'), 3001);
+    QVERIFY2(taken.error.contains("3000 in 3000 lines"), taken.error);
+}
+
+void Check::proposesNothingThatLeavesNoMarker() {
+    const ToolsRun run;
+    run.write("in.txt", "chr\tpos\tp\n1\t10\t0.5\n2\t10\t0.1\n");
+    const QJsonObject report = jsonOf(run.run({"check", "in.txt", "--json", "-"}).out);
+    QVERIFY(report["commands"].toArray().isEmpty());
+    QVERIFY(report["advice"].toArray()[0].toString().contains("too few markers"));
+}
+
 void Check::theCommandMendsTheFile() {
     const ToolsRun run;
     const QString name = QStringLiteral("it's a 'file' $HOME.txt");

@@ -40,6 +40,14 @@ void CommandLine::answers_data() {
     row("missing file", {"check", "none.txt"}, 3, "", "none.txt: cannot be read: No such file");
     row("missing file to prepare", {"prepare", "none.txt", "-o", "o.txt"}, 3, "",
         "none.txt: cannot be read: No such file");
+    const char* once = "standard input: can be read only once";
+    row("positions from the same input", {"prepare", "-", "--positions", "-"}, 2, "", once);
+    row("the same by another name", {"prepare", "-", "--positions", "/dev/stdin"}, 2, "",
+        "/dev/stdin: can be read only once");
+    row("two scans from one input", {"prepare", "-", "-", "-o", "o.txt"}, 2, "", once);
+    row("hits with positions from it", {"hits", "-", "--positions=-"}, 2, "", once);
+    row("scan and table from one input", {"drop", "-", "-", "-o", "o.txt"}, 2, "", once);
+    row("scan and names from one input", {"keep", "-", "--names", "-", "-o", "o.txt"}, 2, "", once);
     row("folder", {"check", "."}, 3, "", ".: cannot be read: Is a directory");
 }
 

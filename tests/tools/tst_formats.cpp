@@ -64,7 +64,7 @@ private slots:
 
 private:
     static void addCases();
-    static void decidesByThePrintedCommands(const ToolsRun& run, const QByteArray& messages);
+    static void decides(const ToolsRun& run, const QByteArray& command);
 };
 
 void Formats::addCases() {
@@ -74,19 +74,18 @@ void Formats::addCases() {
 }
 
 // A command that has nothing to fill in is run as a shell would run it.
-void Formats::decidesByThePrintedCommands(const ToolsRun& run, const QByteArray& messages) {
+void Formats::decides(const ToolsRun& run, const QByteArray& command) {
     static const QRegularExpression blank(" (COLUMN|FILE|NAME|N)\\b");
-    const QByteArray name = "    pelmark-tools ";
-    for (const QByteArray& line : messages.split('\n')) {
-        if (!line.startsWith(name) || QString::fromUtf8(line).contains(blank))
-            continue;
-        QProcess shell;
-        shell.setWorkingDirectory(run.path("."));
-        shell.start("sh", {"-c", '\'' + ToolsRun::program() + "' " +
-                                     QString::fromUtf8(line.mid(name.size()))});
-        QVERIFY(shell.waitForFinished());
-        QVERIFY2(shell.exitCode() == 0, line + '\n' + shell.readAllStandardError());
-    }
+    const QByteArray name = "pelmark-tools ";
+    QVERIFY2(command.startsWith(name), command);
+    if (QString::fromUtf8(command).contains(blank))
+        return;
+    QProcess shell;
+    shell.setWorkingDirectory(run.path("."));
+    shell.start("sh", {"-c", '\'' + ToolsRun::program() + "' " +
+                                 QString::fromUtf8(command.mid(name.size()))});
+    QVERIFY(shell.waitForFinished());
+    QVERIFY2(shell.exitCode() == 0, command + '\n' + shell.readAllStandardError());
 }
 
 void Formats::arePrepared() {
@@ -102,7 +101,10 @@ void Formats::arePrepared() {
         QVERIFY2(result.error.contains(message.toUtf8()), result.error);
     if (each.status != 0) {
         QVERIFY(result.error.startsWith("pelmark-tools: in.txt:"));
-        return decidesByThePrintedCommands(run, result.error);
+        for (const QByteArray& line : result.error.split('\n'))
+            if (line.startsWith("    pelmark-tools "))
+                decides(run, line.trimmed());
+        return;
     }
     const auto rows = rowsOf(run.read("out.txt"), run.read("dropped.txt"));
     QCOMPARE(rows.keys(), each.rows.keys());
@@ -142,6 +144,11 @@ void Formats::areChecked() {
     for (qsizetype i = 0; i < each.check.size(); ++i)
         QVERIFY2(i == 0 ? said[0] == each.check[0] : said.contains(each.check[i]),
                  qPrintable(said.join(u' ')));
+    // That the shortest command succeeds, arePrepared tells of most.
+    for (const auto& command : report["commands"].toArray())
+        if (command != "pelmark-tools prepare in.txt -o in.prepared.txt" || each.status != 0 ||
+            !each.arguments.isEmpty())
+            decides(run, command.toString().toUtf8());
 }
 
 QTEST_GUILESS_MAIN(Formats)

@@ -36,6 +36,8 @@ private slots:
     void quantiles();
     void hitsAreNamed();
     void hitsAreNamedInARange();
+    void namesKeepOffDots();
+    void theStrongestIsNamedUnderTheTitle();
     void several();
     void reports();
     void reportsQuantiles();
@@ -485,6 +487,34 @@ void PlotCommand::hitsAreNamedInARange() {
     QVERIFY2(words.contains("1:6000000") && words.contains("1:900000"), words);
     QVERIFY2(!words.contains("1:9000000") && !words.contains("1:100") && !words.contains("2:10"),
              words);
+}
+
+// Nothing is drawn over a dot, though the names stand in a tower of them.
+void PlotCommand::namesKeepOffDots() {
+    const ToolsRun run;
+    const QStringList words{example("genome_100k.txt"), "--chromosome", "6"};
+    const QImage bare = drawn(run, words), named = drawn(run, words + QStringList{"--label-hits"});
+    QCOMPARE(named.size(), bare.size());
+    QVERIFY(named != bare);
+    int dots = 0;
+    for (int x = 0; x < bare.width(); ++x)
+        for (int y = 0; y < bare.height(); ++y)
+            if (bare.pixel(x, y) == 0xff3232ff) {
+                ++dots;
+                QVERIFY2(named.pixel(x, y) == bare.pixel(x, y),
+                         qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
+            }
+    QVERIFY(dots > 10000);
+}
+
+void PlotCommand::theStrongestIsNamedUnderTheTitle() {
+    const ToolsRun run;
+    QCOMPARE(run.run({"plot", "-q", example("genome_100k.txt"), "--label-hits", "40", "--size",
+                      "700x400", "-o", "x.pdf"})
+                 .status,
+             0);
+    const QByteArray words = output("pdftotext", {"-layout", run.path("x.pdf"), "-"});
+    QVERIFY2(words.contains("rs35848276"), words);
 }
 
 void PlotCommand::several() {
