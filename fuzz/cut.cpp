@@ -100,17 +100,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
 
     const auto read = readScanTable(scanFile.fileName(), {});
     const auto* scan = std::get_if<ScanTable>(&read);
-    if (!scan || scan->positions.empty())
+    if (!scan || scan->size() == 0)
         return 0;
     const auto& chromosome = scan->chromosomes[place % scan->chromosomes.size()];
     Points chosen, whole;
     for (size_t row = chromosome.begin; row < chromosome.end; ++row) {
-        whole.positions.append(scan->positions[row]);
-        whole.values.append(scan->values[row]);
+        whole.positions.append(scan->position(row));
+        whole.values.append(scan->value(row));
         if ((rows >> (row % 32) & 1U) == 0)
             continue;
-        chosen.positions.append(scan->positions[row]);
-        chosen.values.append(scan->values[row]);
+        chosen.positions.append(scan->position(row));
+        chosen.values.append(scan->value(row));
     }
     if (chosen.positions.isEmpty())
         return 0;

@@ -3,4 +3,4 @@
 #include <QtGlobal>
 
 // The bytes of a table that are read at a time.
-constexpr qsizetype blockSize = 256 * 1024;
+constexpr qsizetype tableBlockSize = 256 * 1024;

@@ -102,7 +102,7 @@ void LineCopier::run() {
 bool LineCopier::fill() {
     m_buffer.remove(0, m_taken);
     m_taken = 0;
-    const qsizetype start = m_buffer.size(), room = std::max(blockSize, start);
+    const qsizetype start = m_buffer.size(), room = std::max(tableBlockSize, start);
     m_buffer.resize(start + room);
     const qint64 count = m_from.read(m_buffer.data() + start, room);
     m_readFailed = count < 0;

@@ -37,7 +37,7 @@ void takeRow(const LineFields& fields, ScanTable& table, PointCollector& points)
 }
 
 bool readPrepared(QIODevice& device, ScanTable& table) {
-    TextBlocks blocks(device, blockSize, TextBlocks::Unmarked::AsTheyAre);
+    TextBlocks blocks(device, tableBlockSize, TextBlocks::Unmarked::AsTheyAre);
     LineFields fields;
     PointCollector points;
     bool isHeader = true;
@@ -95,7 +95,7 @@ visitLines(const QString& path, const ScanTable& table, const std::vector<qint64
         return refusal;
     constexpr qsizetype shortBlock = 8 * 1024; // enough from one known place to the next
     TableRows rows(input.text(), table.report.table.format,
-                   table.places.isEmpty() ? blockSize : shortBlock);
+                   table.places.isEmpty() ? tableBlockSize : shortBlock);
     for (size_t i = 0; i < lines.size(); ++i) {
         const bool isThere = rows.goTo(lines[i], table.places);
         if (rows.failed())

@@ -26,7 +26,7 @@ struct LinePlace {
 class TableRows {
 public:
     // The device is open for reading, at its start, and outlives this.
-    TableRows(QIODevice& device, TableFormat format, qsizetype bytesAtATime = blockSize);
+    TableRows(QIODevice& device, TableFormat format, qsizetype bytesAtATime = tableBlockSize);
 
     // Goes to the next line. False after the last one, and where the device could not be read.
     bool next();

@@ -95,10 +95,6 @@ std::optional<Failure> checkTogether(const Arguments& arguments, const PlotReque
         return wrongCall(
             QStringLiteral("--qq draws no positions; it cannot be combined with --range, "
                            "--mark, --join, --no-lines or --label-hits."));
-    if (arguments.files.size() > 1 && arguments.value("--positions") == QByteArray("-"))
-        return wrongCall(
-            QStringLiteral("--positions -: standard input can be read only once, but there "
-                           "are several files to draw. Name a file."));
     if (!request.asIs)
         return std::nullopt;
     for (const char* option :

@@ -600,7 +600,6 @@ void PlotCommand::wrongCalls_data() {
                                   "one. Choose it with --chromosome: 1, 2");
     row("in.txt -o x.png --chromosome 3", "has no chromosome \"3\". Choose one of: 1, 2");
     row("in.txt -o x.png --qq --join", "--qq draws no positions");
-    row("in.txt b.txt -o out --positions -", "standard input can be read only once");
     row("in.txt -o x.png --label-hits 0", "--label-hits 0: write a whole number");
     row("in.txt -o x.png --as-is --label-hits", "Leave out --as-is");
     row("in.txt -o x.png --as-is --p P", "which knows no --p.");
