@@ -76,8 +76,7 @@ void checkQuickScan(const QString& path, const PrepareOptions& options) {
     const auto slow = preparedScan(path, options);
     const auto* scan = std::get_if<ScanTable>(&slow);
     mustHold(scan, "quick scan of a refused table");
-    mustHold(quick->points == scan->points && quick->lines == scan->lines,
-             "quick scan");
+    mustHold(quick->points == scan->points && quick->lines == scan->lines, "quick scan");
 }
 
 } // namespace

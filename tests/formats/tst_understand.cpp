@@ -730,8 +730,7 @@ void Understand::values_data() {
     tabRow("outside 0 to 1", "chr pos pval\n1 752566 0.43\n1 846808 -0.2\n", "OutOfRange []");
     tabRow("slightly above 1", "chr pos pval\n1 752566 1.0000001\n1 846808 0.2\n", "chr:pos pval");
     tabRow("mixed signs", "chr pos LOG10P\n1 752566 0.43\n1 846808 -0.2\n", "MixedSigns []");
-    tabRow("-log10 p below 0", "chr pos MLOG10P\n1 752566 -0.43\n1 846808 -2\n",
-           "LooksLikeLog []");
+    tabRow("-log10 p below 0", "chr pos MLOG10P\n1 752566 -0.43\n1 846808 -2\n", "LooksLikeLog []");
     tabRow("pair that disagrees", "chr pos P LOG10P\n1 752566 0.1 5\n1 846808 0.01 2\n",
            "PairDisagrees [P LOG10P]");
     tabRow("pair of natural logarithms",
