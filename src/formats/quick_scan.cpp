@@ -5,7 +5,6 @@
 #include "line_faults.h"
 #include "number_fields.h"
 #include "p_value.h"
-#include "point_collector.h"
 #include "table_rows.h"
 #include "titles.h"
 
@@ -38,14 +37,12 @@ bool isPlain(const TableFormat& format) {
 // Takes the rows of a table as long as they are plain.
 class QuickReader {
 public:
-    QuickReader(const Understanding& table, ScanTable& scan)
+    QuickReader(const Understanding& table, PointCollector::Values values, ScanTable& scan)
         : m_format(table.format), m_chromosome(static_cast<size_t>(table.columns.chromosome)),
           m_position(static_cast<size_t>(table.columns.position)),
           m_p(static_cast<size_t>(table.columns.p)),
           m_columnsNeeded(1 + std::max({m_chromosome, m_position, m_p})),
-          m_mostFields(mostFields(table.format)), m_scan(scan),
-          m_points(scan.arePValues ? PointCollector::Values::P : PointCollector::Values::NegLog10) {
-    }
+          m_mostFields(mostFields(table.format)), m_scan(scan), m_points(values) {}
 
     // False where the table turns out to be of another kind. `start` is the byte of the file at
     // which the piece begins, where that is known.
@@ -154,15 +151,16 @@ void QuickReader::finish() {
 
 std::optional<ScanTable> quickScan(const QString& path, const Understanding& understanding,
                                    const PrepareOptions& options,
-                                   const std::function<void(qint64)>& progress, bool withP) {
+                                   const std::function<void(qint64)>& progress,
+                                   PointCollector::Values values) {
     InputFile input(path);
     if (!arePlainOptions(options) || !areOwnColumns(understanding.columns) ||
         !isPlain(understanding.format) || input.open())
         return std::nullopt;
     ScanTable scan;
-    scan.arePValues = withP;
+    scan.arePValues = values == PointCollector::Values::P;
     scan.report.table = understanding;
-    QuickReader reader(scan.report.table, scan);
+    QuickReader reader(scan.report.table, values, scan);
     TextBlocks blocks(input.text(), TextBlocks::defaultBlockSize, TextBlocks::Unmarked::AsTheyAre);
     while (blocks.next()) {
         if (!reader.take(blocks.piece(), blocks.pieceStart()))

@@ -4,7 +4,6 @@
 #include "input_file.h"
 #include "number_fields.h"
 #include "p_value.h"
-#include "point_collector.h"
 #include "prepare.h"
 #include "quick_scan.h"
 #include "titles.h"
@@ -59,12 +58,12 @@ Refusal unreadable(const QFileDevice& file) {
 
 std::variant<ScanTable, Refusal> readScanTable(const QString& path, const PrepareOptions& options,
                                                const std::function<void(qint64)>& progress,
-                                               bool mayHaveP) {
+                                               PointCollector::Values values) {
     const auto understood = understandFiles({path}, options);
     if (const auto* refusal = std::get_if<Refusal>(&understood))
         return *refusal;
     const Understanding& understanding = std::get<QList<Understanding>>(understood).first();
-    if (auto scan = quickScan(path, understanding, options, progress, mayHaveP))
+    if (auto scan = quickScan(path, understanding, options, progress, values))
         return std::move(*scan);
     return preparedScan(path, options, progress);
 }

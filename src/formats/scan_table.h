@@ -1,5 +1,6 @@
 #pragma once
 
+#include "point_collector.h"
 #include "points.h"
 #include "prepare_options.h"
 #include "prepare_report.h"
@@ -43,11 +44,12 @@ struct ScanTable {
 };
 
 // Reads a file, plain or packed, by the rule of prepare() and with its options. `progress` receives
-// the packed bytes read so far. Where few values are needed, the points may have p instead, which
-// saves the logarithms.
+// the packed bytes read so far. Where few values are needed, p saves the logarithms; the points may
+// have them all the same.
 std::variant<ScanTable, Refusal> readScanTable(
     const QString& path, const PrepareOptions& options,
-    const std::function<void(qint64)>& progress = [](qint64) {}, bool mayHaveP = false);
+    const std::function<void(qint64)>& progress = [](qint64) {},
+    PointCollector::Values values = PointCollector::Values::NegLog10);
 
 // The same by way of prepare(), for tables of any kind.
 std::variant<ScanTable, Refusal> preparedScan(

@@ -16,13 +16,18 @@ QString column(const Understanding& table, int column) {
     return columnText(table.format.titles, column);
 }
 
+// `message` has %1 for the column.
+Refusal aboutColumn(RefusalCode code, const QString& message, const Understanding& table, int at,
+                    const QList<QByteArray>& options) {
+    return {code, message.arg(column(table, at)), {}, options};
+}
+
 Refusal noNumbers(const Understanding& table, int p) {
-    return {RefusalCode::NoPValue,
-            QStringLiteral("Most values in %1 are no numbers, so it is no column of p-values. Name "
-                           "the right one with --p.")
-                .arg(column(table, p)),
-            {},
-            {"--p COLUMN"}};
+    return aboutColumn(
+        RefusalCode::NoPValue,
+        QStringLiteral("Most values in %1 are no numbers, so it is no column of p-values. Name "
+                       "the right one with --p."),
+        table, p, {"--p COLUMN"});
 }
 
 std::optional<Refusal> judgeP(const ValueCounts& counts, const Understanding& table) {
@@ -30,55 +35,46 @@ std::optional<Refusal> judgeP(const ValueCounts& counts, const Understanding& ta
     if (counts.pTexts > counts.pNumbers)
         return noNumbers(table, p);
     if (counts.pNegative > 0 && counts.pPositive == 0)
-        return Refusal{RefusalCode::LooksLikeLog,
-                       QStringLiteral("All values in %1 are at or below 0: it looks like a "
-                                      "logarithm of p. Say --p-is log10, or --p-is ln if it is "
-                                      "the natural one.")
-                           .arg(column(table, p)),
-                       {},
-                       {"--p-is log10", "--p-is ln"}};
+        return aboutColumn(RefusalCode::LooksLikeLog,
+                           QStringLiteral("All values in %1 are at or below 0: it looks like a "
+                                          "logarithm of p. Say --p-is log10, or --p-is ln if it is "
+                                          "the natural one."),
+                           table, p, {"--p-is log10", "--p-is ln"});
     if (isMuch(counts.pAboveOne, counts.pNumbers))
-        return Refusal{RefusalCode::LooksLikeNegLog10,
-                       QStringLiteral("More than 1 in 100 values in %1 are above 1: it looks "
-                                      "like -log10 p. Say --p-is neglog10 if it is.")
-                           .arg(column(table, p)),
-                       {},
-                       {"--p-is neglog10"}};
+        return aboutColumn(RefusalCode::LooksLikeNegLog10,
+                           QStringLiteral("More than 1 in 100 values in %1 are above 1: it looks "
+                                          "like -log10 p. Say --p-is neglog10 if it is."),
+                           table, p, {"--p-is neglog10"});
     if (isMuch(counts.pAboveOne + counts.pNegative, counts.pNumbers))
-        return Refusal{RefusalCode::OutOfRange,
-                       QStringLiteral("More than 1 in 100 values in %1 lie outside 0 to 1, so "
-                                      "they are no p-values.")
-                           .arg(column(table, p)),
-                       {},
-                       {"--p COLUMN"}};
+        return aboutColumn(RefusalCode::OutOfRange,
+                           QStringLiteral("More than 1 in 100 values in %1 lie outside 0 to 1, so "
+                                          "they are no p-values."),
+                           table, p, {"--p COLUMN"});
     return std::nullopt;
 }
 
 Refusal mixedSigns(const Understanding& table) {
-    return Refusal{RefusalCode::MixedSigns,
-                   QStringLiteral("%1 has values above 0 and below 0, so it is no logarithm of p. "
-                                  "Name the right column with --p.")
-                       .arg(column(table, table.columns.logP)),
-                   {},
-                   {"--p COLUMN"}};
+    return aboutColumn(
+        RefusalCode::MixedSigns,
+        QStringLiteral("%1 has values above 0 and below 0, so it is no logarithm of p. "
+                       "Name the right column with --p."),
+        table, table.columns.logP, {"--p COLUMN"});
 }
 
 Refusal turnedSigns(const Understanding& table) {
-    return Refusal{RefusalCode::LooksLikeLog,
-                   QStringLiteral("All values in %1 are at or below 0, so they are not -log10 p. "
-                                  "Say --p-is log10, or --p-is ln if it is the natural one.")
-                       .arg(column(table, table.columns.logP)),
-                   {},
-                   {"--p-is log10", "--p-is ln"}};
+    return aboutColumn(
+        RefusalCode::LooksLikeLog,
+        QStringLiteral("All values in %1 are at or below 0, so they are not -log10 p. "
+                       "Say --p-is log10, or --p-is ln if it is the natural one."),
+        table, table.columns.logP, {"--p-is log10", "--p-is ln"});
 }
 
 Refusal notBelowZero(const Understanding& table) {
-    return Refusal{RefusalCode::LooksLikeNegLog10,
-                   QStringLiteral("The values in %1 are above 0, so they look like -log10 p. Say "
-                                  "--p-is neglog10 if they are.")
-                       .arg(column(table, table.columns.logP)),
-                   {},
-                   {"--p-is neglog10"}};
+    return aboutColumn(
+        RefusalCode::LooksLikeNegLog10,
+        QStringLiteral("The values in %1 are above 0, so they look like -log10 p. Say "
+                       "--p-is neglog10 if they are."),
+        table, table.columns.logP, {"--p-is neglog10"});
 }
 
 std::optional<Refusal> judgeLog(const ValueCounts& counts, const Understanding& table) {
@@ -111,31 +107,26 @@ Refusal disagreement(const ValueCounts& counts, const Understanding& table) {
 std::optional<Refusal> judgePosition(const ValueCounts& counts, const Understanding& table) {
     const int position = table.columns.position;
     if (isMuch(counts.positionsFractional, counts.positions))
-        return Refusal{RefusalCode::GeneticMap,
-                       QStringLiteral("The values in %1 are not whole numbers: they look like a "
-                                      "genetic map, not base pairs. Name the right column with "
-                                      "--position, or give a table with --positions FILE.")
-                           .arg(column(table, position)),
-                       {},
-                       {"--position COLUMN", "--positions FILE"}};
+        return aboutColumn(
+            RefusalCode::GeneticMap,
+            QStringLiteral("The values in %1 are not whole numbers: they look like a "
+                           "genetic map, not base pairs. Name the right column with "
+                           "--position, or give a table with --positions FILE."),
+            table, position, {"--position COLUMN", "--positions FILE"});
     if (counts.positionTexts * 2 > counts.positions)
-        return Refusal{RefusalCode::NoPosition,
-                       QStringLiteral("Most values in %1 are no numbers, so it is no column of "
-                                      "positions. Name the right one with --position.")
-                           .arg(column(table, position)),
-                       {},
-                       {"--position COLUMN"}};
+        return aboutColumn(RefusalCode::NoPosition,
+                           QStringLiteral("Most values in %1 are no numbers, so it is no column of "
+                                          "positions. Name the right one with --position."),
+                           table, position, {"--position COLUMN"});
     return std::nullopt;
 }
 
 Refusal noChromosomes(const Understanding& table) {
-    return {
+    return aboutColumn(
         RefusalCode::NoChromosome,
         QStringLiteral("No line has a chromosome in %1. Name another column with --chromosome or, "
-                       "for a table of one chromosome, say --chromosome-value NAME.")
-            .arg(column(table, table.columns.chromosome)),
-        {},
-        {"--chromosome COLUMN", "--chromosome-value NAME"}};
+                       "for a table of one chromosome, say --chromosome-value NAME."),
+        table, table.columns.chromosome, {"--chromosome COLUMN", "--chromosome-value NAME"});
 }
 
 Refusal likeNames(const ValueCounts& counts, const Understanding& table) {

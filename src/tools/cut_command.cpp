@@ -68,8 +68,8 @@ std::optional<int> Cut::readScan() {
     const auto options = m_command.readOptions();
     if (const auto* failure = std::get_if<Failure>(&options))
         return m_command.end(*failure);
-    auto scan =
-        readScanTable(scanPath(), std::get<PrepareOptions>(options), m_command.progress(), true);
+    auto scan = readScanTable(scanPath(), std::get<PrepareOptions>(options), m_command.progress(),
+                              PointCollector::Values::P);
     m_command.clearProgress();
     if (const auto* refusal = std::get_if<Refusal>(&scan))
         return m_command.refuse(*refusal);
