@@ -1,0 +1,2 @@
+// Where the headers that tests share are compiled.
+int main() {}
