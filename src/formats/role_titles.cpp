@@ -11,10 +11,12 @@
 namespace {
 
 int nameColumn(const QList<QByteArray>& titles) {
+    QList<QByteArray> placeTitles;
+    for (const QByteArray& title : titles)
+        placeTitles.append(placeTitle(viewOf(title)).title);
     for (const std::string_view name : title_table::names)
-        for (int column = 0; column < titles.size(); ++column)
-            if (placeTitle(viewOf(titles[column])).title == bytesOf(name))
-                return column;
+        if (const qsizetype column = placeTitles.indexOf(bytesOf(name)); column >= 0)
+            return int(column);
     return -1;
 }
 

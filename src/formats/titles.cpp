@@ -20,21 +20,23 @@ QByteArray withoutQuotes(const QByteArray& text) {
 // Removes each name of a build; the last one found is the title's.
 void removeBuilds(PlaceTitle& place) {
     for (const title_table::Build& build : title_table::builds) {
-        const qsizetype at = place.title.indexOf(bytesOf(build.piece));
-        if (at < 0)
+        const size_t at = viewOf(place.title).find(build.piece);
+        if (at == std::string_view::npos)
             continue;
-        place.title.remove(at, qsizetype(build.piece.size()));
+        place.title.remove(qsizetype(at), qsizetype(build.piece.size()));
         place.build = bytesOf(build.build);
     }
 }
 
 void removeBareBuild(PlaceTitle& place) {
-    for (const std::string_view build : title_table::bareBuilds)
+    for (const std::string_view build : title_table::bareBuilds) {
+        if (!viewOf(place.title).ends_with(build))
+            continue;
+        const QByteArray rest = place.title.chopped(qsizetype(build.size()));
         for (const std::string_view word : title_table::wordsBeforeBareBuild)
-            if (place.title.endsWith(bytesOf(word) + bytesOf(build))) {
-                place.title.chop(qsizetype(build.size()));
-                place.build = bytesOf(build);
-            }
+            if (viewOf(rest).ends_with(word))
+                place = {rest, bytesOf(build)};
+    }
 }
 
 } // namespace
