@@ -218,11 +218,33 @@ private:
         return false;
     }
 
+    // Whether only texts have commas: the numbers have points, and no column of them has commas
+    // throughout.
+    bool areCommasInTexts(const QList<QStringList>& rows, const Columns& columns) const {
+        bool hasPoint = false;
+        for (const int column :
+             {columns.position, columns.p, columns.log, columns.effect, columns.error}) {
+            QList<QStringList> values;
+            for (const QStringList& row : rows.first(qMin<qsizetype>(rows.size(), 1000)))
+                values << QStringList{column < 0 ? QString() : row.value(column)};
+            if (hasCommaColumn(values, 1))
+                return false;
+            for (const QStringList& value : values)
+                hasPoint |= value.first().contains(u'.') && isNumber(value.first());
+        }
+        return hasPoint;
+    }
+
     bool chooseColumns(const QList<QStringList>& rows) {
         const bool prepared = m_table.header == 0 && isPrepared(m_lines.first(), m_options);
         const auto chosen = columnsOf(m_table, rows, m_options, prepared);
         const auto* columns = std::get_if<Columns>(&chosen);
         m_table.columns = columns ? *columns : Columns();
+        if (columns && m_table.decimalComma && m_table.separator != Separator::Semicolon &&
+            areCommasInTexts(rows, *columns)) {
+            m_table.decimalComma = false;
+            return chooseColumns(rows);
+        }
         const std::optional<RefusalCode> fault =
             columns ? faultOfValues(m_table) : std::get<RefusalCode>(chosen);
         if (!fault)

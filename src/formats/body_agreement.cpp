@@ -36,8 +36,9 @@ bool isOfDecimalCommas(const QList<QByteArray>& values) {
            });
 }
 
+constexpr qsizetype linesRead = 1'000; // in search of decimal commas
+
 bool hasColumnOfDecimalCommas(const HeadTable& table) {
-    constexpr qsizetype linesRead = 1'000;
     const auto lines = table.body().first(std::min(linesRead, table.body().size()));
     if (std::none_of(lines.begin(), lines.end(), [](const HeadLine& line) {
             return line.text.find(',') != std::string_view::npos;
@@ -134,4 +135,18 @@ bool hasDecimalComma(const HeadTable& table) {
     default:
         return hasColumnOfDecimalCommas(table);
     }
+}
+
+bool agreesWithDecimalComma(const HeadTable& table, const QList<int>& columns) {
+    bool hasPoint = false;
+    for (const int column : columns) {
+        const QList<QByteArray> values = table.values(column, linesRead);
+        if (isOfDecimalCommas(values))
+            return true;
+        hasPoint =
+            hasPoint || std::any_of(values.begin(), values.end(), [](const QByteArray& text) {
+                return text.contains('.') && isNumber(text);
+            });
+    }
+    return !hasPoint;
 }

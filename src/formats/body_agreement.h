@@ -25,3 +25,7 @@ bool hasNumbers(const QList<QByteArray>& titles);
 // In a table parted by semicolons a comma is the decimal point, unless its numbers have points.
 // Between tabs or spaces it is where a column has decimal commas throughout.
 bool hasDecimalComma(const HeadTable& table);
+
+// Whether these columns of numbers let commas be decimal points: one of them has decimal commas
+// throughout, or none has a decimal point. Otherwise the commas are those of a column of texts.
+bool agreesWithDecimalComma(const HeadTable& table, const QList<int>& columns);

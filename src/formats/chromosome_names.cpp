@@ -195,23 +195,26 @@ QString written(const QByteArray& label, const QByteArray& name, const char* why
         .arg(QString::fromUtf8(label), QString::fromUtf8(name), QLatin1StringView(why));
 }
 
-// Each key with the first spelling of its chromosome.
-QHash<QByteArray, QByteArray> firstSpellings(const QList<QByteArray>& labels) {
-    QHash<QByteArray, QByteArray> spellings;
-    for (const QByteArray& label : labels)
-        if (const QByteArray key = chromosomeKey(view(label)); !spellings.contains(key))
-            spellings.insert(key, label);
+// For each label, the first spelling of its chromosome.
+QList<QByteArray> firstSpellings(const QList<QByteArray>& labels) {
+    QHash<QByteArray, QByteArray> byKey;
+    byKey.reserve(labels.size());
+    QList<QByteArray> spellings;
+    spellings.reserve(labels.size());
+    for (const QByteArray& label : labels) {
+        QByteArray& spelling = byKey[chromosomeKey(view(label))];
+        if (spelling.isNull())
+            spelling = label;
+        spellings += spelling;
+    }
     return spellings;
 }
 
 NamedChromosomes keptNames(const QList<QByteArray>& labels) {
-    const QHash<QByteArray, QByteArray> spellings = firstSpellings(labels);
-    NamedChromosomes result;
-    for (const QByteArray& label : labels) {
-        result.names += spellings.value(chromosomeKey(view(label)));
-        if (result.names.back() != label)
-            result.remarks += written(label, result.names.back(), ", the spelling that came first");
-    }
+    NamedChromosomes result{firstSpellings(labels), {}};
+    for (qsizetype i = 0; i < labels.size(); ++i)
+        if (result.names[i] != labels[i])
+            result.remarks += written(labels[i], result.names[i], ", the spelling that came first");
     return result;
 }
 
@@ -248,12 +251,19 @@ bool isUnplaced(std::string_view label) {
 }
 
 bool isBefore(std::string_view a, std::string_view b) {
-    const QByteArray keyA = chromosomeKey(a), keyB = chromosomeKey(b);
-    const auto classA = classOf(view(keyA)), classB = classOf(view(keyB));
-    if (classA != classB)
-        return classA < classB;
-    const int order = compareNaturally(view(keyA), view(keyB));
-    return order != 0 ? order < 0 : keyA < keyB;
+    return ComparedLabel(a) < ComparedLabel(b);
+}
+
+ComparedLabel::ComparedLabel(std::string_view label) : m_key(chromosomeKey(label)) {
+    const auto [kind, place] = classOf(view(m_key));
+    m_group = {static_cast<int>(kind), place};
+}
+
+bool ComparedLabel::operator<(const ComparedLabel& other) const {
+    if (m_group != other.m_group)
+        return m_group < other.m_group;
+    const int order = compareNaturally(view(m_key), view(other.m_key));
+    return order != 0 ? order < 0 : m_key < other.m_key;
 }
 
 NamedChromosomes nameChromosomes(const QList<QByteArray>& labels, ChromosomeNames names,
@@ -261,14 +271,13 @@ NamedChromosomes nameChromosomes(const QList<QByteArray>& labels, ChromosomeName
     if (names == ChromosomeNames::Keep)
         return keptNames(labels);
     const NumberMeanings meanings = numberMeanings(labels, isPlink, isSsf);
-    const QHash<QByteArray, QByteArray> spellings = firstSpellings(labels);
+    const QList<QByteArray> spellings = firstSpellings(labels);
     const auto nameOf = names == ChromosomeNames::Plain ? plainName : chrName;
     NamedChromosomes result{{}, remarksOnKept(labels, meanings)};
-    for (const QByteArray& label : labels) {
-        const QByteArray spelling = spellings.value(chromosomeKey(view(label)));
-        result.names += nameOf(spelling, meanings);
-        if (isTranslated(label, result.names.back()))
-            result.remarks += written(label, result.names.back(), "");
+    for (qsizetype i = 0; i < labels.size(); ++i) {
+        result.names += nameOf(spellings[i], meanings);
+        if (isTranslated(labels[i], result.names.back()))
+            result.remarks += written(labels[i], result.names.back(), "");
     }
     return result;
 }

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <string_view>
+#include <utility>
 
 // One key for all spellings of a chromosome: chr1, 1, 01, Chr1 and CHR01 are "1", and M is MT. Any
 // other label is its own key, in upper case and without a "chr" before it.
@@ -15,6 +16,17 @@ QByteArray chromosomeKey(std::string_view label);
 // compared as numbers (sca2 before sca10), then unplaced ones (0, Un, NA). A strict weak order, in
 // which only labels with the same key are equal.
 bool isBefore(std::string_view a, std::string_view b);
+
+// A label to be compared many times: `a < b` is isBefore(a, b).
+class ComparedLabel {
+public:
+    explicit ComparedLabel(std::string_view label);
+    bool operator<(const ComparedLabel& other) const;
+
+private:
+    QByteArray m_key;
+    std::pair<int, size_t> m_group; // what decides before the key does
+};
 
 // True for 0, Un, NA and the like, which stand for no chromosome in particular.
 bool isUnplaced(std::string_view label);

@@ -1,5 +1,7 @@
 #include "column_choice.h"
 
+#include "body_agreement.h"
+#include "candidates.h"
 #include "column_option.h"
 #include "p_columns.h"
 #include "p_value.h"
@@ -268,13 +270,27 @@ Optional choose(const HeadTable& table, const PrepareOptions& options, ColumnCho
     return std::nullopt;
 }
 
+// Whether the table has a column of decimal commas, but its numbers have decimal points.
+bool isCommaInTexts(const HeadTable& table, const ColumnChoice& columns) {
+    if (!table.format().decimalComma || table.format().separator == Separator::Semicolon)
+        return false;
+    return !agreesWithDecimalComma(table,
+                                   where(QList<int>{columns.position, columns.p, columns.logP,
+                                                    columns.z, columns.beta, columns.standardError},
+                                         [](int column) { return column >= 0; }));
+}
+
 } // namespace
 
-std::variant<ColumnChoice, Refusal> chooseColumns(const HeadTable& table, bool isWhole,
+std::variant<ColumnChoice, Refusal> chooseColumns(HeadTable& table, bool isWhole,
                                                   const PrepareOptions& options) {
     Understanding understanding{table.format(), {}};
     if (Optional refusal = choose(table, options, understanding.columns))
         return *refusal;
+    if (isCommaInTexts(table, understanding.columns)) {
+        table.format().decimalComma = false;
+        return chooseColumns(table, isWhole, options);
+    }
     const ValueCounts counts = HeadCounter(table, understanding).count(isWhole);
     if (Optional refusal = judge(counts, understanding))
         return *refusal;

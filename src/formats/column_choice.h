@@ -6,6 +6,7 @@
 #include <variant>
 
 // Chooses a table's columns by titles, options and the values of its first lines. `isWhole` says
-// that the table has no other lines.
-std::variant<ColumnChoice, Refusal> chooseColumns(const HeadTable& table, bool isWhole,
+// that the table has no other lines. Clears the format's decimal comma where only a column of texts
+// has commas.
+std::variant<ColumnChoice, Refusal> chooseColumns(HeadTable& table, bool isWhole,
                                                   const PrepareOptions& options);

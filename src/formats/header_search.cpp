@@ -204,11 +204,11 @@ private:
         return attempt;
     }
 
-    bool makesSense(const HeadTable& table) const {
+    bool makesSense(HeadTable& table) const {
         return std::holds_alternative<ColumnChoice>(chooseColumns(table, m_isWhole, m_options));
     }
 
-    void choose(const HeadTable& table, Attempt& attempt) const {
+    void choose(HeadTable& table, Attempt& attempt) const {
         auto choice = chooseColumns(table, m_isWhole, m_options);
         attempt.understanding.format = table.format();
         if (Refusal* const refusal = std::get_if<Refusal>(&choice)) {

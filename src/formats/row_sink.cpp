@@ -185,11 +185,14 @@ bool RowSink::fail(QFileDevice& file) {
 }
 
 QList<quint32> RowSink::ranks(const QList<QByteArray>& names) {
+    std::vector<ComparedLabel> labels;
+    labels.reserve(static_cast<size_t>(names.size()));
+    for (const QByteArray& name : names)
+        labels.emplace_back(viewOf(name));
     QList<quint32> order(names.size());
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) {
-        return isBefore(viewOf(names[a]), viewOf(names[b]));
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [&](quint32 a, quint32 b) { return labels[a] < labels[b]; });
     QList<quint32> ranks(order.size());
     quint32 rank = 0;
     for (qsizetype place = 0; place < order.size(); ++place) {

@@ -20,14 +20,11 @@ void TableParts::noteValues(const TableRows& rows, quint32 chromosome, int posit
         m_nameColumn < 0 ? QByteArray() : bytesOf(rows.fieldOrNone(m_nameColumn));
     for (Column& column : m_columns) {
         const QByteArray value = bytesOf(rows.fieldOrNone(column.column));
-        if (column.values.isEmpty())
-            column.first = value;
-        if (column.values.isEmpty() ||
-            (column.first != value && column.values.size() <= valuesKept))
-            column.values.insert(value);
+        if (column.rows.size() <= valuesKept || column.rows.contains(value))
+            ++column.rows[value];
         column.hasAdditive = column.hasAdditive || value == "ADD";
         m_hasAdditiveTest = m_hasAdditiveTest || (column.kind == Kind::Test && column.hasAdditive &&
-                                                  column.values.size() > 1);
+                                                  column.rows.size() > 1);
         const std::pair key(column.column, name);
         if (!m_here.contains(key))
             m_here.insert(key, value);
@@ -45,7 +42,7 @@ void TableParts::noteThoroughly(quint32 chromosome, int position, const QByteArr
 
 // Whether a marker comes under two values. A thorough look sorts the markers that it saw.
 bool TableParts::parts(const Column& column) {
-    if (column.values.size() < 2 || column.hasRepeats)
+    if (column.rows.size() < 2 || column.hasRepeats)
         return column.hasRepeats;
     auto seen = column.seen;
     std::sort(seen.begin(), seen.end());
@@ -57,8 +54,20 @@ bool TableParts::parts(const Column& column) {
 bool TableParts::needThoroughLook() const {
     return !m_isThorough &&
            std::any_of(m_columns.begin(), m_columns.end(), [](const Column& column) {
-               return column.values.size() > 1 && !column.hasRepeats;
+               return column.rows.size() > 1 && !column.hasRepeats;
            });
+}
+
+// RVTESTS names a marker's own test by its place, so that each such value has one row.
+QList<QByteArray> TableParts::choices(const Column& column) {
+    QList<QByteArray> values = column.rows.keys();
+    const auto isOfOneRow = [&](const QByteArray& value) { return column.rows[value] == 1; };
+    if (!std::all_of(values.cbegin(), values.cend(), isOfOneRow))
+        values.removeIf(isOfOneRow);
+    std::sort(values.begin(), values.end(), [&](const QByteArray& a, const QByteArray& b) {
+        return std::pair(-column.rows[a], a) < std::pair(-column.rows[b], b);
+    });
+    return values;
 }
 
 std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const {
@@ -66,18 +75,20 @@ std::optional<Refusal> TableParts::judge(const QList<QByteArray>& titles) const 
     const auto parting = std::find_if(m_columns.begin(), m_columns.end(), parts);
     if (parting == m_columns.end())
         return std::nullopt;
-    QList<QByteArray> values(parting->values.cbegin(), parting->values.cend());
-    std::sort(values.begin(), values.end());
+    const QList<QByteArray> values = choices(*parting);
     const bool isTest = parting->kind == Kind::Test;
     Refusal refusal{isTest ? RefusalCode::SeveralTests : RefusalCode::SeveralTraits,
                     QStringLiteral("%1 has %2 values, and markers occur under several of them: say "
                                    "which rows to keep.")
                         .arg(columnText(titles, parting->column),
-                             values.size() > valuesKept
+                             parting->rows.size() > valuesKept
                                  ? QStringLiteral("more than %1").arg(valuesKept)
-                                 : QString::number(values.size())),
+                                 : QString::number(parting->rows.size())),
                     values.mid(0, namedValues),
                     {}};
+    if (values.size() < parting->rows.size())
+        refusal.message += QStringLiteral(" Values of a single row are not offered, as names of "
+                                          "markers: to keep those rows, delete the others.");
     const QByteArray title = titles.value(parting->column);
     for (const QByteArray& value : std::as_const(refusal.candidates))
         refusal.options.append(isTest ? "--test-name " + shellQuoted(value)

@@ -6,7 +6,6 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
-#include <QSet>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -23,9 +22,7 @@ public:
     // `nameColumn` holds the markers' names; -1 for none.
     TableParts(int nameColumn, bool isThorough)
         : m_nameColumn(nameColumn), m_isThorough(isThorough) {}
-    void watch(int column, Kind kind) {
-        m_columns.append({column, kind, {}, {}, false, false, {}});
-    }
+    void watch(int column, Kind kind) { m_columns.append({column, kind, {}, false, false, {}}); }
 
     // Takes a row at its place.
     void note(const TableRows& rows, quint32 chromosome, int position) {
@@ -39,15 +36,15 @@ public:
     // True where only a thorough look at a table out of order can tell.
     bool needThoroughLook() const;
 
-    // Refuses a table in which markers occur under several values, naming these.
+    // Refuses a table in which markers occur under several values, naming these: those of most rows
+    // first, without those of a single row where others have more.
     std::optional<Refusal> judge(const QList<QByteArray>& titles) const;
 
 private:
     struct Column {
         int column;
         Kind kind;
-        QByteArray first;                              // the value of the first row
-        QSet<QByteArray> values;                       // some of them, if there are many
+        QHash<QByteArray, qint64> rows;                // by value; of some, if there are many
         bool hasAdditive;                              // among the values
         bool hasRepeats;                               // a marker occurs under more than one value
         std::vector<std::pair<quint64, quint64>> seen; // hashes of markers and of values
@@ -55,6 +52,7 @@ private:
     void noteThoroughly(quint32 chromosome, int position, const QByteArray& name,
                         const QByteArray& value, Column& column) const;
     static bool parts(const Column& column);
+    static QList<QByteArray> choices(const Column& column);
     void noteValues(const TableRows& rows, quint32 chromosome, int position);
 
     const int m_nameColumn;

@@ -4,7 +4,6 @@
 #include "prepare_report.h"
 #include "row_sink.h"
 
-#include <QHash>
 #include <QSet>
 
 // The chromosomes of a table, once all are known, under the names by which they are written.
@@ -27,5 +26,6 @@ public:
 private:
     QList<QByteArray> m_labels;
     NamedChromosomes m_named;
-    QHash<QByteArray, qint64> m_markers; // by name
+    QList<qsizetype> m_numbers; // of the labels' names, from 0 in the order of their first labels
+    QList<qint64> m_markers;    // of each name, by its number
 };

@@ -1,6 +1,7 @@
 #include "decoders.h"
 
 #include <algorithm>
+#include <cstring>
 #include <isa-l/igzip_lib.h>
 #include <limits>
 
@@ -56,12 +57,14 @@ private:
     Start failed(const char* what);
     bool startsBlock();
     qint64 inflate(char* data, qint64 maxSize);
+    qint64 takeLastText(char* data, qint64 maxSize);
 
     bool m_isFirst = true;
     bool m_isInMember = false;
-    bool m_isBgzip = false; // the first member is a block of bgzip
-    bool m_isBlock = false; // this member is
-    bool m_isEmpty = true;  // this member has held no data so far
+    bool m_isBgzip = false;       // the first member is a block of bgzip
+    bool m_isBlock = false;       // this member is
+    bool m_isEmpty = true;        // this member has held no data so far
+    int m_error = ISAL_DECOMP_OK; // reported once the text before it is returned
     inflate_state m_state;
 };
 
@@ -145,6 +148,8 @@ qint64 GzipDecoder::inflate(char* data, qint64 maxSize) {
     constexpr qint64 most = std::numeric_limits<int>::max();
     qint64 count = 0;
     while (count == 0 && m_isInMember) {
+        if (m_error != ISAL_DECOMP_OK)
+            return takeLastText(data, maxSize);
         if (!input().fill(1))
             return -1;
         const qsizetype available = input().available();
@@ -152,16 +157,26 @@ qint64 GzipDecoder::inflate(char* data, qint64 maxSize) {
         m_state.avail_in = static_cast<uint32_t>(available);
         m_state.next_out = reinterpret_cast<uint8_t*>(data);
         m_state.avail_out = static_cast<uint32_t>(std::min(maxSize, most));
-        const int error = isal_inflate(&m_state);
+        m_error = isal_inflate(&m_state);
         input().take(available - static_cast<qsizetype>(m_state.avail_in));
-        if (error != ISAL_DECOMP_OK)
-            return corrupt(QString::fromLatin1(meaningOf(error)));
         count = m_state.next_out - reinterpret_cast<uint8_t*>(data);
         m_isEmpty = m_isEmpty && count == 0;
-        m_isInMember = m_state.block_state != ISAL_BLOCK_FINISH;
-        if (m_isInMember && count == 0 && available == 0)
+        m_isInMember = m_error != ISAL_DECOMP_OK || m_state.block_state != ISAL_BLOCK_FINISH;
+        if (m_error == ISAL_DECOMP_OK && m_isInMember && count == 0 && available == 0)
             return cutShort();
     }
+    return count;
+}
+
+// After an error: what the library had unpacked ahead of the caller, and then the error.
+qint64 GzipDecoder::takeLastText(char* data, qint64 maxSize) {
+    const qint64 left = m_state.tmp_out_valid - m_state.tmp_out_processed;
+    if (left == 0)
+        return corrupt(QString::fromLatin1(meaningOf(m_error)));
+    const auto count = static_cast<int>(std::min(left, maxSize));
+    std::memcpy(data, m_state.tmp_out_buffer + m_state.tmp_out_processed,
+                static_cast<size_t>(count));
+    m_state.tmp_out_processed += count;
     return count;
 }
 

@@ -19,6 +19,7 @@ private slots:
     void dropped();
     void refused_data();
     void refused();
+    void testsToChooseFrom();
     void severalInputs();
     void countsFromTheHeader();
     void windowReads();
@@ -301,6 +302,23 @@ void Prepare::refused() {
     const auto& refusal = std::get<Refusal>(result);
     QTEST(static_cast<int>(refusal.code), "code");
     QVERIFY(!refusal.message.isEmpty());
+}
+
+// Those of most rows first; not the places of markers that stand for their own tests.
+void Prepare::testsToChooseFrom() {
+    QByteArray in = "CHROM\tPOS\tTest\tPvalue\n";
+    for (int i = 1; i <= 1200; ++i) {
+        const QByteArray place = QByteArray::number(10 * i);
+        for (const QByteArray& test : {"1:" + place, QByteArray("sex"), QByteArray("age")})
+            if (i % 100 > 0 || test != "age")
+                in += "1\t" + place + '\t' + test + "\t0.5\n";
+    }
+    QByteArray out;
+    const auto refusal = std::get<Refusal>(run({file(in)}, {}, out));
+    QCOMPARE(refusal.candidates, (QList<QByteArray>{"sex", "age"}));
+    QCOMPARE(refusal.options, (QList<QByteArray>{"--test-name sex", "--test-name age"}));
+    QVERIFY2(refusal.message.contains("more than 1000 values"), qPrintable(refusal.message));
+    QVERIFY2(refusal.message.contains("names of markers"), qPrintable(refusal.message));
 }
 
 void Prepare::severalInputs() {

@@ -26,6 +26,8 @@ private slots:
     void sampleFiles();
     void manyLabels();
     void roles();
+    void decimalCommas_data();
+    void decimalCommas();
     void refusalsSayWhatToType();
 
 private:
@@ -834,6 +836,32 @@ void Understand::roles() {
     QCOMPARE(table.columns.info, 8);
     QCOMPARE(table.columns.others.size(), 1);
     QCOMPARE(table.columns.others.first().title, QByteArray("HWE_P"));
+}
+
+void Understand::decimalCommas_data() {
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<bool>("isDecimal");
+    const auto row = [](const char* name, const char* file, bool isDecimal) {
+        QTest::newRow(name) << QByteArray(file).replace(' ', '\t') << isDecimal;
+    };
+    row("in p", "CHR BP P\n1 5 0,5\n", true);
+    row("in p alone", "CHR BP BETA P\n1 5 0.1 0,5\n", true);
+    row("in the position", "CHR BP P\n1 5,0 0.5\n", true);
+    row("in log p", "CHR BP LOG10P\n1 5 2,5\n", true);
+    row("beside p without points", "CHR BP BETA P\n1 5 0,1 1E-05\n", true);
+    row("in texts", "CHR BP NOTE P\n1 5 12,34 0.5\n", false);
+    row("in texts, log p", "CHR BP NOTE LOG10P\n1 5 12,34 2.5\n", false);
+    row("in texts, p missing first", "CHR BP NOTE P\n1 5 12,34 NA\n1 6 12,34 0.5\n", false);
+    row("in texts, one line without", "CHR BP NOTE P\n1 5 12,34 0.5\n1 6 0 0.5\n", false);
+    row("none", "CHR BP P\n1 5 0.5\n", false);
+}
+
+void Understand::decimalCommas() {
+    QFETCH(const QByteArray, file);
+    QFETCH(const bool, isDecimal);
+    const auto table = std::get<Understanding>(understand(viewOf(file), true, {}));
+    QCOMPARE(table.format.decimalComma, isDecimal);
+    QCOMPARE(table.columns.remarks.join(' ').contains("decimal commas"), isDecimal);
 }
 
 void Understand::refusalsSayWhatToType() {

@@ -21,6 +21,8 @@ private slots:
     void everyBitFlipped();
     void damages_data();
     void damages();
+    void damageAfterTheSameText_data();
+    void damageAfterTheSameText();
     void readErrors();
     void lineEnds_data();
     void lineEnds();
@@ -263,6 +265,34 @@ void Unpacking::damages() {
     QVERIFY2(outcome.error.contains(expected), qPrintable(outcome.error));
     QVERIFY(outcome.isDamaged);
     QVERIFY(QByteArray(small + small).startsWith(outcome.content));
+}
+
+void Unpacking::damageAfterTheSameText_data() {
+    const QByteArray large = table(700'000), a = large.first(300'000), b = large.sliced(300'000);
+    QTest::addColumn<QByteArray>("packed");
+    QTest::newRow("gzip") << gzipMember(large);
+    QTest::newRow("bgzip") << bgzipBlock(a) + bgzipBlock(b) + bgzipBlock("");
+    QTest::newRow("zstd") << zstdFrame(large);
+    QTest::newRow("zstd, frames") << zstdFrame(a) + skippableFrame() + zstdFrame(b);
+    QTest::newRow("zstd, one text again and again") << zstdFrame(small.repeated(5000));
+}
+
+// However the file is read.
+void Unpacking::damageAfterTheSameText() {
+    QFETCH(const QByteArray, packed);
+    Random random(11);
+    for (int i = 0; i < 40; ++i) {
+        QByteArray damaged = packed;
+        const auto at = random.below(static_cast<int>(packed.size()));
+        damaged[at] = static_cast<char>(damaged[at] ^ 1 << random.below(8));
+        const Outcome whole = unpacked(damaged, 10 << 20, 10 << 20);
+        for (const qint64 most : {4099, 10 << 20})
+            for (const qint64 blockSize : {999, 64 * 1024, 200 * 1024}) {
+                const Outcome parted = unpacked(damaged, most, blockSize);
+                QVERIFY2(parted.content == whole.content, qPrintable(QString::number(at)));
+                QCOMPARE(parted.error, whole.error);
+            }
+    }
 }
 
 void Unpacking::readErrors() {
