@@ -45,9 +45,9 @@ Refusal unknownColumn(const char* option, const QByteArray& text, const QList<QB
     Refusal refusal{RefusalCode::UnknownColumn, {}, {}, {}};
     if (!isNumber)
         refusal.candidates = nearest(text, titles);
-    refusal.message = QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
-                          .arg(QLatin1String(option), QString::fromUtf8(text))
-                          .arg(columnCount);
+    refusal.message =
+        QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
+            .arg(QLatin1String(option), QString::fromUtf8(text), QString::number(columnCount));
     for (const QByteArray& title : refusal.candidates)
         refusal.options += optionFor(option, titles, int(titles.indexOf(title)));
     if (!refusal.candidates.isEmpty())
@@ -115,9 +115,13 @@ QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int co
     return QByteArray(option) + ' ' + shellQuoted(title);
 }
 
-QString columnText(const QList<QByteArray>& titles, int column) {
+QString columnText(const QByteArray& title, int column) {
     const QString number = QString::number(column + 1);
-    if (titles.value(column).isEmpty())
+    if (title.isEmpty())
         return QStringLiteral("column %1").arg(number);
-    return QStringLiteral("\"%1\" (column %2)").arg(QString::fromUtf8(titles[column]), number);
+    return QStringLiteral("\"%1\" (column %2)").arg(QString::fromUtf8(title), number);
+}
+
+QString columnText(const QList<QByteArray>& titles, int column) {
+    return columnText(titles.value(column), column);
 }

@@ -20,5 +20,6 @@ QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int co
 // The word as a POSIX shell must be given it: as it is where that is safe, else in single quotes.
 QByteArray shellQuoted(QByteArray text);
 
-// `"P" (column 4)`, for messages.
+// `"P" (column 4)`, for messages; `column 4` without a title. Columns count from 0.
+QString columnText(const QByteArray& title, int column);
 QString columnText(const QList<QByteArray>& titles, int column);

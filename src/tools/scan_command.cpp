@@ -157,7 +157,7 @@ QString ScanCommand::whereOf(const Refusal& refusal) const {
     if (refusal.code == RefusalCode::Unwritable)
         return tableName() + QStringLiteral(": ");
     if (refusal.line > 0)
-        return QStringLiteral("%1:%2: ").arg(name).arg(refusal.line);
+        return QStringLiteral("%1:%2: ").arg(name, QString::number(refusal.line));
     const bool isOfTable =
         refusal.code >= RefusalCode::NotATable && refusal.code <= RefusalCode::SeveralSamples &&
         refusal.code != RefusalCode::UnknownColumn && refusal.code != RefusalCode::DifferentColumns;

@@ -16,6 +16,8 @@ private slots:
     void refuses();
     void printsACommandThatDecides();
     void reports();
+    void reportsNamesAsTheyStand();
+    void reportsColumnsWithoutTitles();
     void reportsForPrograms();
     void writesDroppedLines();
     void warnsOfANameThatTheDialogHides();
@@ -141,6 +143,33 @@ void PrepareCommand::reports() {
           "\"P_GC\" (column 4)", "Chromosomes: 1: 1 (3)\n", "Order: sorted",
           "p below the smallest number", "the strongest has 400\n", "  p-missing: 1 (line 3)\n"})
         QVERIFY2(report.contains(text), (text + ("\n" + report)).constData());
+}
+
+// Names with the signs that stand for the parts of a report.
+void PrepareCommand::reportsNamesAsTheyStand() {
+    const ToolsRun run;
+    run.write("%3 %1.txt", "CHR\tBP\tP_%3\n%2\t20\t0.5\n%2\t30\tNA\n");
+    const QByteArray report = run.run({"prepare", "%3 %1.txt", "-o", "%4.txt", "--p", "3"}).error;
+    for (const char* text : {"%3 %1.txt: 2 rows: 1 written to %4.txt, 1 dropped\n",
+                             "  p: \"P_%3\" (column 3): ", "Chromosomes: 1: %2 (1)\n"})
+        QVERIFY2(report.contains(text), report.constData());
+    const QByteArray cut =
+        run.run({"drop", "%3 %1.txt", "--p", "3", "--region", "%2:1-20", "-o", "%5.txt"}).error;
+    QVERIFY2(cut.contains("%3 %1.txt: 2 lines: 1 named, 1 written to %5.txt\n"), cut.constData());
+    const QByteArray hits = run.run({"hits", "%3 %1.txt", "--p-column", "3"}).error;
+    QVERIFY2(hits.contains("%3 %1.txt: 2 rows: 1 markers, 1 dropped\n"), hits.constData());
+    const QByteArray check = run.run({"check", "%3 %1.txt"}).out;
+    QVERIFY2(check.contains("%3 %1.txt:1: error: "), check.constData());
+}
+
+// A table without titles has numbers alone for its columns.
+void PrepareCommand::reportsColumnsWithoutTitles() {
+    const ToolsRun run;
+    run.write("in", "1\t10\t0.5\n");
+    const QByteArray report = run.run({"prepare", "in", "--no-header", "--chromosome", "1",
+                                       "--position", "2", "--p", "3"})
+                                  .error;
+    QVERIFY2(report.contains("  p: column 3: named by --p\n"), report.constData());
 }
 
 void PrepareCommand::reportsForPrograms() {
