@@ -1,9 +1,9 @@
 #include "column_option.h"
 
+#include "edit_distance.h"
 #include "titles.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace {
 
@@ -15,25 +15,11 @@ QList<int> columnsWhere(const QList<QByteArray>& titles, const auto& passes) {
     return columns;
 }
 
-// How many letters to insert, remove or replace to make one text of the other.
-qsizetype distance(const QByteArray& a, const QByteArray& b) {
-    QList<qsizetype> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (const char letter : a) {
-        qsizetype diagonal = row[0]++;
-        for (qsizetype j = 0; j < b.size(); ++j) {
-            const qsizetype replaced = diagonal + (letter == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.last();
-}
-
-QList<QByteArray> nearest(const QByteArray& text, QList<QByteArray> titles) {
+QList<QByteArray> nearestTitles(const QByteArray& text, QList<QByteArray> titles) {
     const QByteArray normal = normalTitle(viewOf(text));
     std::stable_sort(titles.begin(), titles.end(), [&](const QByteArray& a, const QByteArray& b) {
-        return distance(normal, normalTitle(viewOf(a))) < distance(normal, normalTitle(viewOf(b)));
+        return editDistance(normal, normalTitle(viewOf(a))) <
+               editDistance(normal, normalTitle(viewOf(b)));
     });
     return titles.first(std::min<qsizetype>(3, titles.size()));
 }
@@ -44,7 +30,7 @@ Refusal unknownColumn(const char* option, const QByteArray& text, const QList<QB
     text.toInt(&isNumber);
     Refusal refusal{RefusalCode::UnknownColumn, {}, {}, {}};
     if (!isNumber)
-        refusal.candidates = nearest(text, titles);
+        refusal.candidates = nearestTitles(text, titles);
     refusal.message =
         QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
             .arg(QLatin1String(option), QString::fromUtf8(text), QString::number(columnCount));
@@ -104,6 +90,14 @@ std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByt
     if (columns.isEmpty())
         return unknownColumn(option, *text, titles, columnCount);
     return severalColumns(option, *text, columns, titles);
+}
+
+std::variant<int, Refusal> whereColumn(const QByteArray& text, const QList<QByteArray>& titles,
+                                       int columnCount) {
+    auto column = columnOf("--where", text, titles, columnCount);
+    if (Refusal* const refusal = std::get_if<Refusal>(&column))
+        refusal->options.clear();
+    return column;
 }
 
 QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column) {

@@ -13,6 +13,10 @@
 std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByteArray>& text,
                                     const QList<QByteArray>& titles, int columnCount);
 
+// The same for --where, without options: only its user can tell the value.
+std::variant<int, Refusal> whereColumn(const QByteArray& text, const QList<QByteArray>& titles,
+                                       int columnCount);
+
 // What to add to a command line to name a column: "--p P_EUR", with a number where the title does
 // not name it alone, and quotes where the shell needs them.
 QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column);
