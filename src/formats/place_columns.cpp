@@ -64,8 +64,16 @@ private:
     }
 
     // A table of positions is asked instead of a column that is empty or holds a genetic map.
-    bool mayBePositions(int column) const {
-        return !looksJoined(column) && (m_options.positionsFile.isEmpty() || holdsPlaces(column));
+    bool mayBePositions(int column) {
+        if (looksJoined(column))
+            return false;
+        if (m_options.positionsFile.isEmpty() || holdsPlaces(column))
+            return true;
+        if (column != m_named.position)
+            m_choice.remarks += raw(m_table, column) +
+                                QStringLiteral(" holds no positions in base pairs: --positions "
+                                               "gives them, unless another column does.");
+        return false;
     }
 
     bool holdsPlaces(int column) const {
@@ -368,6 +376,12 @@ private:
         const bool lacksChromosome = m_named.chromosome < 0 && m_chromosomes.isEmpty() &&
                                      !m_options.chromosomeValue.has_value();
         const bool lacksPosition = m_named.position < 0 && m_positions.isEmpty();
+        if (m_table.titles().isEmpty() && lacksChromosome && lacksPosition)
+            return {RefusalCode::NoChromosome,
+                    QStringLiteral("There are no titles. Give the columns of chromosome, position "
+                                   "and p by number."),
+                    {},
+                    {"--chromosome N --position N --p N"}};
         Refusal refusal{
             lacksChromosome ? RefusalCode::NoChromosome : RefusalCode::NoPosition, {}, {}, {}};
         const QString what = lacksChromosome && lacksPosition

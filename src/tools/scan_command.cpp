@@ -39,8 +39,8 @@ QByteArray commandWith(const char* name, const QByteArrayList& words, const QByt
     QByteArray command = QByteArray("pelmark-tools ") + name;
     bool isValue = false;
     for (const QByteArray& word : words) {
-        const QByteArray option = word.startsWith("--") ? word.split('=').first() : QByteArray();
-        const bool isSame = !isValue && isReplaced(option, added);
+        const QByteArray option = word.split('=').first();
+        const bool isSame = !isValue && option.startsWith("--") && isReplaced(option, added);
         if (!isSame && !isValue)
             command += ' ' + shellQuoted(word);
         isValue = isSame && word == option && option != "--no-header" && option != "--zero-based";

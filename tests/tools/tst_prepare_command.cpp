@@ -93,6 +93,8 @@ void PrepareCommand::refuses_data() {
     const QByteArray good = "chr\tpos\tP\n1\t10\t0.1\n";
     row("several p", "chr\tpos\tP_EUR\tP_AFR\n1\t10\t0.5\t0.1\n", {}, 5,
         "    pelmark-tools prepare in --p P_AFR\n");
+    row("two spaces in a title", "chr\tpos\tP  a\tP  b\n1\t10\t0.5\t0.1\n", {}, 5,
+        "    pelmark-tools prepare in --p 'P  b'\n");
     row("unknown column", good, {"--p", "PVAL"}, 2, "    pelmark-tools prepare in --p P\n");
     row("no chromosome", "pos\tP\n10\t0.1\n", {}, 5, "--chromosome");
     row("a PDF", "%PDF-1.4\n1 0 obj\n", {}, 5, "PDF");
@@ -116,6 +118,8 @@ void PrepareCommand::refuses_data() {
         "    pelmark-tools prepare in --chromosome COLUMN --position COLUMN\n");
     row("no positions", good, {"--positions", "in"}, 5,
         "pelmark-tools: in does not say chromosome");
+    row("no titles, no columns", "1\t10\t0.1\n", {"--no-header", "--p", "3"}, 5,
+        "    pelmark-tools prepare in --no-header --chromosome N --position N --p N\n");
     row("no test", good, {"--test-name", "DOM"}, 2, "No column says which test a line is of");
     row("memory", good, {"--memory", "lots"}, 2, "--memory lots: write a size");
     row("markers", good, {"--min-markers", "0"}, 2, "--min-markers 0: write a whole number");
@@ -154,6 +158,7 @@ void PrepareCommand::takesPositionsFromATableInstead() {
     run.write("map", "1\ta\t0\t700\n1\tb\t0\t800\n");
     const ToolsRun::Result result = run.run({"prepare", "in", "--positions", "map"});
     QVERIFY2(result.status == 0, result.error.constData());
+    QCOMPARE(result.error.contains("\"POS\" (column 3) holds no positions"), taken == "700 800");
     QByteArrayList found;
     for (const QByteArray& row : result.out.trimmed().split('\n').mid(1))
         found += row.split('\t')[1];
