@@ -56,7 +56,8 @@ bool isPrepared(const QString& firstLine, const PrepareOptions& options) {
     for (const std::string_view title : title_table::prepared)
         titles << fromData(title);
     return firstLine.split(u'\t').mid(0, titles.size()) == titles && !options.chromosome &&
-           !options.position && !options.p && !options.name && !options.z;
+           !options.position && !options.p && !options.name && !options.z && !options.test &&
+           !options.testName && options.pSource == PSource::Column;
 }
 
 class HeaderSearch {

@@ -104,10 +104,27 @@ private:
         for (int i = 0; i < m_titles.size(); ++i)
             if (countsFrom0(i, family))
                 found << Candidate{i, 2};
-        found.removeIf([this](const Candidate& each) { return isJoined(each.column, 51); });
+        found.removeIf([this](const Candidate& each) {
+            return isJoined(each.column, 51) ||
+                   (!m_options.positionsFile.isEmpty() && !holdsPositions(each.column));
+        });
         std::stable_sort(found.begin(), found.end(),
                          [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
         return found;
+    }
+
+    // With a table of positions, a column without any and one of a genetic map do not count.
+    bool holdsPositions(int column) const {
+        int positions = 0, fractions = 0, all = 0;
+        for (const QStringList& row : m_rows.mid(0, 10000)) {
+            if (isMissing(row.value(column)))
+                continue;
+            const Decimal number = positionIn(row, column);
+            ++all;
+            positions += isPosition(number) && number.value > 0 ? 1 : 0;
+            fractions += number.isFinite && !number.isWhole() ? 1 : 0;
+        }
+        return positions > 0 && fractions * 100 <= all;
     }
 
     bool countsFrom0(int column, const title_table::Family& family) const {

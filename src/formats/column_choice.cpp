@@ -51,7 +51,7 @@ Optional readColumnOptions(const HeadTable& table, const PrepareOptions& options
 
 Optional checkWhere(const HeadTable& table, const PrepareOptions& options) {
     for (const auto& [title, value] : options.where) {
-        auto column = columnOf("--where", title, table.titles(), table.columnCount());
+        auto column = whereColumn(title, table.titles(), table.columnCount());
         if (Refusal* const refusal = std::get_if<Refusal>(&column))
             return *refusal;
     }
@@ -132,8 +132,7 @@ Optional chooseTest(const HeadTable& table, const NamedColumns& named,
     if (choice.test < 0 && options.testName)
         return Refusal{
             RefusalCode::UnknownColumn,
-            QStringLiteral("--test %1: the table has no column that says which test a line "
-                           "is of.")
+            QStringLiteral("No column says which test a line is of, so that none is of %1.")
                 .arg(QString::fromUtf8(*options.testName)),
             {},
             {}};
@@ -257,7 +256,13 @@ Optional choose(const HeadTable& table, const PrepareOptions& options, ColumnCho
         return refusal;
     if (Optional refusal = choosePlace(table, named, options, choice))
         return refusal;
-    const bool readsVcf = isVcf(table.titles()) && named.p < 0;
+    const bool isOfVcf = isVcf(table.titles());
+    if (named.sample >= 0 && !isOfVcf)
+        return Refusal{RefusalCode::UnknownColumn,
+                       QStringLiteral("The table is no VCF, so --sample has nothing to choose."),
+                       {},
+                       {}};
+    const bool readsVcf = isOfVcf && named.p < 0;
     if (Optional refusal = readsVcf ? VcfChooser(table, choice).choose(named.sample)
                                     : choosePValue(table, named, options, choice))
         return refusal;

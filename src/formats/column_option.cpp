@@ -1,9 +1,9 @@
 #include "column_option.h"
 
+#include "edit_distance.h"
 #include "titles.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace {
 
@@ -15,25 +15,11 @@ QList<int> columnsWhere(const QList<QByteArray>& titles, const auto& passes) {
     return columns;
 }
 
-// How many letters to insert, remove or replace to make one text of the other.
-qsizetype distance(const QByteArray& a, const QByteArray& b) {
-    QList<qsizetype> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (const char letter : a) {
-        qsizetype diagonal = row[0]++;
-        for (qsizetype j = 0; j < b.size(); ++j) {
-            const qsizetype replaced = diagonal + (letter == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.last();
-}
-
-QList<QByteArray> nearest(const QByteArray& text, QList<QByteArray> titles) {
+QList<QByteArray> nearestTitles(const QByteArray& text, QList<QByteArray> titles) {
     const QByteArray normal = normalTitle(viewOf(text));
     std::stable_sort(titles.begin(), titles.end(), [&](const QByteArray& a, const QByteArray& b) {
-        return distance(normal, normalTitle(viewOf(a))) < distance(normal, normalTitle(viewOf(b)));
+        return editDistance(normal, normalTitle(viewOf(a))) <
+               editDistance(normal, normalTitle(viewOf(b)));
     });
     return titles.first(std::min<qsizetype>(3, titles.size()));
 }
@@ -44,10 +30,10 @@ Refusal unknownColumn(const char* option, const QByteArray& text, const QList<QB
     text.toInt(&isNumber);
     Refusal refusal{RefusalCode::UnknownColumn, {}, {}, {}};
     if (!isNumber)
-        refusal.candidates = nearest(text, titles);
-    refusal.message = QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
-                          .arg(QLatin1String(option), QString::fromUtf8(text))
-                          .arg(columnCount);
+        refusal.candidates = nearestTitles(text, titles);
+    refusal.message =
+        QStringLiteral("%1 %2: there is no such column among the %3 of this table.")
+            .arg(QLatin1String(option), QString::fromUtf8(text), QString::number(columnCount));
     for (const QByteArray& title : refusal.candidates)
         refusal.options += optionFor(option, titles, int(titles.indexOf(title)));
     if (!refusal.candidates.isEmpty())
@@ -106,6 +92,14 @@ std::variant<int, Refusal> columnOf(const char* option, const std::optional<QByt
     return severalColumns(option, *text, columns, titles);
 }
 
+std::variant<int, Refusal> whereColumn(const QByteArray& text, const QList<QByteArray>& titles,
+                                       int columnCount) {
+    auto column = columnOf("--where", text, titles, columnCount);
+    if (Refusal* const refusal = std::get_if<Refusal>(&column))
+        refusal->options.clear();
+    return column;
+}
+
 QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int column) {
     const QByteArray title = titles.value(column);
     bool isNumber = false;
@@ -115,9 +109,13 @@ QByteArray optionFor(const char* option, const QList<QByteArray>& titles, int co
     return QByteArray(option) + ' ' + shellQuoted(title);
 }
 
-QString columnText(const QList<QByteArray>& titles, int column) {
+QString columnText(const QByteArray& title, int column) {
     const QString number = QString::number(column + 1);
-    if (titles.value(column).isEmpty())
+    if (title.isEmpty())
         return QStringLiteral("column %1").arg(number);
-    return QStringLiteral("\"%1\" (column %2)").arg(QString::fromUtf8(titles[column]), number);
+    return QStringLiteral("\"%1\" (column %2)").arg(QString::fromUtf8(title), number);
+}
+
+QString columnText(const QList<QByteArray>& titles, int column) {
+    return columnText(titles.value(column), column);
 }

@@ -66,6 +66,12 @@ bool namesColumns(const PrepareOptions& options) {
     return options.chromosome || options.position || options.p || options.name || options.z;
 }
 
+// Whether a prepared table's own columns do not suffice.
+bool asksForMore(const PrepareOptions& options) {
+    return namesColumns(options) || options.test || options.testName ||
+           options.pSource != PSource::Column;
+}
+
 // Commas with a space after each part these titles, not the spaces.
 bool endInCommas(const QList<QByteArray>& titles) {
     const auto ending = std::count_if(titles.begin(), titles.end(),
@@ -327,7 +333,7 @@ Understanding prepared(const QList<HeadLine>& lines) {
 
 std::variant<Understanding, Refusal> findHeader(const QList<HeadLine>& lines, bool isWhole,
                                                 const PrepareOptions& options) {
-    if (isPrepared(lines) && !namesColumns(options))
+    if (isPrepared(lines) && !asksForMore(options))
         return prepared(lines);
     return HeaderSearch(lines, isWhole, options).search();
 }

@@ -306,12 +306,13 @@ int effectColumn(int named, const List& list, const QList<QByteArray>& titles) {
     return -1;
 }
 
-Refusal noEffects(const char* what) {
+Refusal noEffects(const char* what, const char* option) {
     return {RefusalCode::NoPValue,
-            QStringLiteral("No title of the table says %1, which --p-from asks for.")
-                .arg(QLatin1String(what)),
+            QStringLiteral("No title of the table says %1, which --p-from asks for. Name the "
+                           "column with %2.")
+                .arg(QLatin1String(what), QLatin1String(option)),
             {},
-            {}};
+            {QByteArray(option) + " COLUMN"}};
 }
 
 std::optional<Refusal> chooseEffects(const QList<QByteArray>& titles, const NamedColumns& named,
@@ -323,14 +324,16 @@ std::optional<Refusal> chooseEffects(const QList<QByteArray>& titles, const Name
     if (source == PSource::Z) {
         choice.z = effectColumn(named.z, title_table::zTitles, titles);
         if (choice.z < 0)
-            return noEffects("z");
+            return noEffects("z", "--z");
         take(Role::Z, choice.z);
         return std::nullopt;
     }
     choice.beta = effectColumn(named.beta, title_table::betaTitles, titles);
     choice.standardError = effectColumn(named.standardError, title_table::errorTitles, titles);
-    if (choice.beta < 0 || choice.standardError < 0)
-        return noEffects(choice.beta < 0 ? "beta" : "standard error");
+    if (choice.beta < 0)
+        return noEffects("beta", "--beta");
+    if (choice.standardError < 0)
+        return noEffects("standard error", "--se");
     take(Role::Beta, choice.beta);
     take(Role::StandardError, choice.standardError);
     return std::nullopt;

@@ -54,13 +54,38 @@ public:
     }
 
 private:
-    // Any column with a fitting title; a position whose values are joined ids is none.
+    // Any column with a fitting title; a position whose values are no positions is none.
     void findCandidates() {
         for (int column = 0; column < m_table.titles().size(); ++column) {
             const auto title = readPlaceTitle(viewOf(m_table.titles()[column]));
-            if (title && (title->isChromosome || !looksJoined(column)))
+            if (title && (title->isChromosome || mayBePositions(column)))
                 (title->isChromosome ? m_chromosomes : m_positions).append({column, *title});
         }
+    }
+
+    // A table of positions is asked instead of a column that is empty or holds a genetic map.
+    bool mayBePositions(int column) {
+        if (looksJoined(column))
+            return false;
+        if (m_options.positionsFile.isEmpty() || holdsPlaces(column))
+            return true;
+        if (column != m_named.position)
+            m_choice.remarks += raw(m_table, column) +
+                                QStringLiteral(" holds no positions in base pairs: --positions "
+                                               "gives them, unless another column does.");
+        return false;
+    }
+
+    bool holdsPlaces(int column) const {
+        const QList<QByteArray> values = m_table.values(column, joinedRows);
+        qsizetype places = 0, fractions = 0;
+        for (const QByteArray& value : values) {
+            int position = 0;
+            const PositionKind kind = readPosition(viewOf(value), m_table.format(), position);
+            places += kind == PositionKind::Whole && position > 0 ? 1 : 0;
+            fractions += kind == PositionKind::Fractional ? 1 : 0;
+        }
+        return places > 0 && fractions * 100 <= values.size();
     }
 
     bool looksJoined(int column) const {
@@ -351,6 +376,12 @@ private:
         const bool lacksChromosome = m_named.chromosome < 0 && m_chromosomes.isEmpty() &&
                                      !m_options.chromosomeValue.has_value();
         const bool lacksPosition = m_named.position < 0 && m_positions.isEmpty();
+        if (m_table.titles().isEmpty() && lacksChromosome && lacksPosition)
+            return {RefusalCode::NoChromosome,
+                    QStringLiteral("There are no titles. Give the columns of chromosome, position "
+                                   "and p by number."),
+                    {},
+                    {"--chromosome N --position N --p N"}};
         Refusal refusal{
             lacksChromosome ? RefusalCode::NoChromosome : RefusalCode::NoPosition, {}, {}, {}};
         const QString what = lacksChromosome && lacksPosition

@@ -87,7 +87,7 @@ std::optional<Refusal> PositionTable::read(const QString& path) {
         found = byPlinkLayout(lines);
     if (!found)
         return Refusal{
-            RefusalCode::NoPosition,
+            RefusalCode::NotPositions,
             QStringLiteral("%1 does not say chromosome, position and name of markers. "
                            "Give a .bim, .map, .pvar or VCF file, or a table with titles "
                            "for all three.")

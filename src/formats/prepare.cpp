@@ -94,6 +94,10 @@ QList<QByteArray> optionsAgainst(DropReason reason, const ColumnChoice& columns)
     switch (reason) {
     case DropReason::PMissing:
     case DropReason::PNotANumber:
+        if (columns.z >= 0)
+            return {"--z COLUMN"};
+        if (columns.beta >= 0)
+            return {"--beta COLUMN --se COLUMN"};
         return {"--p COLUMN"};
     case DropReason::PositionMissing:
     case DropReason::PositionNotPositive:
@@ -110,7 +114,7 @@ Failure Preparation::findColumns() {
     const TableFormat& format = m_tables.first().format;
     const int count = format.titles.isEmpty() ? INT_MAX : static_cast<int>(format.titles.size());
     for (const auto& [title, value] : m_job.options.where) {
-        const auto column = columnOf("--where", title, format.titles, count);
+        const auto column = whereColumn(title, format.titles, count);
         if (const auto* refusal = std::get_if<Refusal>(&column))
             return *refusal;
         m_where.append({std::get<int>(column), value});

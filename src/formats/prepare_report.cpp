@@ -1,7 +1,9 @@
 #include "prepare_report.h"
 
+#include <iterator>
+
 QLatin1String nameOf(DropReason reason) {
-    static constexpr const char* names[dropReasonCount] = {
+    static constexpr const char* names[] = {
         "p-missing",
         "p-zero",
         "p-not-a-number",
@@ -20,5 +22,6 @@ QLatin1String nameOf(DropReason reason) {
         "empty",
         "small-chromosome",
     };
+    static_assert(std::size(names) == dropReasonCount);
     return QLatin1String(names[static_cast<int>(reason)]);
 }

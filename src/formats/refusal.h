@@ -29,7 +29,8 @@ enum class RefusalCode {
     UnknownColumn,    // an option names a column that is not there
     DifferentColumns, // several inputs with different titles
     SeveralSamples,
-    Unwritable, // the output, or a temporary file
+    NotPositions, // the table of positions does not say chromosome, position and name
+    Unwritable,   // the output, or a temporary file
 };
 
 struct Refusal {

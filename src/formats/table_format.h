@@ -40,7 +40,7 @@ struct RoleNote {
     Role role;
     int column; // from 0
     QByteArray title;
-    QString why; // "the only title that says p", "leftmost of rank 0", "named by --p" ...
+    QString why; // "the only title that says p", "named by --p" ...
 };
 
 struct ColumnChoice {

@@ -93,9 +93,8 @@ Refusal disagreement(const ValueCounts& counts, const Understanding& table) {
     refusal.message =
         QStringLiteral("%1 and %2 disagree on more than 1 in 100 lines, first on line "
                        "%3: %4. Say which to take with --p and --p-is.")
-            .arg(column(table, columns.p), column(table, columns.logP))
-            .arg(counts.firstDisagreeingLine)
-            .arg(counts.firstDisagreeing);
+            .arg(column(table, columns.p), column(table, columns.logP),
+                 QString::number(counts.firstDisagreeingLine), counts.firstDisagreeing);
     for (const auto& [at, scale] :
          {std::pair(columns.p, " --p-is p"), std::pair(columns.logP, " --p-is neglog10")}) {
         refusal.candidates += table.format.titles.value(at);
@@ -136,9 +135,8 @@ Refusal likeNames(const ValueCounts& counts, const Understanding& table) {
         QStringLiteral("%1 has %2 different texts in %3 lines: they look like marker names, not "
                        "chromosomes. Name the right column with --chromosome, or this one if "
                        "they are scaffolds.")
-            .arg(column(table, chromosome))
-            .arg(*counts.labels)
-            .arg(counts.chromosomeRows),
+            .arg(column(table, chromosome), QString::number(*counts.labels),
+                 QString::number(counts.chromosomeRows)),
         {},
         {"--chromosome COLUMN", optionFor("--chromosome", table.format.titles, chromosome)}};
 }

@@ -30,7 +30,8 @@ bool writePdf(QIODevice& device, const Picture& picture) {
         const QSizeF size = QSizeF(picture.size) * (pointsPerInch / dotsPerInch);
         writer.setPageSize(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch));
         writer.setPageMargins({});
-        picture.drawOn(writer);
+        if (!picture.drawOn(writer))
+            return false;
     }
     QByteArray pdf = buffer.data();
     removeDate(pdf);

@@ -15,9 +15,9 @@ struct Picture {
     QString title;
     QSize size; // at 96 dots per inch, in pixels
     int magnification = 1;
-    std::optional<double> lambda;  // of a quantile-quantile plot
-    std::function<QImage()> image; // null where there is no memory for it
-    std::function<void(QPaintDevice& page)> drawOn;
+    std::optional<double> lambda;                   // of a quantile-quantile plot
+    std::function<QImage()> image;                  // null where there is no memory for it
+    std::function<bool(QPaintDevice& page)> drawOn; // false where there is no memory for it
 };
 
 // Writes a picture to a device that is open for writing: the same bytes each time. A PDF has one

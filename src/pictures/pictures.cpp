@@ -29,7 +29,7 @@ template <typename Plot, typename PaintImage, typename PaintPage>
 void setPainters(Picture& picture, Plot plot, PaintImage paintImage, PaintPage paintPage) {
     const auto shared = std::make_shared<const Plot>(std::move(plot));
     picture.image = [shared, paintImage] { return paintImage(*shared); };
-    picture.drawOn = [shared, paintPage](QPaintDevice& page) { paintPage(page, *shared); };
+    picture.drawOn = [shared, paintPage](QPaintDevice& page) { return paintPage(page, *shared); };
 }
 
 struct Manhattan {
@@ -58,10 +58,8 @@ void setManhattan(Picture& picture, PlotData data, const PlotRequest& request) {
         },
         [](QPaintDevice& page, const Manhattan& plot) {
             const PlotPoints points = spansOf(plot.points);
-            if (plot.isGenome)
-                printGenome(page, plot.geometry, points, plot.genome);
-            else
-                printChromosome(page, plot.geometry, points, plot.chromosome);
+            return plot.isGenome ? printGenome(page, plot.geometry, points, plot.genome)
+                                 : printChromosome(page, plot.geometry, points, plot.chromosome);
         });
 }
 
@@ -88,7 +86,7 @@ void setQuantiles(Picture& picture, std::vector<double> observed) {
         picture, std::move(quantiles),
         [](const Quantiles& plot) { return paintQuantiles(plot.geometry, plot.plot()); },
         [](QPaintDevice& page, const Quantiles& plot) {
-            printQuantiles(page, plot.geometry, plot.plot());
+            return printQuantiles(page, plot.geometry, plot.plot());
         });
 }
 

@@ -190,8 +190,7 @@ int Plot::draw(Scan& scan, const QByteArray& path) {
                                 drawn.what + u'.');
     else if (!isQuiet())
         m_streams.error.write(QStringLiteral("%1: %2, markers: %3\n")
-                                  .arg(drawn.output, drawn.what)
-                                  .arg(drawn.markers)
+                                  .arg(drawn.output, drawn.what, QString::number(drawn.markers))
                                   .toUtf8());
     return StatusFine;
 }

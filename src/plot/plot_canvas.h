@@ -112,15 +112,16 @@ QImage paintedImage(const PlotGeometry& geometry, const DotLook& dot, Paint pain
     return image;
 }
 
-// ... and on a page, which stays empty where there is no memory for the marks.
+// ... and on a page. False, with nothing drawn, where there is no memory for the marks.
 template <typename Paint>
-void paintPage(QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
+bool paintPage(QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
     QImage marks(geometry.width, geometry.height, QImage::Format_ARGB32);
     if (marks.isNull())
-        return;
+        return false;
     marks.fill(qRgba(255, 255, 255, 0)); // viewers that smooth images mix this into the edges
     Canvas canvas(marks, page, geometry, dot);
     paint(canvas);
+    return true;
 }
 
 // Lines at the -log10 p of 7.3, 6, 5, 4 and 3, each with its number at the left edge.

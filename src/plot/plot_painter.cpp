@@ -184,9 +184,10 @@ QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const Genome
                         [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
-void printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+bool printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                  const GenomePlot& plot) {
-    paintPage(page, geometry, genomeDot, [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
+    return paintPage(page, geometry, genomeDot,
+                     [&](Canvas& canvas) { drawGenome(canvas, points, plot); });
 }
 
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
@@ -195,8 +196,8 @@ QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points,
                         [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }
 
-void printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+bool printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                      const ChromosomePlot& plot) {
-    paintPage(page, geometry, chromosomeDot,
-              [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
+    return paintPage(page, geometry, chromosomeDot,
+                     [&](Canvas& canvas) { drawChromosome(canvas, points, plot); });
 }

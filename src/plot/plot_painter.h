@@ -31,8 +31,8 @@ struct GenomePlot {
 QImage paintGenome(const PlotGeometry& geometry, PlotPoints points, const GenomePlot& plot);
 
 // The same on a page with the geometry's size in dots: letters and lines as such, the points as one
-// image.
-void printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+// image. False, with nothing drawn, where there is no memory for that image.
+bool printGenome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                  const GenomePlot& plot);
 
 struct ChromosomePlot {
@@ -44,5 +44,5 @@ struct ChromosomePlot {
 
 // One chromosome's points with the position scale at the bottom; "no points" where there are none.
 QImage paintChromosome(const PlotGeometry& geometry, PlotPoints points, const ChromosomePlot& plot);
-void printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
+bool printChromosome(QPaintDevice& page, const PlotGeometry& geometry, PlotPoints points,
                      const ChromosomePlot& plot);

@@ -163,6 +163,6 @@ QImage paintQuantiles(const PlotGeometry& geometry, const QuantilePlot& plot) {
     return paintedImage(geometry, quantileDot, [&](Canvas& canvas) { paint(canvas, plot); });
 }
 
-void printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot) {
-    paintPage(page, geometry, quantileDot, [&](Canvas& canvas) { paint(canvas, plot); });
+bool printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot) {
+    return paintPage(page, geometry, quantileDot, [&](Canvas& canvas) { paint(canvas, plot); });
 }

@@ -27,6 +27,6 @@ struct QuantilePlot {
 double expectedNegLog10(size_t rank, size_t count);
 
 // The markers as dots, the diagonal, the band, and both axes with their scales. On a page the dots
-// are one image and all else as such.
+// are one image and all else as such; false, with nothing drawn, where there is no memory for it.
 QImage paintQuantiles(const PlotGeometry& geometry, const QuantilePlot& plot);
-void printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot);
+bool printQuantiles(QPaintDevice& page, const PlotGeometry& geometry, const QuantilePlot& plot);

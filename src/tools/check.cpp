@@ -152,7 +152,6 @@ void Check::writeJson(SafeOutput& output) {
 }
 
 int Check::run() {
-    QList<QByteArray> words;
     for (const QByteArray& word : m_arguments.files)
         if (const auto failure = m_inputs.add(word))
             complainOf(*failure);

@@ -1,5 +1,6 @@
 #include "check_report.h"
 
+#include "column_option.h"
 #include "finding_words.h"
 #include "mending.h"
 #include "utf8.h"
@@ -27,7 +28,8 @@ QString delimiterName(char delimiter) {
 }
 
 QString place(const QString& name, qint64 line) {
-    return line > 0 ? QStringLiteral("%1:%2: ").arg(name).arg(line) : name + QLatin1String(": ");
+    return line > 0 ? QStringLiteral("%1:%2: ").arg(name, QString::number(line))
+                    : name + QLatin1String(": ");
 }
 
 QString severityName(FindingCode code) {
@@ -49,9 +51,8 @@ QString findingText(const Finding& finding, const CheckReport& report) {
 
 QString columnLine(const char* role, const Column& window, const ComparedColumn* compared) {
     QString text = QStringLiteral("  %1  \"%2\" (column %3)")
-                       .arg(QLatin1String(role), -10)
-                       .arg(window.name)
-                       .arg(window.index + 1);
+                       .arg(QString::fromLatin1(role).leftJustified(10), window.name,
+                            QString::number(window.index + 1));
     if (compared == nullptr || compared->rightNumber == 0)
         return text + QLatin1Char('\n');
     if (compared->isRight)
@@ -59,8 +60,7 @@ QString columnLine(const char* role, const Column& window, const ComparedColumn*
     if (compared->number == compared->rightNumber && compared->title == compared->rightTitle)
         return text + QLatin1String(", which holds something else\n");
     return text + QStringLiteral("; right is \"%1\" (column %2)\n")
-                      .arg(compared->rightTitle)
-                      .arg(compared->rightNumber);
+                      .arg(compared->rightTitle, QString::number(compared->rightNumber));
 }
 
 QString columnsText(const Diagnosis& diagnosis) {
@@ -83,10 +83,7 @@ QString rightColumnsText(const Diagnosis& diagnosis) {
         return {};
     QString text = QStringLiteral("The right columns\n");
     for (const RoleNote& note : right->columns.notes)
-        text += QStringLiteral("  \"%1\" (column %2): %3\n")
-                    .arg(QString::fromUtf8(note.title))
-                    .arg(note.column + 1)
-                    .arg(note.why);
+        text += QStringLiteral("  %1: %2\n").arg(columnText(note.title, note.column), note.why);
     return text;
 }
 
@@ -111,8 +108,8 @@ QString chromosomesText(const WindowReading& reading) {
         if (shown == chromosomesShown)
             continue;
         ++shown;
-        text += QStringLiteral("  %1  %2  %3  %4  %5\n")
-                    .arg(labelOf(facts), -10)
+        text += QLatin1String("  ") + labelOf(facts).leftJustified(10) +
+                QStringLiteral("  %1  %2  %3  %4\n")
                     .arg(facts.markers, 9)
                     .arg(facts.firstLine, 10)
                     .arg(facts.firstPosition, 12)

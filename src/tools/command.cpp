@@ -43,6 +43,24 @@ struct Parsed {
     std::vector<std::string> files;
 };
 
+// Empty where it is one.
+std::string notAChoice(const OptionSpec& spec, const std::string& value) {
+    QByteArrayList choices;
+    for (const char* choice : spec.choices) {
+        if (value == choice)
+            return {};
+        choices += choice;
+    }
+    return value + " is none of " + choices.join(", ").toStdString() + '.';
+}
+
+// What the library says of an option without its value, or with several, in plain words.
+QByteArray aboutCount(const CLI::ArgumentMismatch& error) {
+    const QByteArray text(error.what());
+    return text.left(text.indexOf(':')) +
+           (text.endsWith(" missing") ? " lacks its value." : " can be given only once.");
+}
+
 void declare(const CommandSpec& command, CLI::App& app, Parsed& parsed) {
     app.add_option("FILE", parsed.files, "the files to read; - is standard input")->type_name("");
     for (const OptionSpec& spec : command.options) {
@@ -57,8 +75,7 @@ void declare(const CommandSpec& command, CLI::App& app, Parsed& parsed) {
                                                     : CLI::MultiOptionPolicy::Throw);
         option->allow_extra_args(false);
         if (!spec.choices.empty())
-            option->check(
-                CLI::IsMember(std::vector<std::string>(spec.choices.begin(), spec.choices.end())));
+            option->check([&spec](const std::string& value) { return notAChoice(spec, value); });
     }
 }
 
@@ -91,14 +108,17 @@ Arguments argumentsOf(const Parsed& parsed) {
     return arguments;
 }
 
-// An option that does not exist, and the nearest that does.
+// An option that does not exist, and the nearest that does. Of flags together, such as -qx, the
+// word has those that do not.
 QByteArray aboutExtras(const CommandSpec& command, const QByteArray& word) {
     QList<QByteArray> names{helpOption.longName()};
     for (const OptionSpec& option : command.options)
         names.append(option.longName());
-    const QByteArray name = word.mid(0, word.indexOf('='));
-    return "there is no option " + name + suggestion(name, names) + " See pelmark-tools " +
-           command.name + " --help.";
+    const qsizetype end = word.indexOf('=');
+    const QByteArray name = end > 2 ? word.left(end) : word;
+    const bool isLong = name.startsWith("--"); // of a letter alone, every other is near
+    return "there is no option " + name + (isLong ? suggestion(name, names) : QByteArray(".")) +
+           " See pelmark-tools " + command.name + " --help.";
 }
 
 int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams& streams) {
@@ -114,6 +134,8 @@ int runCommand(const CommandSpec& command, const QByteArrayList& words, Streams&
     } catch (const CLI::CallForHelp&) {
         streams.out.write(QByteArray::fromStdString(app.help()));
         return StatusFine;
+    } catch (const CLI::ArgumentMismatch& error) {
+        return wrongCall(streams, aboutCount(error));
     } catch (const CLI::ParseError& error) {
         return wrongCall(streams, error.what());
     }

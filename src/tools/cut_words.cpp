@@ -73,11 +73,10 @@ QJsonObject partJson(const CutPart& part) {
 
 QByteArray textOf(const CutReport& report) {
     const bool isKeep = qstrcmp(report.command, "keep") == 0;
-    QString text = QStringLiteral("%1: %2: %3 named, %4 written to %5\n")
-                       .arg(report.input, counted(report.lines, "line"))
-                       .arg(report.named)
-                       .arg(report.written)
-                       .arg(report.output);
+    QString text =
+        QStringLiteral("%1: %2: %3 named, %4 written to %5\n")
+            .arg(report.input, counted(report.lines, "line"), QString::number(report.named),
+                 QString::number(report.written), report.output);
     text += QLatin1String(isKeep ? "Kept\n" : "Dropped\n");
     for (const CutPart& part : report.parts)
         text += partText(part);

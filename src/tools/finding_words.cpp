@@ -117,8 +117,7 @@ QString rightColumn(const ComparedColumn& column) {
     if (column.rightNumber == 0 || column.isRight)
         return {};
     QString text = QStringLiteral("; the right column is \"%1\" (column %2)")
-                       .arg(column.rightTitle)
-                       .arg(column.rightNumber);
+                       .arg(column.rightTitle, QString::number(column.rightNumber));
     if (column.line > 0)
         text += QStringLiteral(": on this line the window reads \"%1\" instead of \"%2\"")
                     .arg(column.windowText, column.rightText);

@@ -68,11 +68,10 @@ QByteArray tableOf(const Hits& hits) {
 
 QByteArray textOf(const Hits& hits) {
     const PrepareReport& report = hits.scan.report;
-    QString text = QStringLiteral("%1: %2 rows: %3 markers, %4 dropped\n")
-                       .arg(hits.reading.inputs.join(QLatin1String(", ")))
-                       .arg(report.rows)
-                       .arg(report.written)
-                       .arg(report.rows - report.written);
+    QString text =
+        QStringLiteral("%1: %2 rows: %3 markers, %4 dropped\n")
+            .arg(hits.reading.inputs.join(QLatin1String(", ")), QString::number(report.rows),
+                 QString::number(report.written), QString::number(report.rows - report.written));
     text += columnsText(hits.reading.report) + rowsText(hits.reading);
     text += QStringLiteral("Threshold: p below %1\n").arg(QString::fromUtf8(hits.threshold));
     text += QStringLiteral("Leads: %1, at least %2 base pairs apart, written to %3\n")

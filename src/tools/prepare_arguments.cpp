@@ -23,6 +23,11 @@ qint64 sizeOf(QByteArray text) {
 
 std::optional<Failure> readPSource(const Arguments& arguments, PrepareOptions& options) {
     const std::optional<QByteArray> source = arguments.value("--p-from");
+    for (const auto& [option, itsSource] :
+         {std::pair("--z", "z"), std::pair("--beta", "beta,se"), std::pair("--se", "beta,se")})
+        if (arguments.has(option) && source.value_or("") != itsSource)
+            return wrongCall(QStringLiteral("%1 is for --p-from %2. Give both, or neither.")
+                                 .arg(QLatin1String(option), QLatin1String(itsSource)));
     if (!source)
         return std::nullopt;
     if (arguments.has("--p") || arguments.has("--p-is"))

@@ -1,5 +1,7 @@
 #include "prepare_words.h"
 
+#include "column_option.h"
+
 #include <QJsonArray>
 
 namespace {
@@ -74,10 +76,8 @@ QString placeOf(const QStringList& inputs, const InputLine& where) {
 QString notesText(const char* heading, const QList<RoleNote>& notes) {
     QString text;
     for (const RoleNote& note : notes)
-        text += QStringLiteral("  %1: \"%2\" (column %3): %4\n")
-                    .arg(roleName(note.role), QString::fromUtf8(note.title))
-                    .arg(note.column + 1)
-                    .arg(note.why);
+        text += QStringLiteral("  %1: %2: %3\n")
+                    .arg(roleName(note.role), columnText(note.title, note.column), note.why);
     return text.isEmpty() ? text : QLatin1String(heading) + QLatin1Char('\n') + text;
 }
 
@@ -85,9 +85,8 @@ QString chromosomesText(const QList<ChromosomeCount>& chromosomes) {
     constexpr qsizetype shown = 100;
     QStringList texts;
     for (const ChromosomeCount& chromosome : chromosomes.mid(0, shown))
-        texts.append(QStringLiteral("%1 (%2)")
-                         .arg(QString::fromUtf8(chromosome.name))
-                         .arg(chromosome.markers));
+        texts.append(QStringLiteral("%1 (%2)").arg(QString::fromUtf8(chromosome.name),
+                                                   QString::number(chromosome.markers)));
     if (chromosomes.size() > shown)
         texts.append(QStringLiteral("and %1 more").arg(chromosomes.size() - shown));
     return QStringLiteral("Chromosomes: %1: %2\n")
@@ -170,12 +169,11 @@ QString rowsText(const PreparedTable& table) {
 QByteArray textOf(const PreparedTable& table) {
     const PrepareReport& report = table.report;
     QString text = QStringLiteral("%1: %2 rows: %3 %4, %5 dropped\n")
-                       .arg(table.inputs.join(QLatin1String(", ")))
-                       .arg(report.rows)
-                       .arg(report.written)
-                       .arg(table.outcome.isEmpty() ? QLatin1String("written to ") + table.output
-                                                    : table.outcome)
-                       .arg(report.rows - report.written);
+                       .arg(table.inputs.join(QLatin1String(", ")), QString::number(report.rows),
+                            QString::number(report.written),
+                            table.outcome.isEmpty() ? QLatin1String("written to ") + table.output
+                                                    : table.outcome,
+                            QString::number(report.rows - report.written));
     text += columnsText(report) + chromosomesText(report.chromosomes);
     text += report.wasInOrder ? QStringLiteral("Order: as in the file\n")
                               : QStringLiteral("Order: sorted by chromosome and position\n");

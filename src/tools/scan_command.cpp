@@ -25,17 +25,25 @@ ExitStatus statusOf(RefusalCode code) {
     }
 }
 
-// The command line with an option more, in place of the same option where it had one.
+// Whether an addition to a command line takes the place of an option. Markers that are looked up by
+// name need no column of positions.
+bool isReplaced(const QByteArray& option, const QByteArrayList& addition) {
+    const bool mayComeAgain = option == "--where";
+    return (addition.contains(option) && !mayComeAgain) ||
+           (option == "--position" && addition.contains("--positions"));
+}
+
+// The command line with options more, in place of the same options where it had some.
 QByteArray commandWith(const char* name, const QByteArrayList& words, const QByteArray& addition) {
-    const QByteArray option = addition.left(addition.indexOf(' '));
+    const QByteArrayList added = addition.split(' ');
     QByteArray command = QByteArray("pelmark-tools ") + name;
     bool isValue = false;
     for (const QByteArray& word : words) {
-        const bool isSame =
-            option != "--where" && (word == option || word.startsWith(option + '='));
+        const QByteArray option = word.split('=').first();
+        const bool isSame = !isValue && option.startsWith("--") && isReplaced(option, added);
         if (!isSame && !isValue)
             command += ' ' + shellQuoted(word);
-        isValue = isSame && word == option && addition.contains(' ');
+        isValue = isSame && word == option && option != "--no-header" && option != "--zero-based";
     }
     return command + ' ' + addition;
 }
@@ -157,7 +165,7 @@ QString ScanCommand::whereOf(const Refusal& refusal) const {
     if (refusal.code == RefusalCode::Unwritable)
         return tableName() + QStringLiteral(": ");
     if (refusal.line > 0)
-        return QStringLiteral("%1:%2: ").arg(name).arg(refusal.line);
+        return QStringLiteral("%1:%2: ").arg(name, QString::number(refusal.line));
     const bool isOfTable =
         refusal.code >= RefusalCode::NotATable && refusal.code <= RefusalCode::SeveralSamples &&
         refusal.code != RefusalCode::UnknownColumn && refusal.code != RefusalCode::DifferentColumns;
@@ -165,7 +173,8 @@ QString ScanCommand::whereOf(const Refusal& refusal) const {
 }
 
 int ScanCommand::refuse(const Refusal& refusal) {
-    complain(m_streams, whereOf(refusal) + withPOption(m_inputs.named(refusal.message)));
+    const QString message = m_positions.named(m_inputs.named(refusal.message));
+    complain(m_streams, whereOf(refusal) + withPOption(message));
     const bool isToChooseFrom =
         refusal.code != RefusalCode::NoChromosome && refusal.code != RefusalCode::NoPosition;
     if (!refusal.candidates.isEmpty() && isToChooseFrom)

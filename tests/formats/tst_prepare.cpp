@@ -411,7 +411,7 @@ void Prepare::positionsByName() {
     QCOMPARE(report.dropped[static_cast<size_t>(DropReason::NoPositionInTable)].count, 1);
     options.positionsFile = file("a,b\n1,2\n", "none");
     const auto refused = run({file("SNP\tP\nb\t0.1\n")}, options, out);
-    QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::NoPosition);
+    QCOMPARE(std::get<Refusal>(refused).code, RefusalCode::NotPositions);
 }
 
 QTEST_GUILESS_MAIN(Prepare)

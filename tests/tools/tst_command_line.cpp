@@ -35,8 +35,13 @@ void CommandLine::answers_data() {
     row("unknown option with value", {"prepare", "--positon=BP", "b"}, 2, "",
         "there is no option --positon; did you mean --position?");
     row("no file", {"check"}, 2, "", "no file is named");
-    row("option without value", {"prepare", "a", "-o"}, 2, "", "--output");
-    row("not a choice", {"prepare", "a", "--p-is", "loud"}, 2, "", "loud");
+    row("option without value", {"prepare", "a", "-o"}, 2, "", "--output lacks its value.");
+    row("option given twice", {"prepare", "a", "--p", "A", "--p", "B"}, 2, "",
+        "--p can be given only once.");
+    row("not a choice", {"prepare", "a", "--p-is", "loud"}, 2, "",
+        "--p-is: loud is none of p, neglog10, log10, ln.");
+    row("unknown letter", {"prepare", "a", "-x"}, 2, "", "there is no option -x. See");
+    row("value of a flag", {"prepare", "a", "-q=3"}, 2, "", "there is no option -=3. See");
     row("missing file", {"check", "none.txt"}, 3, "", "none.txt: cannot be read: No such file");
     row("missing file to prepare", {"prepare", "none.txt", "-o", "o.txt"}, 3, "",
         "none.txt: cannot be read: No such file");

@@ -97,7 +97,8 @@ void MachineFaults::littleMemory_data() {
     QTest::addColumn<QString>("command");
     for (const char* const command :
          {"prepare in -q -o", "drop in --region 1:1-5 -q -o", "hits in --p 0.9 -q -o",
-          "plot in --size 400x300 --format png -q -o"})
+          "plot in --size 400x300 --format png -q -o",
+          "plot in --size 400x300 --scale 16 --format pdf -q -o"})
         QTest::newRow(command) << command;
 }
 

@@ -15,7 +15,11 @@ private slots:
     void refuses_data();
     void refuses();
     void printsACommandThatDecides();
+    void takesPositionsFromATableInstead_data();
+    void takesPositionsFromATableInstead();
     void reports();
+    void reportsNamesAsTheyStand();
+    void reportsColumnsWithoutTitles();
     void reportsForPrograms();
     void writesDroppedLines();
     void warnsOfANameThatTheDialogHides();
@@ -57,6 +61,11 @@ void PrepareCommand::takesOptions_data() {
         "1\t10\t0.1\t1\n");
     row("--test-name DOMDEV", "chr\tpos\tTEST\tP\n1\t10\tADD\t0.5\n1\t10\tDOMDEV\t0.1\n",
         "1\t10\t0.1\t1\n");
+    const char* const prepared = "Chr\tPosition\tP\t-log10(P)\tTEST\tZ\n"
+                                 "1\t10\t0.1\t1\tADD\t0\n1\t10\t0.2\t0.69897\tDOM\t0\n";
+    row("--test DOM", prepared, "1\t10\t0.2\t0.69897\n");
+    row("--test-name ADD", prepared, "1\t10\t0.1\t1\n");
+    row("--p-from z --test ADD", prepared, "1\t10\t1\t0\n");
     row("--memory 512M", "chr\tpos\tP\n2\t10\t0.1\n1\t10\t0.1\n", "1\t10\t0.1\t1\n2\t10\t0.1\t1\n");
 }
 
@@ -84,6 +93,8 @@ void PrepareCommand::refuses_data() {
     const QByteArray good = "chr\tpos\tP\n1\t10\t0.1\n";
     row("several p", "chr\tpos\tP_EUR\tP_AFR\n1\t10\t0.5\t0.1\n", {}, 5,
         "    pelmark-tools prepare in --p P_AFR\n");
+    row("two spaces in a title", "chr\tpos\tP  a\tP  b\n1\t10\t0.5\t0.1\n", {}, 5,
+        "    pelmark-tools prepare in --p 'P  b'\n");
     row("unknown column", good, {"--p", "PVAL"}, 2, "    pelmark-tools prepare in --p P\n");
     row("no chromosome", "pos\tP\n10\t0.1\n", {}, 5, "--chromosome");
     row("a PDF", "%PDF-1.4\n1 0 obj\n", {}, 5, "PDF");
@@ -92,6 +103,24 @@ void PrepareCommand::refuses_data() {
     row("where without value", good, {"--where", "pop"}, 2, "--where pop: write COLUMN=VALUE");
     row("source", good, {"--p-from", "odds"}, 2, "--p-from odds: write z or beta,se");
     row("source and p", good, {"--p-from", "z", "--p", "P"}, 2, "cannot be combined");
+    row("z without its source", good, {"--z", "P"}, 2, "--z is for --p-from z. Give both");
+    row("z for another source", good, {"--p-from", "beta,se", "--z", "P"}, 2, "--z is for");
+    row("source without column", good, {"--p-from", "z"}, 5,
+        "    pelmark-tools prepare in --p-from z --z COLUMN\n");
+    row("source of texts", "chr\tpos\tid\n1\t10\ta\n",
+        {"--p-from", "beta,se", "--beta", "id", "--se=id"}, 5,
+        "    pelmark-tools prepare in --p-from beta,se --beta COLUMN --se COLUMN\n");
+    row("sample of no VCF", good, {"--sample", "P"}, 2, "The table is no VCF");
+    row("unknown column of where", good, {"--where", "pop=EUR"}, 2, "choose from: pos, P, chr\n");
+    row("positions missing where named", "id\tchr\tpos\tP\na\t1\tNA\t0.1\n", {"--position", "pos"},
+        5, "    pelmark-tools prepare in --positions FILE\n");
+    row("no chromosomes and positions", "chr\tpos\tP\n1\tNA\t0.1\n", {"--position", "pos"}, 5,
+        "    pelmark-tools prepare in --chromosome COLUMN --position COLUMN\n");
+    row("no positions", good, {"--positions", "in"}, 5,
+        "pelmark-tools: in does not say chromosome");
+    row("no titles, no columns", "1\t10\t0.1\n", {"--no-header", "--p", "3"}, 5,
+        "    pelmark-tools prepare in --no-header --chromosome N --position N --p N\n");
+    row("no test", good, {"--test-name", "DOM"}, 2, "No column says which test a line is of");
     row("memory", good, {"--memory", "lots"}, 2, "--memory lots: write a size");
     row("markers", good, {"--min-markers", "0"}, 2, "--min-markers 0: write a whole number");
 }
@@ -107,6 +136,33 @@ void PrepareCommand::refuses() {
     QVERIFY2(result.error.contains(message), result.error.constData());
     QVERIFY(result.error.startsWith("pelmark-tools: "));
     QCOMPARE(result.out, QByteArray());
+}
+
+void PrepareCommand::takesPositionsFromATableInstead_data() {
+    QTest::addColumn<QByteArray>("positions"); // of the file itself
+    QTest::addColumn<QByteArray>("taken");
+
+    QTest::newRow("genetic map") << QByteArray("0.5 1.25") << QByteArray("700 800");
+    QTest::newRow("missing") << QByteArray("NA .") << QByteArray("700 800");
+    QTest::newRow("zeros") << QByteArray("0 0") << QByteArray("700 800");
+    QTest::newRow("its own") << QByteArray("10 NA") << QByteArray("10");
+}
+
+// Also where the columns have the titles of positions.
+void PrepareCommand::takesPositionsFromATableInstead() {
+    QFETCH(QByteArray, positions);
+    QFETCH(QByteArray, taken);
+    const ToolsRun run;
+    const QByteArrayList own = positions.split(' ');
+    run.write("in", "SNP\tCHR\tPOS\tP\na\t1\t" + own[0] + "\t0.1\nb\t1\t" + own[1] + "\t0.1\n");
+    run.write("map", "1\ta\t0\t700\n1\tb\t0\t800\n");
+    const ToolsRun::Result result = run.run({"prepare", "in", "--positions", "map"});
+    QVERIFY2(result.status == 0, result.error.constData());
+    QCOMPARE(result.error.contains("\"POS\" (column 3) holds no positions"), taken == "700 800");
+    QByteArrayList found;
+    for (const QByteArray& row : result.out.trimmed().split('\n').mid(1))
+        found += row.split('\t')[1];
+    QCOMPARE(found.join(' '), taken);
 }
 
 // What it prints is copied into a shell as it stands.
@@ -141,6 +197,33 @@ void PrepareCommand::reports() {
           "\"P_GC\" (column 4)", "Chromosomes: 1: 1 (3)\n", "Order: sorted",
           "p below the smallest number", "the strongest has 400\n", "  p-missing: 1 (line 3)\n"})
         QVERIFY2(report.contains(text), (text + ("\n" + report)).constData());
+}
+
+// Names with the signs that stand for the parts of a report.
+void PrepareCommand::reportsNamesAsTheyStand() {
+    const ToolsRun run;
+    run.write("%3 %1.txt", "CHR\tBP\tP_%3\n%2\t20\t0.5\n%2\t30\tNA\n");
+    const QByteArray report = run.run({"prepare", "%3 %1.txt", "-o", "%4.txt", "--p", "3"}).error;
+    for (const char* text : {"%3 %1.txt: 2 rows: 1 written to %4.txt, 1 dropped\n",
+                             "  p: \"P_%3\" (column 3): ", "Chromosomes: 1: %2 (1)\n"})
+        QVERIFY2(report.contains(text), report.constData());
+    const QByteArray cut =
+        run.run({"drop", "%3 %1.txt", "--p", "3", "--region", "%2:1-20", "-o", "%5.txt"}).error;
+    QVERIFY2(cut.contains("%3 %1.txt: 2 lines: 1 named, 1 written to %5.txt\n"), cut.constData());
+    const QByteArray hits = run.run({"hits", "%3 %1.txt", "--p-column", "3"}).error;
+    QVERIFY2(hits.contains("%3 %1.txt: 2 rows: 1 markers, 1 dropped\n"), hits.constData());
+    const QByteArray check = run.run({"check", "%3 %1.txt"}).out;
+    QVERIFY2(check.contains("%3 %1.txt:1: error: "), check.constData());
+}
+
+// A table without titles has numbers alone for its columns.
+void PrepareCommand::reportsColumnsWithoutTitles() {
+    const ToolsRun run;
+    run.write("in", "1\t10\t0.5\n");
+    const QByteArray report = run.run({"prepare", "in", "--no-header", "--chromosome", "1",
+                                       "--position", "2", "--p", "3"})
+                                  .error;
+    QVERIFY2(report.contains("  p: column 3: named by --p\n"), report.constData());
 }
 
 void PrepareCommand::reportsForPrograms() {
