@@ -7,8 +7,8 @@
 
 // The place of a row: first its key, then when it arrived, which is also where its text is.
 struct RowPlace {
-    quint64 key = 0; // chromosome and position
-    quint64 arrival = 0;
+    quint64 key; // chromosome and position
+    quint64 arrival;
 
     bool operator<(const RowPlace& other) const {
         return key != other.key ? key < other.key : arrival < other.arrival;
@@ -20,25 +20,30 @@ quint64 rowKey(quint32 chromosome, int position);
 quint32 chromosomeOf(quint64 key);
 int positionOf(quint64 key);
 
-// Rows in memory: their places in chunks that are sorted one by one, their texts in chunks that
+// Rows in memory: their places in a list that is sorted at the end, their texts in chunks that
 // never move.
-class SortedChunks {
+class StoredRows {
 public:
     void add(quint32 chromosome, int position, std::string_view text);
 
-    // Gives each row the key that `changed` makes of its own, and sorts each chunk.
+    // Ends adding: gives each row the key that `changed` makes of its own, and sorts them.
     template <typename Function>
     void sort(Function changed) {
-        for (Chunk& chunk : m_chunks) {
-            for (size_t i = 0; i < chunk.size; ++i)
-                chunk.places[i].key = changed(chunk.places[i].key);
-            sort(chunk);
-        }
+        for (std::vector<RowPlace>& chunk : m_chunks)
+            for (RowPlace& place : chunk)
+                place.key = changed(place.key);
+        sort();
     }
 
-    size_t chunkCount() const { return m_chunks.size(); }
-    const RowPlace* begin(size_t chunk) const { return m_chunks[chunk].places.get(); }
-    const RowPlace* end(size_t chunk) const { return begin(chunk) + m_chunks[chunk].size; }
+    size_t size() const { return m_size; }
+
+    // A row once they are sorted. Starts loading the text of one further on, which may be anywhere.
+    const RowPlace& place(size_t i) const {
+        constexpr size_t ahead = 24;
+        if (i + ahead < m_size)
+            prefetch(m_places[i + ahead].arrival);
+        return m_places[i];
+    }
 
     // What was added, but for the position.
     struct Row {
@@ -47,27 +52,21 @@ public:
     };
     Row row(quint64 arrival) const;
 
-    // Starts loading a text that will be wanted soon.
-    void prefetch(quint64 arrival) const;
-
     qint64 bytesUsed() const { return m_bytesUsed; }
 
     // Forgets all rows. Those added later still arrive after them.
     void clear();
 
 private:
-    struct Chunk {
-        std::unique_ptr<RowPlace[]> places;
-        size_t size = 0;
-    };
-
     const char* at(quint64 arrival) const;
     char* roomFor(size_t size);
-    void sort(Chunk& chunk);
+    void sort();
+    void prefetch(quint64 arrival) const;
 
-    std::vector<Chunk> m_chunks;
+    std::vector<std::vector<RowPlace>> m_chunks; // of places, until they are sorted
+    std::unique_ptr<RowPlace[]> m_places;        // once they are
+    size_t m_size = 0;
     std::vector<std::unique_ptr<char[]>> m_texts;
-    std::unique_ptr<RowPlace[]> m_scratch;
     size_t m_textEnd = 0;  // in the last chunk of texts
     size_t m_textRoom = 0; // after it
     quint64 m_textsCleared = 0;
