@@ -61,14 +61,13 @@ bool copyAll(QIODevice& from, QFileDevice& to) {
     return true;
 }
 
-// Which of the answers kept may be the label's. Labels of one or two characters that differ have
-// different ones, most often.
+// Which of the answers kept may be the label's. Names of chromosomes that differ have different
+// ones, most often, which their last two characters are enough for.
 size_t slotOf(std::string_view label, size_t count) {
-    if (label.empty())
-        return 0;
-    const auto first = static_cast<unsigned char>(label.front());
-    const auto last = static_cast<unsigned char>(label.back());
-    return (last + 10U * first + 7U * label.size()) % count;
+    size_t slot = 0;
+    for (const char character : label.substr(label.size() - std::min<size_t>(label.size(), 2)))
+        slot = 10 * slot + static_cast<unsigned char>(character);
+    return slot % count;
 }
 
 } // namespace

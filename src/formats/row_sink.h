@@ -95,9 +95,9 @@ private:
     QHash<QByteArray, quint32> m_byLabel; // each spelling
     QHash<QByteArray, quint32> m_byKey;
     std::vector<TableChromosome> m_chromosomes;
-    std::array<Answer, 64> m_answers; // the last ones, each where slotOf() its label says
-    std::vector<WrittenRun> m_runs;   // the output so far
-    int m_lastPosition = 0;           // in it
+    std::array<Answer, 256> m_answers; // the last ones, each where slotOf() its label says
+    std::vector<WrittenRun> m_runs;    // the output so far
+    int m_lastPosition = 0;            // in it
     std::unique_ptr<OrderedRows> m_rows;
     QString m_error;
 };
