@@ -86,8 +86,8 @@ quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
 }
 
 RowSink::Answer RowSink::answerTo(const QByteArray& label) {
-    auto found = m_byLabel.constFind(label);
-    if (found == m_byLabel.constEnd()) {
+    auto found = m_byLabel.find(label.toStdString());
+    if (found == m_byLabel.end()) {
         const QByteArray key = chromosomeKey(viewOf(label));
         const auto known = m_byKey.constFind(key);
         const auto number =
@@ -96,9 +96,10 @@ RowSink::Answer RowSink::answerTo(const QByteArray& label) {
             m_byKey.insert(key, number);
             m_chromosomes.push_back({label, 0});
         }
-        found = m_byLabel.insert(label, number);
+        found = m_byLabel.emplace(label.toStdString(), number).first;
     }
-    return {label, *found, m_chromosomes[*found].label != label};
+    const quint32 number = found->second;
+    return {label, number, m_chromosomes[number].label != label};
 }
 
 bool RowSink::isAfterLast(quint32 chromosome, int position) const {

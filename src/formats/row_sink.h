@@ -10,6 +10,8 @@
 #include <QList>
 #include <array>
 #include <memory>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 // One chromosome of a table.
@@ -92,7 +94,9 @@ private:
     const QByteArray m_header;
     const qint64 m_memory;
     TextBuffer m_block;
-    QHash<QByteArray, quint32> m_byLabel; // each spelling
+    // The number of each spelling. Asked for in each row at worst, where arithmetic is several
+    // times slower for a while after Qt's hash function.
+    std::unordered_map<std::string, quint32> m_byLabel;
     QHash<QByteArray, quint32> m_byKey;
     std::vector<TableChromosome> m_chromosomes;
     std::array<Answer, 256> m_answers; // the last ones, each where slotOf() its label says
