@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -52,7 +53,11 @@ public:
     };
     Row row(quint64 arrival) const;
 
-    qint64 bytesUsed() const { return m_bytesUsed; }
+    // With what sorting will take besides: some places are then in two lists.
+    qint64 bytesUsed() const {
+        constexpr size_t most = 64 << 20;
+        return m_bytesUsed + static_cast<qint64>(std::min(m_size * sizeof(RowPlace), most));
+    }
 
     // Forgets all rows. Those added later still arrive after them.
     void clear();
