@@ -2,7 +2,7 @@
 
 #include "merge.h"
 #include "run_file.h"
-#include "sorted_chunks.h"
+#include "stored_rows.h"
 
 #include <algorithm>
 #include <optional>
@@ -13,34 +13,6 @@ namespace {
 
 constexpr qint64 smallestBuffer = 4 * 1024; // bytes, to read a run by
 constexpr qint64 largestBuffer = 1 << 20;
-
-// Walks through the places of a chunk in memory.
-class ChunkReader {
-public:
-    ChunkReader(const SortedChunks& chunks, size_t chunk)
-        : m_chunks(&chunks), m_at(chunks.begin(chunk)), m_end(chunks.end(chunk)) {}
-
-    bool atEnd() const { return m_at == m_end; }
-    const RowPlace& place() const { return *m_at; }
-
-    // Other chunks usually come in between, which is time to load the next text.
-    void next() {
-        if (++m_at != m_end)
-            m_chunks->prefetch(m_at->arrival);
-    }
-
-private:
-    const SortedChunks* m_chunks;
-    const RowPlace* m_at;
-    const RowPlace* m_end;
-};
-
-std::vector<ChunkReader> readersOf(const SortedChunks& chunks) {
-    std::vector<ChunkReader> readers;
-    for (size_t chunk = 0; chunk < chunks.chunkCount(); ++chunk)
-        readers.emplace_back(chunks, chunk);
-    return readers;
-}
 
 // Segments in the order of their ranks. Where chromosomes of a run share a rank, it takes several
 // such lists.
@@ -70,17 +42,16 @@ struct OrderedRows::Implementation {
 
     bool spill();
     void mergeRuns(const QList<quint32>& rank);
-    template <typename Source>
-    bool advance(Merge<Source>& merge);
     bool nextInMemory(OrderedRow& row);
     bool nextOfRuns(OrderedRow& row);
 
     qint64 memory; // bytes
-    SortedChunks rows;
+    StoredRows rows;
     RunFile file;
-    std::optional<Merge<ChunkReader>> fromMemory;
+    bool isSorted = false; // in memory
+    size_t taken = 0;      // of the rows there
     std::optional<Merge<RunReader>> fromRuns;
-    bool isRowTaken = false; // the one at the top
+    bool isRowTaken = false; // the one at the top of the runs
 };
 
 // Writes the rows to the file as a sorted run.
@@ -88,11 +59,10 @@ bool OrderedRows::Implementation::spill() {
     rows.sort([](quint64 key) { return key; });
     if (!file.startRun())
         return false;
-    for (Merge<ChunkReader> merge(readersOf(rows)); !merge.atEnd(); merge.update()) {
-        const RowPlace place = merge.top().place();
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const RowPlace& place = rows.place(i);
         if (!file.append(place, rows.row(place.arrival).text))
             return false;
-        merge.top().next();
     }
     rows.clear();
     return file.flush();
@@ -112,27 +82,22 @@ void OrderedRows::Implementation::mergeRuns(const QList<quint32>& rank) {
     fromRuns.emplace(std::move(readers));
 }
 
-// Leaves the row that was taken last. False at the end.
-template <typename Source>
-bool OrderedRows::Implementation::advance(Merge<Source>& merge) {
-    if (std::exchange(isRowTaken, true) && !merge.atEnd()) {
-        merge.top().next();
-        merge.update();
-    }
-    return !merge.atEnd();
-}
-
 bool OrderedRows::Implementation::nextInMemory(OrderedRow& row) {
-    if (!advance(*fromMemory))
+    if (!isSorted || taken == rows.size())
         return false;
-    const RowPlace place = fromMemory->top().place();
-    const SortedChunks::Row stored = rows.row(place.arrival);
+    const RowPlace& place = rows.place(taken++);
+    const StoredRows::Row stored = rows.row(place.arrival);
     row = {stored.chromosome, positionOf(place.key), stored.text};
     return true;
 }
 
+// Leaves the row that was taken last.
 bool OrderedRows::Implementation::nextOfRuns(OrderedRow& row) {
-    if (!advance(*fromRuns))
+    if (std::exchange(isRowTaken, true) && !fromRuns->atEnd()) {
+        fromRuns->top().next();
+        fromRuns->update();
+    }
+    if (fromRuns->atEnd())
         return false;
     const RunReader& reader = fromRuns->top();
     row = {reader.chromosome(), positionOf(reader.place().key), reader.text()};
@@ -158,12 +123,12 @@ bool OrderedRows::sort(const QList<quint32>& rank) {
         return !m->file.hasFailed();
     }
     m->rows.sort([&rank](quint64 key) { return rowKey(rank[chromosomeOf(key)], positionOf(key)); });
-    m->fromMemory.emplace(readersOf(m->rows));
+    m->isSorted = true;
     return true;
 }
 
 bool OrderedRows::next(OrderedRow& row) {
-    const bool isRow = m->fromRuns ? m->nextOfRuns(row) : m->fromMemory && m->nextInMemory(row);
+    const bool isRow = m->fromRuns ? m->nextOfRuns(row) : m->nextInMemory(row);
     return isRow && !m->file.hasFailed();
 }
 

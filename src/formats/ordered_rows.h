@@ -14,8 +14,8 @@ struct OrderedRow {
 };
 
 // Puts rows into order of chromosome and position; ties stay in the order in which they came. Rows
-// are kept in memory, at 16 bytes and their text each, and go to temporary files in sorted runs
-// where that would need more than the limit.
+// are kept in memory, at 16 bytes and their text each and some more while they are sorted, and go
+// to temporary files in sorted runs where that would need more than the limit.
 class OrderedRows {
 public:
     explicit OrderedRows(qint64 memory); // bytes

@@ -61,14 +61,13 @@ bool copyAll(QIODevice& from, QFileDevice& to) {
     return true;
 }
 
-// Which of the answers kept may be the label's. Labels of one or two characters that differ have
-// different ones, most often.
+// Which of the answers kept may be the label's. Names of chromosomes that differ have different
+// ones, most often, which their last two characters are enough for.
 size_t slotOf(std::string_view label, size_t count) {
-    if (label.empty())
-        return 0;
-    const auto first = static_cast<unsigned char>(label.front());
-    const auto last = static_cast<unsigned char>(label.back());
-    return (last + 10U * first + 7U * label.size()) % count;
+    size_t slot = 0;
+    for (const char character : label.substr(label.size() - std::min<size_t>(label.size(), 2)))
+        slot = 10 * slot + static_cast<unsigned char>(character);
+    return slot % count;
 }
 
 } // namespace
@@ -87,8 +86,8 @@ quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
 }
 
 RowSink::Answer RowSink::answerTo(const QByteArray& label) {
-    auto found = m_byLabel.constFind(label);
-    if (found == m_byLabel.constEnd()) {
+    auto found = m_byLabel.find(label.toStdString());
+    if (found == m_byLabel.end()) {
         const QByteArray key = chromosomeKey(viewOf(label));
         const auto known = m_byKey.constFind(key);
         const auto number =
@@ -97,9 +96,10 @@ RowSink::Answer RowSink::answerTo(const QByteArray& label) {
             m_byKey.insert(key, number);
             m_chromosomes.push_back({label, 0});
         }
-        found = m_byLabel.insert(label, number);
+        found = m_byLabel.emplace(label.toStdString(), number).first;
     }
-    return {label, *found, m_chromosomes[*found].label != label};
+    const quint32 number = found->second;
+    return {label, number, m_chromosomes[number].label != label};
 }
 
 bool RowSink::isAfterLast(quint32 chromosome, int position) const {

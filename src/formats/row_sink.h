@@ -10,6 +10,8 @@
 #include <QList>
 #include <array>
 #include <memory>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 // One chromosome of a table.
@@ -92,12 +94,14 @@ private:
     const QByteArray m_header;
     const qint64 m_memory;
     TextBuffer m_block;
-    QHash<QByteArray, quint32> m_byLabel; // each spelling
+    // The number of each spelling. Asked for in each row at worst, where arithmetic is several
+    // times slower for a while after Qt's hash function.
+    std::unordered_map<std::string, quint32> m_byLabel;
     QHash<QByteArray, quint32> m_byKey;
     std::vector<TableChromosome> m_chromosomes;
-    std::array<Answer, 64> m_answers; // the last ones, each where slotOf() its label says
-    std::vector<WrittenRun> m_runs;   // the output so far
-    int m_lastPosition = 0;           // in it
+    std::array<Answer, 256> m_answers; // the last ones, each where slotOf() its label says
+    std::vector<WrittenRun> m_runs;    // the output so far
+    int m_lastPosition = 0;            // in it
     std::unique_ptr<OrderedRows> m_rows;
     QString m_error;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sorted_chunks.h"
+#include "stored_rows.h"
 
 #include <QByteArray>
 #include <QString>
@@ -69,6 +69,6 @@ private:
     qsizetype m_taken = 0; // of the buffer
     qint64 m_at = 0;       // in the file, after the buffer
     size_t m_part = 0;
-    RowPlace m_place;
+    RowPlace m_place{};
     std::string_view m_text;
 };

@@ -13,7 +13,7 @@ namespace {
 class PositionFilter {
 public:
     explicit PositionFilter(const std::vector<WantedTable>& tables) {
-        constexpr size_t bitsPerRow = 16, fewest = 65'536;
+        constexpr size_t bitsPerRow = 64, fewest = 1 << 20;
         size_t rows = 0;
         for (const WantedTable& wanted : tables)
             rows += wanted.table.rows.size();

@@ -22,6 +22,8 @@ private slots:
     void ties();
     void randomRows_data();
     void randomRows();
+    void millions_data();
+    void millions();
     void longTexts();
     void leavesNoFile();
     void noFolder();
@@ -137,10 +139,10 @@ void RowOrder::randomRows_data() {
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("longest");
     QTest::newRow("in memory") << plenty << 1000 << 40;
-    QTest::newRow("several chunks") << plenty << 300'000 << 12;
+    QTest::newRow("many rows") << plenty << 300'000 << 12;
     QTest::newRow("two runs") << qint64{20'000} << 1000 << 20;
     QTest::newRow("many runs") << qint64{1000} << 5000 << 20;
-    QTest::newRow("runs of several chunks") << qint64{5'000'000} << 300'000 << 12;
+    QTest::newRow("runs of many rows") << qint64{5'000'000} << 300'000 << 12;
 }
 
 void RowOrder::randomRows() {
@@ -154,6 +156,43 @@ void RowOrder::randomRows() {
             ::randomRows(random, random.between(count / 2, count), chromosomes, longest);
         check(rows, randomRanks(random, chromosomes, random.oneIn(3)), memory);
     }
+}
+
+void RowOrder::millions_data() {
+    QTest::addColumn<int>("positions");
+    QTest::newRow("all over a chromosome") << 200'000'000;
+    QTest::newRow("many ties") << 50'000;
+    QTest::newRow("one position") << 1;
+}
+
+// More rows than are kept in one piece. Their texts are their numbers.
+void RowOrder::millions() {
+    QFETCH(const int, positions);
+    constexpr int count = 2'500'000;
+    Random random(runSeed());
+    OrderedRows ordered(plenty);
+    qint64 positionsAdded = 0;
+    for (int i = 0; i < count; ++i) {
+        const int position = random.below(positions);
+        positionsAdded += position;
+        QVERIFY(ordered.add(random.oneIn(2) ? 1 : 0, position, std::to_string(i)));
+    }
+    QVERIFY(ordered.sort({1, 0}));
+    std::vector<bool> isTaken(count);
+    std::tuple last(quint32{0}, -1, -1);
+    OrderedRow row;
+    for (int i = 0; i < count; ++i) {
+        QVERIFY(ordered.next(row));
+        const int number = std::stoi(std::string(row.text));
+        const std::tuple place(1 - row.chromosome, row.position, number);
+        QVERIFY(last < place);
+        QVERIFY(!isTaken[static_cast<size_t>(number)]);
+        isTaken[static_cast<size_t>(number)] = true;
+        positionsAdded -= row.position;
+        last = place;
+    }
+    QVERIFY(!ordered.next(row));
+    QCOMPARE(positionsAdded, qint64{0});
 }
 
 void RowOrder::longTexts() {
