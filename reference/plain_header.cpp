@@ -127,6 +127,9 @@ private:
         const QStringList body = bodyOf(m_lines.mid(line + 1));
         if (body.isEmpty())
             return false;
+        if (ofHeader == Separator::WhiteSpace && ofBody == Separator::Comma &&
+            body.mid(0, linesCompared).join(QString()).contains(u'\t'))
+            return false;
         const QList<QStringList> first = fieldsOfBody(body.mid(0, linesCompared + 1), ofBody);
         dropEmptyEnd(first);
         QList<QStringList> rows = fieldsOfBody(body, ofBody);

@@ -178,6 +178,7 @@ void RowReader::readPlace(Row& row) const {
         row.chromosome = m_places[row.field(c.name)].chromosome;
         position = m_places[row.field(c.name)].position;
     }
+    row.chromosome.replace(u'\t', u' ');
     const QStringList nowhere{"0", "-9"};
     if (nowhere.contains(row.chromosome) && nowhere.contains(position) && !isByName())
         row.placeFault = "chromosome-missing";

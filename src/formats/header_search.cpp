@@ -130,6 +130,15 @@ QString numberedFields(const HeadTable& table) {
     return texts.join(QStringLiteral(", "));
 }
 
+// Between titles that blanks or tabs part, tabs part the lines: their commas are in numbers or
+// texts.
+bool hasTabs(const HeadTable& table) {
+    const auto lines = table.body().first(std::min(linesCompared, table.body().size()));
+    return std::any_of(lines.begin(), lines.end(), [](const HeadLine& line) {
+        return line.text.find('\t') != std::string_view::npos;
+    });
+}
+
 class HeaderSearch {
 public:
     HeaderSearch(const QList<HeadLine>& lines, bool isWhole, const PrepareOptions& options)
@@ -189,6 +198,9 @@ private:
             (score == 0 && !namesColumns(m_options)) || (score < 3 && hasNumbers(format.titles)))
             return std::nullopt;
         HeadTable table(format, bodyFrom(m_lines, at + 1));
+        if (split.header == Separator::WhiteSpace && split.body == Separator::Comma &&
+            hasTabs(table))
+            return std::nullopt;
         dropEmptyEnd(table);
         return table.titles().size() < 2 ? std::nullopt : tryTable(table, score);
     }

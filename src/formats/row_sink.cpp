@@ -88,13 +88,14 @@ quint32 RowSink::chromosome(std::string_view label, bool& isOtherSpelling) {
 RowSink::Answer RowSink::answerTo(const QByteArray& label) {
     auto found = m_byLabel.find(label.toStdString());
     if (found == m_byLabel.end()) {
-        const QByteArray key = chromosomeKey(viewOf(label));
+        const QByteArray spelling = QByteArray(label).replace('\t', ' '); // the output has tabs
+        const QByteArray key = chromosomeKey(viewOf(spelling));
         const auto known = m_byKey.constFind(key);
         const auto number =
             known != m_byKey.constEnd() ? *known : static_cast<quint32>(m_chromosomes.size());
         if (known == m_byKey.constEnd()) {
             m_byKey.insert(key, number);
-            m_chromosomes.push_back({label, 0});
+            m_chromosomes.push_back({spelling, 0});
         }
         found = m_byLabel.emplace(label.toStdString(), number).first;
     }

@@ -13,7 +13,8 @@ namespace {
 
 constexpr const char* statuses = "Exit status: 0 fine; 1 the answer is no; 2 wrong call; 3 an "
                                  "input cannot be opened or read, or\n"
-                                 "is damaged; 4 the output cannot be written; 5 the table is not "
+                                 "is damaged; 4 the output cannot be written, or memory runs out; "
+                                 "5 the table is not\n"
                                  "understood, or you must choose.";
 
 QByteArray overview() {

@@ -120,23 +120,20 @@ std::optional<Failure> Cut::aboutMisfit(size_t i, const TableMatch& match) {
         const std::string_view numbers = table.numbers(row);
         QString text = QString::fromUtf8(numbers.data(), std::ssize(numbers));
         text = QStringLiteral("position %1, P %2")
-                   .arg(row.position)
-                   .arg(text.replace(QLatin1Char('\t'), QLatin1String(", -log10(P) ")));
+                   .arg(QString::number(row.position),
+                        text.replace(QLatin1Char('\t'), QLatin1String(", -log10(P) ")));
         const QString where =
             match.chromosome.isEmpty()
                 ? QStringLiteral("%1 has no such marker: %2.").arg(nameOf(0), text)
                 : QStringLiteral("chromosome %1 of %2 has %3 of the table's %4 rows, but not this "
                                  "one: %5.")
-                      .arg(QString::fromUtf8(match.chromosome), nameOf(0))
-                      .arg(match.lines.size())
-                      .arg(table.rows.size())
-                      .arg(text);
+                      .arg(QString::fromUtf8(match.chromosome), nameOf(0),
+                           QString::number(match.lines.size()), QString::number(table.rows.size()),
+                           text);
         return Failure{StatusNotUnderstood,
                        QStringLiteral("%1:%2: %3 Give the file that was open in the window, or the "
                                       "one that it was prepared from with the same options.")
-                           .arg(nameOf(i + 1))
-                           .arg(row.line)
-                           .arg(where)};
+                           .arg(nameOf(i + 1), QString::number(row.line), where)};
     }
     constexpr qsizetype shown = 30;
     if (match.fitting.size() < 2)
@@ -148,9 +145,8 @@ std::optional<Failure> Cut::aboutMisfit(size_t i, const TableMatch& match) {
         StatusNotUnderstood,
         QStringLiteral("%1: all of its rows are on each of %2 chromosomes. Say which one "
                        "is meant by one of: %3.")
-            .arg(nameOf(i + 1))
-            .arg(match.fitting.size())
-            .arg(choices.join(QLatin1String(", ")))};
+            .arg(nameOf(i + 1), QString::number(match.fitting.size()),
+                 choices.join(QLatin1String(", ")))};
 }
 
 std::optional<Failure> Cut::aboutLabel(const QString& what, const QByteArray& label) {

@@ -133,7 +133,7 @@ int hitsCommand(const Arguments& arguments, Streams& streams) {
     const std::variant<Question, Failure> question = questionOf(arguments);
     if (const auto* failure = std::get_if<Failure>(&question))
         return command.end(*failure);
-    if (const auto failure = command.readInputs(arguments.files))
+    if (const auto failure = command.readParts(arguments.files))
         return command.end(*failure);
     const std::variant<PrepareOptions, Failure> options = command.readOptions();
     if (const auto* failure = std::get_if<Failure>(&options))

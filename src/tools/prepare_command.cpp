@@ -21,7 +21,7 @@ void warnOfHiddenName(const QString& name, Streams& streams) {
 
 int prepareCommand(const Arguments& arguments, Streams& streams) {
     ScanCommand command("prepare", arguments, streams);
-    if (const auto failure = command.readInputs(arguments.files))
+    if (const auto failure = command.readParts(arguments.files))
         return command.end(*failure);
     const std::variant<PrepareOptions, Failure> options = command.readOptions();
     if (const auto* failure = std::get_if<Failure>(&options))

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <algorithm>
+#include <sys/stat.h>
 
 namespace {
 
@@ -73,6 +74,20 @@ std::optional<Failure> ScanCommand::readInputs(const QByteArrayList& files) {
             return failure;
     m_inputs.protect(m_positions);
     return std::nullopt;
+}
+
+std::optional<Failure> ScanCommand::readParts(const QByteArrayList& files) {
+    for (const QByteArray& file : files) {
+        struct stat status {};
+        if (stat(file.constData(), &status) == 0 && m_inputs.contains(status))
+            return Failure{
+                StatusWrongCall,
+                QFile::decodeName(file) +
+                    QStringLiteral(": is given twice, so its markers would count twice.")};
+        if (std::optional<Failure> failure = m_inputs.add(file))
+            return failure;
+    }
+    return readInputs({});
 }
 
 // Only --test needs the table to tell what its value is; any fault there is met again later.

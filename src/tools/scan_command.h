@@ -24,6 +24,9 @@ public:
 
     // Opens the files, and the table of positions that an option may name.
     std::optional<Failure> readInputs(const QByteArrayList& files);
+
+    // The same for the parts of one scan: fails where a file comes twice.
+    std::optional<Failure> readParts(const QByteArrayList& files);
     Inputs& inputs() { return m_inputs; }
 
     // The options that say what the columns are; the first file tells some of them apart.

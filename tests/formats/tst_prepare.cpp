@@ -112,6 +112,8 @@ void Prepare::tables_data() {
         namedHead + "1\t5\t0.1\t1\trs1\n1\t16\t0.01\t2\trs2\n");
     row("quotes", "\"SNP\",\"CHR\",\"BP\",\"P\"\n\"a,b\",\"1\",\"1,234\",\"0.1\"\n",
         namedHead + "1\t1234\t0.1\t1\ta,b\n");
+    row("tabs in the name of a chromosome", "CHR,BP,P\n\"1\tb\",5,0.1\n\"1 b\",6,0.1\n",
+        head + "1 b\t5\t0.1\t1\n1 b\t6\t0.1\t1\n");
     row("joined names", "variant\tpval\n1:15791:C:T\t0.1\n2:5:A:G\t0.01\n",
         "Chr\tPosition\tP\t-log10(P)\tvariant\n1\t15791\t0.1\t1\t1:15791:C:T\n"
         "2\t5\t0.01\t2\t2:5:A:G\n");
@@ -288,6 +290,9 @@ void Prepare::refused_data() {
     row("p of 0", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0.1\n", RefusalCode::ZeroP,
         with([](PrepareOptions& o) { o.zeroP = ZeroP::Fail; }));
     row("p of 0 alone", "CHR\tBP\tP\n1\t5\t0\n1\t6\t0\n", RefusalCode::ZeroP);
+    row("commas between tabs, under titles between tabs",
+        "BETA\tPOS\tCHR\tSE\tLOG10P\n1,3,5\tNA\t1\t3,2E-4\t<0,1\n1,3,5\tNA\t1\t3,2E-4\t<0,1\n",
+        RefusalCode::NoPValue);
     row("no row that can be used", "CHR\tBP\tP\n1\t5\tNA\n", RefusalCode::NotATable);
     row("a column that is not there", "CHR\tBP\tP\n1\t5\t0.1\n", RefusalCode::UnknownColumn,
         with([](PrepareOptions& o) { o.p = "Q"; }));

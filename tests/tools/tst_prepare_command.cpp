@@ -121,6 +121,7 @@ void PrepareCommand::refuses_data() {
     row("no titles, no columns", "1\t10\t0.1\n", {"--no-header", "--p", "3"}, 5,
         "    pelmark-tools prepare in --no-header --chromosome N --position N --p N\n");
     row("no test", good, {"--test-name", "DOM"}, 2, "No column says which test a line is of");
+    row("the same file twice", good, {"./in"}, 2, "./in: is given twice");
     row("memory", good, {"--memory", "lots"}, 2, "--memory lots: write a size");
     row("markers", good, {"--min-markers", "0"}, 2, "--min-markers 0: write a whole number");
 }
