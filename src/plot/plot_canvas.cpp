@@ -67,7 +67,7 @@ Canvas::Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, 
     m_painter.setRenderHint(QPainter::LosslessImageRendering);
 }
 
-Canvas::~Canvas() {
+void Canvas::finish() {
     settle();
     if (!m_page)
         return;

@@ -26,8 +26,7 @@ struct DotLook {
 };
 
 // A painter, the one pen that all of a plot is drawn with, and the quick marks. Marks are
-// collected, and are on the image before anything else is drawn over them and when the canvas is
-// gone.
+// collected, and are on the image before anything else is drawn over them and at the end.
 //
 // On a page, letters and lines are drawn as such, and all marks as one image between them.
 class Canvas {
@@ -38,7 +37,6 @@ public:
     // For a page with the geometry's size in dots, which outlives this as do the marks: an image
     // as above, but in ARGB32 and transparent.
     Canvas(QImage& marks, QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot);
-    ~Canvas();
     Q_DISABLE_COPY_MOVE(Canvas)
 
     const PlotGeometry& geometry() const { return m_geometry; }
@@ -72,6 +70,9 @@ public:
 
     // Whether a dot or a segment shows in an area, by its colour: nothing else there may have it.
     bool hasMarks(const QRectF& area);
+
+    // Ends drawing; to be called last. Memory may run out here.
+    void finish();
 
 private:
     struct Letters {
@@ -108,6 +109,7 @@ QImage paintedImage(const PlotGeometry& geometry, const DotLook& dot, Paint pain
     if (!image.isNull()) {
         Canvas canvas(image, geometry, dot);
         paint(canvas);
+        canvas.finish();
     }
     return image;
 }
@@ -115,12 +117,17 @@ QImage paintedImage(const PlotGeometry& geometry, const DotLook& dot, Paint pain
 // ... and on a page. False, with nothing drawn, where there is no memory for the marks.
 template <typename Paint>
 bool paintPage(QPaintDevice& page, const PlotGeometry& geometry, const DotLook& dot, Paint paint) {
-    QImage marks(geometry.width, geometry.height, QImage::Format_ARGB32);
-    if (marks.isNull())
+    const auto imageOf = [&](int heights) {
+        return QImage(geometry.width, heights * geometry.height, QImage::Format_ARGB32);
+    };
+    QImage marks = imageOf(1);
+    // Qt's pages crash where their copies of the marks find no memory, so it is asked for first.
+    if (marks.isNull() || imageOf(2).isNull())
         return false;
     marks.fill(qRgba(255, 255, 255, 0)); // viewers that smooth images mix this into the edges
     Canvas canvas(marks, page, geometry, dot);
     paint(canvas);
+    canvas.finish();
     return true;
 }
 
