@@ -289,13 +289,16 @@ bool isCommaInTexts(const HeadTable& table, const ColumnChoice& columns) {
 
 std::variant<ColumnChoice, Refusal> chooseColumns(HeadTable& table, bool isWhole,
                                                   const PrepareOptions& options) {
-    Understanding understanding{table.format(), {}};
-    if (Optional refusal = choose(table, options, understanding.columns))
+    ColumnChoice columns;
+    if (Optional refusal = choose(table, options, columns))
         return *refusal;
-    if (isCommaInTexts(table, understanding.columns)) {
+    if (isCommaInTexts(table, columns)) {
         table.format().decimalComma = false;
-        return chooseColumns(table, isWhole, options);
+        columns = {};
+        if (Optional refusal = choose(table, options, columns))
+            return *refusal;
     }
+    Understanding understanding{table.format(), columns};
     const ValueCounts counts = HeadCounter(table, understanding).count(isWhole);
     if (Optional refusal = judge(counts, understanding))
         return *refusal;

@@ -4,7 +4,8 @@
 function(pelmark_add_test_headers name)
   add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/support/no_test.cpp)
   target_link_libraries(${name} PRIVATE Qt6::Gui pelmark_warnings)
-  target_compile_options(${name} PRIVATE ${ARGN})
+  # The last option is for compiler caches.
+  target_compile_options(${name} PRIVATE ${ARGN} $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
   target_precompile_headers(${name} PRIVATE
     <QtCore> <QtGui> <algorithm> <cmath> <functional> <limits> <memory> <utility>)
 endfunction()
@@ -14,8 +15,7 @@ function(pelmark_add_test_program name headers)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(${name} PRIVATE ${ARGN} Qt6::Gui Qt6::Test pelmark_warnings)
   target_precompile_headers(${name} REUSE_FROM ${headers})
-  # For compiler caches.
-  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+  target_compile_options(${name} PRIVATE $<TARGET_PROPERTY:${headers},COMPILE_OPTIONS>)
   target_compile_definitions(${name} PRIVATE
     PELMARK_EXAMPLES="${PROJECT_SOURCE_DIR}/examples"
     PELMARK_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
@@ -25,14 +25,14 @@ function(pelmark_add_test_program name headers)
     TIMEOUT 900)
 endfunction()
 
+pelmark_add_test_headers(pelmark_test_headers)
 # What the sanitizers look at is in the programs: a test that only runs them compiles in a quarter of
 # the time without.
 if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-  set(pelmark_process_test_options -fno-sanitize=all -O0 -g0)
+  pelmark_add_test_headers(pelmark_process_test_headers -fno-sanitize=all -O0 -g0)
+else()
+  add_executable(pelmark_process_test_headers ALIAS pelmark_test_headers)
 endif()
-
-pelmark_add_test_headers(pelmark_test_headers)
-pelmark_add_test_headers(pelmark_process_test_headers ${pelmark_process_test_options})
 
 # pelmark_add_qt_test(name library...): a Qt Test program, `name`.cpp in the calling folder, that needs
 # no screen. The libraries are what it tests, and what it tests that with.
@@ -43,7 +43,6 @@ endfunction()
 # The same for a test that only runs the programs.
 function(pelmark_add_process_test name)
   pelmark_add_test_program(${name} pelmark_process_test_headers ${ARGN})
-  target_compile_options(${name} PRIVATE ${pelmark_process_test_options})
 endfunction()
 
 # One of the core, without a window.
