@@ -15,7 +15,7 @@ void judgeP(const QList<Row>& rows, const RowReader& reader) {
     qint64 all = 0, above = 0, below = 0, positive = 0, texts = 0;
     for (const Row& row : rows) {
         const PText p = readP(reader.pText(row));
-        const Decimal number = decimal(reader.pText(row).remove(u'<').remove(u'=').trimmed());
+        const Decimal number = decimal(trimmed(reader.pText(row).remove(u'<').remove(u'=')));
         texts += p.kind == PText::NotANumber ? 1 : 0;
         if (p.kind == PText::Missing || p.kind == PText::NotANumber)
             continue;

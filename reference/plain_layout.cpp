@@ -35,7 +35,7 @@ bool readQuoted(const QString& line, Separator separator, qsizetype& place, QStr
     const qsizetype end = match.capturedEnd();
     if (end < line.size() && !isSeparator(line[end], separator))
         return false;
-    text = match.captured(1).replace("\"\"", "\"").trimmed();
+    text = trimmed(match.captured(1).replace("\"\"", "\""));
     place = end;
     return true;
 }
@@ -48,7 +48,7 @@ QStringList separatedFields(const QString& line, Separator separator) {
             const qsizetype begin = place;
             while (place < line.size() && !isSeparator(line[place], separator))
                 ++place;
-            text = line.mid(begin, place - begin).trimmed();
+            text = trimmed(line.mid(begin, place - begin));
         }
         fields << text;
         if (place >= line.size())
@@ -64,11 +64,11 @@ QStringList spacedFields(const QString& line, const QString& gap) {
         patterns[pattern].setPattern(pattern);
     const QRegularExpression& field = patterns[pattern];
     QStringList fields;
-    auto matches = field.globalMatch(line.trimmed());
+    auto matches = field.globalMatch(trimmed(line));
     while (matches.hasNext()) {
         const QRegularExpressionMatch match = matches.next();
-        fields << (match.capturedStart(1) >= 0 ? match.captured(1).replace("\"\"", "\"").trimmed()
-                                               : match.captured(2).trimmed());
+        fields << (match.capturedStart(1) >= 0 ? trimmed(match.captured(1).replace("\"\"", "\""))
+                                               : trimmed(match.captured(2)));
     }
     return fields;
 }
@@ -136,8 +136,12 @@ bool isComment(const QString& line) {
     return line.startsWith(u'#');
 }
 
+QString trimmed(const QString& text) {
+    return QString::fromLatin1(text.toLatin1().trimmed());
+}
+
 bool isEmpty(const QString& line) {
-    return line.trimmed().isEmpty();
+    return trimmed(line).isEmpty();
 }
 
 bool isMissing(const QString& text) {

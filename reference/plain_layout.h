@@ -32,6 +32,9 @@ QStringList linesOf(const QByteArray& file);
 
 QStringList fieldsOf(const QString& line, Separator separator);
 
+// Without the blanks of ASCII at both ends; QString takes some parts of other characters for blanks.
+QString trimmed(const QString& text);
+
 bool isComment(const QString& line);
 bool isEmpty(const QString& line);
 bool isMissing(const QString& text);

@@ -75,7 +75,7 @@ PText readP(const QString& text) {
     if (isMissing(text))
         return {};
     if (text.startsWith(u'<')) {
-        const PText bound = readP(text.mid(text.startsWith("<=") ? 2 : 1).trimmed());
+        const PText bound = readP(trimmed(text.mid(text.startsWith("<=") ? 2 : 1)));
         return bound.kind == PText::Missing ? PText{PText::NotANumber, {}, {}, 0, false} : bound;
     }
     bool isRead = false;

@@ -1,5 +1,6 @@
 #include "plain_titles.h"
 
+#include "plain_layout.h"
 #include "title_table.h"
 
 #include <QHash>
@@ -142,9 +143,9 @@ QString normalTitle(const QString& title) {
     QString text = title;
     if (text.startsWith(QLatin1String("\xef\xbb\xbf")))
         text.remove(0, 3);
-    text = text.trimmed();
+    text = trimmed(text);
     if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
-        text = text.mid(1, text.size() - 2).trimmed();
+        text = trimmed(text.mid(1, text.size() - 2));
     for (QChar& character : text)
         if (character >= u'A' && character <= u'Z')
             character = character.toLower();

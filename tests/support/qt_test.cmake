@@ -10,9 +10,17 @@ function(pelmark_add_test_headers name)
     <QtCore> <QtGui> <algorithm> <cmath> <functional> <limits> <memory> <utility>)
 endfunction()
 
+# AUTOMOC would start CMake and the compiler once more for each test.
+function(pelmark_add_moc name)
+  qt_generate_moc(${name}.cpp ${name}.moc TARGET ${name})
+  set_source_files_properties(${name}.cpp PROPERTIES
+    OBJECT_DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
+
 function(pelmark_add_test_program name headers)
   add_executable(${name} ${name}.cpp)
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  pelmark_add_moc(${name})
   target_link_libraries(${name} PRIVATE ${ARGN} Qt6::Gui Qt6::Test pelmark_warnings)
   target_precompile_headers(${name} REUSE_FROM ${headers})
   target_compile_options(${name} PRIVATE $<TARGET_PROPERTY:${headers},COMPILE_OPTIONS>)
