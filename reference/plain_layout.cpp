@@ -25,19 +25,30 @@ bool isSeparator(QChar character, Separator separator) {
 }
 
 // The text of a field that begins with a quote at `place`, and the place after it, which is a
-// separator or the end; nothing where no quote closes it.
+// separator or the end; nothing where no quote closes it. Lone quotes inside stay.
 bool readQuoted(const QString& line, Separator separator, qsizetype& place, QString& text) {
-    static const QRegularExpression quoted("\\G[ ]*\"((?:[^\"]|\"\")*)\"[ ]*");
-    const QRegularExpressionMatch match = quoted.match(line, place);
-    // Two fields between tabs with a lone quote each stay two.
-    if (!match.hasMatch() || (separator == Separator::Tab && match.captured().contains(u'\t')))
+    static const QRegularExpression start("\\G[ ]*\""), rest("\\G\"[ ]*");
+    const QRegularExpressionMatch match = start.match(line, place);
+    if (!match.hasMatch())
         return false;
-    const qsizetype end = match.capturedEnd();
-    if (end < line.size() && !isSeparator(line[end], separator))
-        return false;
-    text = trimmed(match.captured(1).replace("\"\"", "\""));
-    place = end;
-    return true;
+    for (qsizetype quote = match.capturedEnd(); quote < line.size(); ++quote) {
+        // Two fields between tabs with a lone quote each stay two.
+        if (separator == Separator::Tab && line[quote] == u'\t')
+            return false;
+        const QRegularExpressionMatch closing = rest.match(line, quote);
+        if (!closing.hasMatch())
+            continue;
+        const qsizetype end = closing.capturedEnd();
+        if (end == line.size() || isSeparator(line[end], separator)) {
+            text = trimmed(
+                line.mid(match.capturedEnd(), quote - match.capturedEnd()).replace("\"\"", "\""));
+            place = end;
+            return true;
+        }
+        if (line.mid(quote, 2) == QLatin1String("\"\""))
+            ++quote;
+    }
+    return false;
 }
 
 QStringList separatedFields(const QString& line, Separator separator) {

@@ -107,12 +107,11 @@ bool QuickReader::takeRow() {
     const bool isSame = label == viewOf(m_label) && !m_scan.chromosomes.isEmpty();
     if (!isSame && !startChromosome(label))
         return false;
-    int position = 0;
-    if (!readInteger(m_lines.field(m_position), position) || position < 1 || position == INT_MAX ||
-        position < m_lastPosition)
+    const std::optional<int> position = plainInteger(m_lines.field(m_position));
+    if (!position || *position < 1 || *position == INT_MAX || *position < m_lastPosition)
         return false;
-    m_lastPosition = position;
-    m_points.append(position, p);
+    m_lastPosition = *position;
+    m_points.append(*position, p);
     m_scan.lines.append(line());
     return true;
 }

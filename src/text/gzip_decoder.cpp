@@ -55,6 +55,7 @@ private:
     Start checkEnd();
     Start skipPadding();
     Start failed(const char* what);
+    Start readHeader();
     bool startsBlock();
     qint64 inflate(char* data, qint64 maxSize);
     qint64 takeLastText(char* data, qint64 maxSize);
@@ -65,6 +66,7 @@ private:
     bool m_isBlock = false;       // this member is
     bool m_isEmpty = true;        // this member has held no data so far
     int m_error = ISAL_DECOMP_OK; // reported once the text before it is returned
+    isal_gzip_header m_header;
     inflate_state m_state;
 };
 
@@ -99,7 +101,30 @@ GzipDecoder::Start GzipDecoder::startMember() {
     m_isInMember = true;
     m_isEmpty = true;
     isal_inflate_reset(&m_state);
-    m_state.crc_flag = ISAL_GZIP;
+    return readHeader();
+}
+
+// Apart from the data: where the input ends inside a header, isal_inflate() forgets its flags.
+GzipDecoder::Start GzipDecoder::readHeader() {
+    m_header = {};
+    isal_gzip_header_init(&m_header);
+    int result = ISAL_END_INPUT;
+    while (result == ISAL_END_INPUT) {
+        if (!input().fill(1))
+            return Start::Failure;
+        const qsizetype available = input().available();
+        m_state.next_in = reinterpret_cast<uint8_t*>(input().data());
+        m_state.avail_in = static_cast<uint32_t>(available);
+        result = isal_read_gzip_header(&m_state, &m_header);
+        input().take(available - static_cast<qsizetype>(m_state.avail_in));
+        if (result == ISAL_END_INPUT && available == 0) {
+            cutShort();
+            return Start::Failure;
+        }
+    }
+    if (result != ISAL_DECOMP_OK)
+        return failed(meaningOf(result));
+    m_state.crc_flag = ISAL_GZIP_NO_HDR_VER; // what follows it is compared
     return Start::Member;
 }
 
