@@ -32,7 +32,8 @@ QStringList linesOf(const QByteArray& file);
 
 QStringList fieldsOf(const QString& line, Separator separator);
 
-// Without the blanks of ASCII at both ends; QString takes some parts of other characters for blanks.
+// Without the blanks of ASCII at both ends; QString takes some parts of other characters for
+// blanks.
 QString trimmed(const QString& text);
 
 bool isComment(const QString& line);
