@@ -67,7 +67,7 @@ private:
     bool m_isEmpty = true;        // this member has held no data so far
     int m_error = ISAL_DECOMP_OK; // reported once the text before it is returned
     isal_gzip_header m_header;
-    inflate_state m_state;
+    inflate_state m_state = {}; // the library reads more of its tables than it has written
 };
 
 GzipDecoder::GzipDecoder(PackedInput& input) : Decoder(input) {
