@@ -92,7 +92,7 @@ void RowReader::findLineFault(Row& row, const QString& header) const {
         row.lineFault = "empty";
     else if (row.text == header || (!header.isEmpty() && row.fields == m_table.titles))
         row.lineFault = "repeated-header";
-    else if (isComment(row.text))
+    else if (isComment(row.text) && !m_table.columns.isPrepared)
         row.lineFault = "comment";
     else if (row.fields.size() < fieldsNeeded() || hasOddFields(row))
         row.lineFault = "short-line";

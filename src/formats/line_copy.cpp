@@ -157,7 +157,8 @@ bool LineCopier::isHead(std::string_view line) {
     if (m_line == m_format.headerLine)
         m_header = bytesOf(withoutEnd(line));
     return m_line < m_format.firstDataLine ||
-           (line.size() >= m_encoding.width && m_encoding.isAt(line.data(), '#')) ||
+           (m_format.hasComments && line.size() >= m_encoding.width &&
+            m_encoding.isAt(line.data(), '#')) ||
            (!m_header.isEmpty() && line.starts_with(viewOf(m_header)) &&
             withoutEnd(line) == viewOf(m_header));
 }

@@ -22,7 +22,7 @@ std::optional<DropReason> LineFaults::find(const TableRows& rows) const {
         return DropReason::Empty;
     if (isHeader(rows))
         return DropReason::RepeatedHeader;
-    if (line.front() == '#')
+    if (m_format.hasComments && line.front() == '#')
         return DropReason::Comment;
     return rows.fieldCount() < m_fieldsNeeded || hasOddFields(rows)
                ? std::optional(DropReason::ShortLine)

@@ -16,6 +16,7 @@ struct TableFormat {
     Separator separator = Separator::Tab;
     bool quoted = false;       // fields may stand in double quotes
     bool decimalComma = false; // a comma is the decimal point
+    bool hasComments = true;   // lines that begin with # are none of the table's
     qint64 headerLine = 0;     // from 1; 0 without titles
     QList<QByteArray> titles;  // as they stand, without quotes; empty without titles
     qint64 firstDataLine = 1;  // from 1

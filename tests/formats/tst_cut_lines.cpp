@@ -34,6 +34,7 @@ private slots:
     void windowMarkers();
     void copies_data();
     void copies();
+    void copiesPreparedTables();
     void copiesLongLines();
 
 private:
@@ -414,6 +415,19 @@ void CutLines::copies() {
         QVERIFY(!copyLines(path, format, {{lines.begin(), lines.end()}, areKept}, out));
         QTEST(out.data(), areKept ? "kept" : "rest");
     }
+}
+
+// A number sign then begins a chromosome's name.
+void CutLines::copiesPreparedTables() {
+    TableFormat format;
+    format.headerLine = 1;
+    format.firstDataLine = 2;
+    format.hasComments = false;
+    const QString path = file("h\n#a\n#b\n");
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    QVERIFY(!copyLines(path, format, {{2}, true}, out));
+    QCOMPARE(out.data(), "h\n#a\n");
 }
 
 // Longer than the blocks that are read, the first one too.
