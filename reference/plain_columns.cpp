@@ -50,7 +50,7 @@ public:
     Columns choosePrepared() const {
         Columns columns;
         columns.isPrepared = true;
-        columns.chromosome = 0;
+        columns.chromosome = m_options.chromosomeValue ? -1 : 0;
         columns.position = 1;
         columns.p = 2;
         columns.log = 3;

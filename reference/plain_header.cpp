@@ -57,7 +57,8 @@ bool isPrepared(const QString& firstLine, const PrepareOptions& options) {
         titles << fromData(title);
     return firstLine.split(u'\t').mid(0, titles.size()) == titles && !options.chromosome &&
            !options.position && !options.p && !options.name && !options.z && !options.test &&
-           !options.testName && options.pSource == PSource::Column;
+           !options.testName && !options.sample && options.pSource == PSource::Column &&
+           options.pScale.value_or(PScale::P) == PScale::P;
 }
 
 class HeaderSearch {
@@ -119,7 +120,8 @@ private:
         m_table = {};
         m_table.separator = ofBody;
         m_table.header = line;
-        m_table.titles = line < 0 ? QStringList() : fieldsOf(header, ofHeader);
+        for (const QString& title : line < 0 ? QStringList() : fieldsOf(header, ofHeader))
+            m_table.titles << bareTitle(title);
         if (line >= 0 && (m_table.titles.size() < 2 || hasNumbers(m_table.titles)))
             return false;
         m_table.quoted =

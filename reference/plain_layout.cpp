@@ -148,7 +148,8 @@ bool isComment(const QString& line) {
 }
 
 QString trimmed(const QString& text) {
-    return QString::fromLatin1(text.toLatin1().trimmed());
+    static const QRegularExpression blanks("^[ \\t]+|[ \\t]+$");
+    return QString(text).remove(blanks);
 }
 
 bool isEmpty(const QString& line) {

@@ -32,8 +32,7 @@ QStringList linesOf(const QByteArray& file);
 
 QStringList fieldsOf(const QString& line, Separator separator);
 
-// Without the blanks of ASCII at both ends; QString takes some parts of other characters for
-// blanks.
+// Without the spaces and tabs at both ends.
 QString trimmed(const QString& text);
 
 bool isComment(const QString& line);

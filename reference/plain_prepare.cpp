@@ -163,8 +163,8 @@ private:
         const Columns& c = m_table.columns;
         QList<int> others;
         for (int i = 0; i < m_table.titles.size(); ++i)
-            if (i != c.chromosome && i != c.position && i != c.p && i != c.name &&
-                ((c.p >= 0 && !c.isPrepared) || i != c.log))
+            if (i != (c.isPrepared ? 0 : c.chromosome) && i != c.position && i != c.p &&
+                i != c.name && ((c.p >= 0 && !c.isPrepared) || i != c.log))
                 others << i;
         return m_options.allColumns || c.isPrepared ? others : QList<int>();
     }

@@ -32,59 +32,80 @@ QString withoutBuilds(QString normal) {
     return normal.replace(bare, "\\1");
 }
 
-// The words of a title, those that say p apart.
+// The words of a title, and a letter for what each of them says: P for p, M for minus, L for a
+// logarithm, T for one to base 10, Q for the logarithm of p, O for anything else.
 struct Words {
-    bool saysP = false;
-    bool isLog = false;
-    bool saysMinus = false;
-    QStringList others;
+    QStringList texts;
+    QString kinds;
+
+    void add(const QString& text, char kind) {
+        texts << text;
+        kinds += QLatin1Char(kind);
+    }
 };
 
 // A word such as gwaspval: the rest of it counts as a word.
-bool takeGlued(const QString& word, Words& words) {
+void takeGlued(const QString& word, Words& words) {
+    static const QRegularExpression letters("^[a-z\\x{b5}]+$");
     for (const QString& piece : listOf(title_table::gluedP)) {
-        if (!word.startsWith(piece) && !word.endsWith(piece))
-            continue;
-        words.saysP = true;
-        words.others << (word.startsWith(piece) ? word.mid(piece.size())
-                                                : word.chopped(piece.size()));
-        return true;
+        const bool isFirst = word.startsWith(piece);
+        const QString rest = isFirst                ? word.mid(piece.size())
+                             : word.endsWith(piece) ? word.chopped(piece.size())
+                                                    : QString();
+        if (letters.match(rest).hasMatch()) {
+            words.add(piece, 'P');
+            return words.add(rest, 'O');
+        }
     }
-    return false;
+    words.add(word, 'O');
 }
 
 void take(const QString& word, Words& words) {
-    static const QRegularExpression log("^(" + anyOf(title_table::minusPrefixes) + ")?" +
-                                        anyOf(title_table::logWords) + "(" +
+    static const QRegularExpression log("^" + anyOf(title_table::minusPrefixes) + "?(log(?:10)?)(" +
                                         anyOf(title_table::pWords) + ")?$");
     const QRegularExpressionMatch match = log.match(word);
-    if (match.hasMatch()) {
-        words.isLog = true;
-        words.saysMinus |= !match.captured(1).isEmpty();
-        words.saysP |= !match.captured(2).isEmpty();
-    } else if (isIn(title_table::pWords, word)) {
-        words.saysP = true;
-    } else if (!takeGlued(word, words)) {
-        words.others << word;
-    }
+    if (match.hasMatch())
+        words.add(word, !match.captured(2).isEmpty() ? 'Q'
+                        : match.captured(1) == "log" ? 'L'
+                                                     : 'T');
+    else if (isIn(title_table::pWords, word))
+        words.add(word, 'P');
+    else if (isIn(title_table::minusWords, word))
+        words.add(word, 'M');
+    else
+        takeGlued(word, words);
 }
 
 Words wordsOf(const QString& normal) {
     QString text = u'_' + normal + u'_';
-    text.replace(QRegularExpression("_p_" + anyOf(title_table::wordsAfterP) + "(?=_)"), "_p");
+    text.replace(QRegularExpression("_p(_" + anyOf(title_table::wordsAfterP) + ")+(?=_)"), "_p");
     text.replace("log_10_", "log10_");
     Words words;
-    if (isIn(title_table::logPTitles, normal)) {
-        words.saysP = words.isLog = words.saysMinus = true;
-        return words;
-    }
     for (const QString& word : text.split(u'_', Qt::SkipEmptyParts))
         take(word, words);
-    if (words.isLog) {
-        for (const QString& minus : listOf(title_table::minusWords))
-            words.saysMinus |= words.others.removeAll(minus) > 0;
-    }
     return words;
+}
+
+// Whether a logarithm is that of p: p comes right after it; or right before it, where it says minus
+// or is to base 10 and the last word.
+bool isOfP(const QString& kinds, qsizetype at, bool saysMinus) {
+    static const QRegularExpression afterP("PM*$");
+    return kinds[at] == u'Q' || kinds.mid(at + 1).startsWith(u'P') ||
+           (afterP.match(kinds.left(at)).hasMatch() &&
+            (saysMinus || kinds.mid(at) == QLatin1String("T")));
+}
+
+void findLog(const Words& words, const QString& title, PTitle& result) {
+    static const QRegularExpression minusSign("(-|\\xe2\\x88\\x92)\\(?log",
+                                              QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression logs("[LTQ]");
+    result.saysMinus =
+        minusSign.match(QString(title).remove(u' ')).hasMatch() || words.kinds.contains(u'M');
+    for (qsizetype at = words.kinds.indexOf(logs); at >= 0 && !result.isLog;
+         at = words.kinds.indexOf(logs, at + 1)) {
+        result.saysMinus |= !words.texts[at].startsWith("log");
+        result.isLog = isOfP(words.kinds, at, result.saysMinus);
+    }
 }
 
 bool isNever(const QString& word) {
@@ -114,22 +135,27 @@ int rankOf(const QStringList& words) {
 }
 
 std::optional<PTitle> judged(const QString& title) {
-    Words words = wordsOf(normalTitle(title));
-    if (!words.saysP)
-        return {};
     PTitle result;
-    for (const QString& word : words.others)
+    if (isIn(title_table::logPTitles, normalTitle(title))) {
+        result.isLog = result.saysMinus = true;
+        return result;
+    }
+    const Words words = wordsOf(normalTitle(title));
+    if (!words.kinds.contains(u'P') && !words.kinds.contains(u'Q'))
+        return {};
+    findLog(words, title, result);
+    const QString said = result.isLog ? "PQLTM" : "P";
+    QStringList others;
+    for (qsizetype i = 0; i < words.texts.size(); ++i)
+        if (!said.contains(words.kinds[i]))
+            others << words.texts[i];
+    for (const QString& word : others) {
         result.isNever |= isNever(word);
-    for (const QString& word : words.others)
-        if (isSecondary(word, words.others))
-            result.tier = 1;
-    result.rank = rankOf(words.others);
-    words.others.sort();
-    result.others = words.others.join(u'_');
-    result.isLog = words.isLog;
-    static const QRegularExpression minusSign("(-|\\xe2\\x88\\x92) *\\(?log",
-                                              QRegularExpression::CaseInsensitiveOption);
-    result.saysMinus = words.saysMinus || minusSign.match(title).hasMatch();
+        result.tier |= isSecondary(word, others) ? 1 : 0;
+    }
+    result.rank = rankOf(others);
+    others.sort();
+    result.others = others.join(u'_');
     return result;
 }
 
@@ -139,13 +165,17 @@ QString fromData(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString bareTitle(QString title) {
+    static const QRegularExpression blanks("^[\t-\r ]+|[\t-\r ]+$");
+    static const QRegularExpression quoted("^([\"'])(.*)\\1$",
+                                           QRegularExpression::DotMatchesEverythingOption);
+    if (title.startsWith(QLatin1String("\xef\xbb\xbf")))
+        title.remove(0, 3);
+    return title.remove(blanks).replace(quoted, "\\2").remove(blanks);
+}
+
 QString normalTitle(const QString& title) {
-    QString text = title;
-    if (text.startsWith(QLatin1String("\xef\xbb\xbf")))
-        text.remove(0, 3);
-    text = trimmed(text);
-    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
-        text = trimmed(text.mid(1, text.size() - 2));
+    QString text = bareTitle(title);
     for (QChar& character : text)
         if (character >= u'A' && character <= u'Z')
             character = character.toLower();

@@ -19,6 +19,7 @@ bool isIn(const List& list, const QString& text) {
     return false;
 }
 
+QString bareTitle(QString title); // without quotes and blanks
 QString normalTitle(const QString& title);
 QString placeTitle(const QString& title);
 QString buildInTitle(const QString& title); // "37" for hg19; empty without

@@ -68,8 +68,8 @@ bool namesColumns(const PrepareOptions& options) {
 
 // Whether a prepared table's own columns do not suffice.
 bool asksForMore(const PrepareOptions& options) {
-    return namesColumns(options) || options.test || options.testName ||
-           options.pSource != PSource::Column;
+    return namesColumns(options) || options.test || options.testName || options.sample ||
+           options.pScale.value_or(PScale::P) != PScale::P || options.pSource != PSource::Column;
 }
 
 // Commas with a space after each part these titles, not the spaces.
@@ -322,21 +322,27 @@ RoleNote preparedNote(Role role, int column) {
             QStringLiteral("the table is a prepared one")};
 }
 
-// Takes the columns of a prepared or saved table.
-Understanding prepared(const QList<HeadLine>& lines) {
+// Takes the columns of a prepared or saved table, whose labels the user may know better: the window
+// saves every row with that of the file's first chromosome.
+Understanding prepared(const QList<HeadLine>& lines,
+                       const std::optional<QByteArray>& chromosomeValue) {
     Understanding understanding;
     TableFormat& format = understanding.format;
     format.headerLine = 1;
     format.firstDataLine = 2;
+    format.hasComments = false; // prepare writes none, and a chromosome may be named #1
     format.titles = bytesOf(lines.first().text).split('\t');
     ColumnChoice& columns = understanding.columns;
     columns.isPrepared = true;
-    columns.chromosome = 0;
+    columns.chromosome = chromosomeValue ? -1 : 0;
+    columns.chromosomeValue = chromosomeValue.value_or(QByteArray());
     columns.position = 1;
     columns.p = 2;
     columns.logP = 3;
-    columns.notes = {preparedNote(Role::Chromosome, 0), preparedNote(Role::Position, 1),
-                     preparedNote(Role::PValue, 2), preparedNote(Role::LogP, 3)};
+    columns.notes = {preparedNote(Role::Position, 1), preparedNote(Role::PValue, 2),
+                     preparedNote(Role::LogP, 3)};
+    if (!chromosomeValue)
+        columns.notes.prepend(preparedNote(Role::Chromosome, 0));
     chooseName(HeadTable(format, {}), {}, columns);
     return understanding;
 }
@@ -346,7 +352,7 @@ Understanding prepared(const QList<HeadLine>& lines) {
 std::variant<Understanding, Refusal> findHeader(const QList<HeadLine>& lines, bool isWhole,
                                                 const PrepareOptions& options) {
     if (isPrepared(lines) && !asksForMore(options))
-        return prepared(lines);
+        return prepared(lines, options.chromosomeValue);
     return HeaderSearch(lines, isWhole, options).search();
 }
 

@@ -18,8 +18,8 @@ QList<int> otherColumns(const Understanding& table, const PrepareOptions& option
     if (!options.allColumns && !columns.isPrepared)
         return others;
     const int log = columns.p < 0 || columns.isPrepared ? columns.logP : -1;
-    const QList<int> written{columns.chromosome, columns.position, columns.p, log,
-                             nameColumn(columns)};
+    const int chromosome = columns.isPrepared ? 0 : columns.chromosome;
+    const QList<int> written{chromosome, columns.position, columns.p, log, nameColumn(columns)};
     for (int column = 0; column < table.format.titles.size(); ++column)
         if (!written.contains(column))
             others.append(column);

@@ -161,7 +161,6 @@ inline constexpr std::string_view plainWords[] = {
 // word or in several; or p first (`pvalue_neg_log10`). "LP" stands alone.
 inline constexpr std::string_view minusWords[] = {"neg", "negative", "minus"};
 inline constexpr std::string_view minusPrefixes[] = {"negative", "minus", "neg", "min", "m", "n"};
-inline constexpr std::string_view logWords[] = {"log10", "log"};
 inline constexpr std::string_view logPTitles[] = {"lp"};
 
 // Columns that part a table into several tests, and those that part it into several traits.

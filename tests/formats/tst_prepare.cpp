@@ -119,6 +119,13 @@ void Prepare::tables_data() {
         "2\t5\t0.01\t2\t2:5:A:G\n");
     row("positions with an exponent", "CHR\tBP\tP\n1\t1e+05\t0.1\n1\t200000.0\t0.1\n",
         head + "1\t100000\t0.1\t1\n1\t200000\t0.1\t1\n");
+    const QByteArray saved = namedHead + "1\t5\t0\t310\ta\n1\t6\t0.4312\t0.365320\tb\n";
+    row("a saved table, whose chromosome is told", saved,
+        namedHead + "7\t5\t1e-310\t310\ta\n7\t6\t0.4312\t0.365320\tb\n",
+        with([](PrepareOptions& o) { o.chromosomeValue = "7"; }));
+    row("a saved table with -log10 p for p", head + "1\t5\t2\t2\n1\t6\t3\t3\n",
+        head + "1\t5\t0.01\t2\n1\t6\t0.001\t3\n",
+        with([](PrepareOptions& o) { o.pScale = PScale::NegLog10; }));
     row("all columns and line numbers",
         "CHR\tBP\tA1\tP\tBETA\n1\t5\tA\t0.1\t2\n\n1\t6\tC\t0.1\t3\n",
         "Chr\tPosition\tP\t-log10(P)\tA1\tBETA\tLine\n1\t5\t0.1\t1\tA\t2\t2\n"
@@ -374,7 +381,8 @@ void Prepare::preparedAgain() {
     const QDir examples(QStringLiteral(PELMARK_EXAMPLES)), data(QStringLiteral(PELMARK_TEST_DATA));
     for (const QString& path :
          {examples.filePath("genome_100k.txt"), data.filePath("rsid_first.txt"),
-          data.filePath("sorted_by_p_crlf.txt"), data.filePath("refused_bp.csv")}) {
+          data.filePath("sorted_by_p_crlf.txt"), data.filePath("refused_bp.csv"),
+          file("CHR,BP,P\n\"#1\",5,0.1\n2,6,0.1\n", "number_sign.csv")}) {
         QByteArray once, twice;
         const auto result = run({path}, {}, once);
         if (const auto* refusal = std::get_if<Refusal>(&result))
