@@ -28,7 +28,7 @@ struct PrepareOptions {
     std::optional<QByteArray> z; // the columns of pSource, where its titles do not say them
     std::optional<QByteArray> beta;
     std::optional<QByteArray> standardError;
-    std::optional<QByteArray> chromosomeValue; // for a table of one chromosome that has no column
+    std::optional<QByteArray> chromosomeValue;      // of all rows, in place of a column
     QList<std::pair<QByteArray, QByteArray>> where; // keep the rows where the column has the value
     std::optional<QByteArray> sample;               // of a VCF with several
     bool noHeader = false;
