@@ -2,6 +2,7 @@
 // PELMARK_FAULT_FILE:
 //
 // PELMARK_FAULT_READ       reading fails after so many bytes;
+// PELMARK_FAULT_OPEN       opening for reading finds no file after so many times;
 // PELMARK_FAULT_BYTE       the process is killed after writing so many bytes in all, within a block
 //                          if need be;
 // PELMARK_FAULT_CALL       the process is killed before this call, counted from 0, of those that
@@ -77,6 +78,12 @@ int openingFault(const char* path, int flags) {
     return replace == EPERM && (flags & O_CREAT) != 0 && access(path, F_OK) == 0 ? EACCES : 0;
 }
 
+bool isGone() {
+    static const long long limit = limitOf("PELMARK_FAULT_OPEN");
+    static long long times = 0;
+    return limit >= 0 && times++ >= limit;
+}
+
 int failure(int error) {
     errno = error;
     return -1;
@@ -96,6 +103,8 @@ int open64(const char* path, int flags, ...) {
         if (const int error = openingFault(path, flags); error != 0)
             return failure(error);
     }
+    if (!isWritable(flags) && isMeant(path) && isGone())
+        return failure(ENOENT);
     return next<int(const char*, int, ...)>("open64")(path, flags, mode);
 }
 

@@ -1,3 +1,4 @@
+#include "machine.h"
 #include "tools_run.h"
 
 #include <QDir>
@@ -5,7 +6,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
-// Disks that fill up, memory that runs out and files that are cut, at every size.
+// Disks that fill up, memory that runs out, files that are cut or vanish, a process that is killed:
+// at every place.
 class MachineFaults : public QObject {
     Q_OBJECT
 
@@ -16,6 +18,12 @@ private slots:
     void littleMemory();
     void everyCut_data();
     void everyCut();
+    void readsThatFail_data();
+    void readsThatFail();
+    void filesThatVanish_data();
+    void filesThatVanish();
+    void killed_data();
+    void killed();
 };
 
 namespace {
@@ -49,6 +57,23 @@ ToolsRun::Result limited(const ToolsRun& run, const QStringList& words, __rlimit
     const bool isEnd = process.exitStatus() == QProcess::NormalExit;
     return {isEnd ? process.exitCode() : -1, process.readAllStandardOutput(),
             process.readAllStandardError()};
+}
+
+constexpr const char* commandsWithOutput[] = {
+    "prepare scan -q -o out.txt",
+    "prepare scan --memory 1K -q -o out.txt",
+    "drop scan --region 1:1-5 -q -o out.txt",
+    "keep scan --region 1:1-5 -q -o out.txt",
+    "hits scan --p 0.9 -q -o out.txt",
+    "plot scan --size 400x300 --format png -q -o out.txt",
+};
+
+// Whether there is a message about the scan, and nothing written.
+bool isUnreadable(const ToolsRun& run, const QString& command, const QByteArray& reason) {
+    const QStringList before = run.files();
+    const ToolsRun::Result result = run.run(command.split(u' '));
+    return result.status == 3 && result.error.contains("scan: ") && result.error.contains(reason) &&
+           run.files() == before;
 }
 
 } // namespace
@@ -151,6 +176,69 @@ void MachineFaults::everyCut() {
         QVERIFY2(result.status == 3, qPrintable(QStringLiteral("cut at %1").arg(size)));
         QVERIFY(!run.files().contains("out.txt"));
     }
+}
+
+void MachineFaults::readsThatFail_data() {
+    QTest::addColumn<QString>("command");
+    QTest::newRow("check") << "check scan";
+    QTest::newRow("positions") << "prepare names --positions scan -o out.txt";
+    for (const char* const command : commandsWithOutput)
+        QTest::newRow(command) << command;
+}
+
+// Wherever a disk fails, the rows before it are not taken for the whole file.
+void MachineFaults::readsThatFail() {
+    QFETCH(const QString, command);
+    const ToolsRun run;
+    const QByteArray table = tableOf(800, true);
+    run.write("scan", table);
+    run.write("names", "id\tp\nrs1\t0.5\n");
+    for (qint64 limit = 0; limit < table.size(); limit += table.size() / 12) {
+        const machine::FailingFiles failing(run.path("scan"), "PELMARK_FAULT_READ", limit);
+        QVERIFY2(isUnreadable(run, command, "Input/output error"), QByteArray::number(limit));
+    }
+}
+
+void MachineFaults::filesThatVanish_data() {
+    readsThatFail_data();
+}
+
+// Some commands read a file twice or more.
+void MachineFaults::filesThatVanish() {
+    QFETCH(const QString, command);
+    const ToolsRun run;
+    run.write("scan", tableOf(800, false));
+    run.write("names", "id\tp\nrs1\t0.5\n");
+    for (qint64 times = 0;; ++times) {
+        const machine::FailingFiles failing(run.path("scan"), "PELMARK_FAULT_OPEN", times);
+        if (times > 0 && run.run(command.split(u' ')).status < 3)
+            return;
+        QVERIFY2(isUnreadable(run, command, "No such file"), QByteArray::number(times));
+    }
+}
+
+void MachineFaults::killed_data() {
+    QTest::addColumn<QString>("command");
+    for (const char* const command : commandsWithOutput)
+        QTest::newRow(command) << command;
+}
+
+// Before each call that writes the output or gives it its name.
+void MachineFaults::killed() {
+    QFETCH(const QString, command);
+    const ToolsRun run;
+    run.write("scan", tableOf(800, false));
+    QCOMPARE(run.run(command.split(u' ')).status, 0);
+    const QByteArray whole = run.read("out.txt");
+    int deaths = 0;
+    for (ToolsRun::Result result; result.status != 0; ++deaths) {
+        run.write("out.txt", "old");
+        const machine::FailingFiles failing(run.path("out.txt"), "PELMARK_FAULT_CALL", deaths);
+        result = run.run(command.split(u' '));
+        QVERIFY2(result.status <= 0, result.error.constData());
+        QVERIFY(run.read("out.txt") == (result.status == 0 ? whole : QByteArray("old")));
+    }
+    QVERIFY(deaths > 2);
 }
 
 QTEST_GUILESS_MAIN(MachineFaults)
