@@ -1,49 +1,18 @@
 #include "line_copy.h"
 
 #include "block_size.h"
+#include "code_units.h"
 #include "file_writing.h"
 #include "input_file.h"
 #include "text_blocks.h"
 #include "titles.h"
 
-#include <QStringConverter>
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <utility>
 
 namespace {
-
-// How characters are stored. Only those of ASCII are looked for.
-struct Encoding {
-    size_t markSize = 0; // of the byte-order mark
-    size_t width = 1;    // bytes of a code unit
-    size_t low = 0;      // the place of its lowest byte
-
-    bool isAt(const char* unit, char character) const {
-        for (size_t i = 0; i < width; ++i)
-            if (unit[i] != (i == low ? character : '\0'))
-                return false;
-        return true;
-    }
-};
-
-Encoding encodingOf(QByteArrayView start) {
-    switch (QStringConverter::encodingForData(start).value_or(QStringConverter::Latin1)) {
-    case QStringConverter::Utf8:
-        return {3, 1, 0};
-    case QStringConverter::Utf16LE:
-        return {2, 2, 0};
-    case QStringConverter::Utf16BE:
-        return {2, 2, 1};
-    case QStringConverter::Utf32LE:
-        return {4, 4, 0};
-    case QStringConverter::Utf32BE:
-        return {4, 4, 3};
-    default:
-        return {};
-    }
-}
 
 class LineCopier {
 public:
@@ -73,7 +42,7 @@ private:
     const TableFormat& m_format;
     const LineChoice& m_choice;
     QIODevice& m_to;
-    Encoding m_encoding;
+    CodeUnits m_units;
     QByteArray m_buffer; // whole lines that were taken, then what was read after them
     qsizetype m_taken = 0;
     qint64 m_line = 0;         // the last line taken
@@ -112,14 +81,14 @@ bool LineCopier::fill() {
 
 // The mark belongs to the text, not to its first line.
 void LineCopier::takeMark() {
-    m_encoding = encodingOf(m_buffer);
-    write(rest().substr(0, m_encoding.markSize));
-    m_taken += static_cast<qsizetype>(m_encoding.markSize);
+    m_units = codeUnitsOf(m_buffer);
+    write(rest().substr(0, m_units.markSize));
+    m_taken += static_cast<qsizetype>(m_units.markSize);
 }
 
 // A block without any line listed is copied as a whole, even if it ends inside a line.
 void LineCopier::takeBlock() {
-    const bool isPlain = m_encoding.width == 1 && !m_from.endsLinesByReturn();
+    const bool isPlain = m_units.width == 1 && !m_from.endsLinesByReturn();
     if (m_choice.areKept || !isPlain) {
         takeLines();
         return;
@@ -157,16 +126,16 @@ bool LineCopier::isHead(std::string_view line) {
     if (m_line == m_format.headerLine)
         m_header = bytesOf(withoutEnd(line));
     return m_line < m_format.firstDataLine ||
-           (m_format.hasComments && line.size() >= m_encoding.width &&
-            m_encoding.isAt(line.data(), '#')) ||
+           (m_format.hasComments && line.size() >= m_units.width &&
+            m_units.isAt(line.data(), '#')) ||
            (!m_header.isEmpty() && line.starts_with(viewOf(m_header)) &&
             withoutEnd(line) == viewOf(m_header));
 }
 
 std::string_view LineCopier::withoutEnd(std::string_view line) const {
-    const size_t width = m_encoding.width;
+    const size_t width = m_units.width;
     while (line.size() >= width &&
-           (m_encoding.isAt(line.end() - width, '\n') || m_encoding.isAt(line.end() - width, '\r')))
+           (m_units.isAt(line.end() - width, '\n') || m_units.isAt(line.end() - width, '\r')))
         line.remove_suffix(width);
     return line;
 }
@@ -174,13 +143,13 @@ std::string_view LineCopier::withoutEnd(std::string_view line) const {
 // Where the line ends; null where that is not before `end`.
 const char* LineCopier::afterLine(const char* from, const char* end) const {
     const bool areReturnsEnds = m_from.endsLinesByReturn();
-    const size_t width = m_encoding.width;
+    const size_t width = m_units.width;
     if (width == 1 && !areReturnsEnds) {
         const void* const found = std::memchr(from, '\n', static_cast<size_t>(end - from));
         return found ? static_cast<const char*>(found) + 1 : nullptr;
     }
     for (; static_cast<size_t>(end - from) >= width; from += width)
-        if (m_encoding.isAt(from, '\n') || (areReturnsEnds && m_encoding.isAt(from, '\r')))
+        if (m_units.isAt(from, '\n') || (areReturnsEnds && m_units.isAt(from, '\r')))
             return from + width;
     return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "unpacked.h"
 
+#include "code_units.h"
 #include "decoders.h"
 
 #include <algorithm>
@@ -18,8 +19,21 @@ std::unique_ptr<Decoder> decoderFor(QByteArrayView start, PackedInput& input) {
     return plainDecoder(input);
 }
 
-bool hasReturnsAlone(QByteArrayView head) {
-    return head.contains('\r') && !head.contains('\n');
+bool hasReturnsAlone(QByteArrayView head, const CodeUnits& units) {
+    const auto width = static_cast<qsizetype>(units.width);
+    bool hasReturns = false;
+    for (qsizetype at = 0; at + width <= head.size(); at += width) {
+        if (units.isAt(head.data() + at, '\n'))
+            return false;
+        hasReturns = hasReturns || units.isAt(head.data() + at, '\r');
+    }
+    return hasReturns;
+}
+
+bool endsInReturn(QByteArrayView head) {
+    const CodeUnits units = codeUnitsOf(head);
+    const auto width = static_cast<qsizetype>(units.width);
+    return head.size() >= width && units.isAt(head.data() + head.size() - width, '\r');
 }
 
 } // namespace
@@ -31,6 +45,14 @@ struct UnpackedDevice::Implementation {
     bool fillHead();
     qint64 takeHead(char* data, qint64 maxSize); // `data` is null to drop them
     qint64 decode(char* data, qint64 maxSize);
+    qint64 read(char* data, qint64 maxSize) {
+        return head.isEmpty() ? decode(data, maxSize) : takeHead(data, maxSize);
+    }
+
+    // The same with line feeds for returns.
+    qint64 readUnified(char* data, qint64 maxSize);
+    qint64 fillAhead();
+    bool areUnitsUnified() const { return isUnified && isReturnLineEnd && units.width > 1; }
 
     const bool isUnified;
     PackedInput input;
@@ -38,6 +60,9 @@ struct UnpackedDevice::Implementation {
     QByteArray head; // the first unpacked bytes
     qsizetype headTaken = 0;
     bool isHeadFilled = false;
+    CodeUnits units;
+    QByteArray ahead; // whole characters of several bytes, and perhaps a part of one
+    qsizetype aheadReady = 0, aheadTaken = 0;
     bool isReturnLineEnd = false;
     bool hasFailed = false;
 };
@@ -49,14 +74,15 @@ bool UnpackedDevice::Implementation::fillHead() {
     qsizetype size = 0;
     qint64 count = 1;
     head.resize(headSize);
-    while (count > 0 && (size < headSize || head[size - 1] == '\r')) {
+    while (count > 0 && (size < headSize || endsInReturn(QByteArrayView(head).first(size)))) {
         head.resize(std::max(headSize, size + 1));
         count = decoder->decode(head.data() + size, head.size() - size);
         size += static_cast<qsizetype>(std::max<qint64>(count, 0));
     }
     head.resize(size);
     hasFailed = count < 0;
-    isReturnLineEnd = hasReturnsAlone(head);
+    units = codeUnitsOf(head);
+    isReturnLineEnd = hasReturnsAlone(head, units);
     return !hasFailed || size > 0;
 }
 
@@ -75,6 +101,39 @@ qint64 UnpackedDevice::Implementation::decode(char* data, qint64 maxSize) {
         return -1;
     const qint64 count = decoder->decode(data, maxSize);
     hasFailed = count < 0;
+    return count;
+}
+
+// Reads some bytes behind the part of a character that is left. Its bytes may come in two reads.
+qint64 UnpackedDevice::Implementation::fillAhead() {
+    const auto width = static_cast<qsizetype>(units.width);
+    ahead.remove(0, aheadReady);
+    const qsizetype part = ahead.size();
+    ahead.resize(part + headSize);
+    const qint64 count = read(ahead.data() + part, headSize);
+    ahead.resize(part + static_cast<qsizetype>(std::max<qint64>(count, 0)));
+    aheadReady = count > 0 ? ahead.size() / width * width : ahead.size();
+    aheadTaken = 0;
+    for (qsizetype at = 0; at + width <= aheadReady; at += width)
+        if (units.isAt(ahead.constData() + at, '\r'))
+            ahead[at + static_cast<qsizetype>(units.low)] = '\n';
+    return count;
+}
+
+qint64 UnpackedDevice::Implementation::readUnified(char* data, qint64 maxSize) {
+    if (!areUnitsUnified()) {
+        const qint64 count = read(data, maxSize);
+        std::replace(data, data + std::max<qint64>(count, 0), '\r', '\n');
+        return count;
+    }
+    qint64 got = 1;
+    while (aheadTaken == aheadReady && got > 0)
+        got = fillAhead();
+    if (aheadTaken == aheadReady)
+        return got;
+    const qsizetype count = std::min<qsizetype>(aheadReady - aheadTaken, maxSize);
+    std::memcpy(data, ahead.constData() + aheadTaken, static_cast<size_t>(count));
+    aheadTaken += count;
     return count;
 }
 
@@ -117,6 +176,8 @@ qint64 UnpackedDevice::packedBytesRead() const {
 }
 
 qint64 UnpackedDevice::skipData(qint64 maxSize) {
+    if (m->areUnitsUnified())
+        return QIODevice::skipData(maxSize);
     if (!m->head.isEmpty())
         return m->takeHead(nullptr, maxSize);
     const bool isSkipped = m->isHeadFilled && !m->hasFailed && m->decoder->skip(maxSize);
@@ -126,10 +187,9 @@ qint64 UnpackedDevice::skipData(qint64 maxSize) {
 qint64 UnpackedDevice::readData(char* data, qint64 maxSize) {
     if (!m->isHeadFilled)
         m->fillHead();
-    const qint64 count = m->head.isEmpty() ? m->decode(data, maxSize) : m->takeHead(data, maxSize);
+    const bool areReplaced = m->isUnified && m->isReturnLineEnd;
+    const qint64 count = areReplaced ? m->readUnified(data, maxSize) : m->read(data, maxSize);
     if (count < 0)
         setErrorString(m->decoder->error());
-    else if (m->isReturnLineEnd && m->isUnified)
-        std::replace(data, data + count, '\r', '\n');
     return count;
 }

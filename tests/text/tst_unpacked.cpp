@@ -310,8 +310,9 @@ void Unpacking::readErrors() {
 void Unpacking::lineEnds_data() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("expected");
-    const auto row = [](const char* name, const QByteArray& text, const QByteArray& expected) {
-        QTest::newRow(name) << text << expected;
+    const auto row = [](const QByteArray& name, const QByteArray& text,
+                        const QByteArray& expected) {
+        QTest::newRow(name.constData()) << text << expected;
     };
     const QByteArray manyReturns = table(300'000).replace('\n', '\r');
     const QByteArray longLine(64 * 1024 - 1, 'x');
@@ -325,6 +326,20 @@ void Unpacking::lineEnds_data() {
     row("only a return there", longLine + "\rb\r", longLine + "\nb\n");
     row("a line feed too late", longLine + "\rb\r\n", longLine + "\nb\n\n");
     row("returns after the head", longLine + "xx\rb\r", longLine + "xx\rb\r");
+    // Other characters have the bytes of returns and line feeds too.
+    for (const auto encoding : {QStringConverter::Utf16LE, QStringConverter::Utf16BE,
+                                QStringConverter::Utf32LE, QStringConverter::Utf32BE}) {
+        const auto wide = [encoding](const QString& all) {
+            return QByteArray(
+                QStringEncoder(encoding, QStringConverter::Flag::WriteBom).encode(all));
+        };
+        const QString odd = QStringLiteral("\u010D\u0D0A\u0A0A"), longText(64 * 1024, u'x');
+        const QByteArray name(QStringConverter::nameForEncoding(encoding));
+        row(name + ", returns", wide("a\r" + odd + '\r'), wide("a\n" + odd + '\n'));
+        row(name + ", both", wide(odd + "\r\nb\r"), wide(odd + "\r\nb\r"));
+        row(name + ", long", wide("a\r" + longText + "\rb"), wide("a\n" + longText + "\nb"));
+        row(name + ", cut", wide("a\rb\r").chopped(1), wide("a\nb\r").chopped(1));
+    }
 }
 
 void Unpacking::lineEnds() {
@@ -332,7 +347,8 @@ void Unpacking::lineEnds() {
     QFETCH(const QByteArray, expected);
     for (const QByteArray& packed : {text, gzipMember(text), zstdFrame(text)})
         for (const qint64 most : {999, 1 << 20})
-            QVERIFY(unpacked(packed, most).content == expected);
+            for (const qint64 blockSize : {7, 128 * 1024})
+                QVERIFY(unpacked(packed, most, blockSize).content == expected);
 }
 
 void Unpacking::foreignKinds_data() {
