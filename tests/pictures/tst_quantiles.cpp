@@ -14,6 +14,7 @@ class Quantiles : public QObject {
 
 private slots:
     void ranksWhatIsAProbability();
+    void expectedOfEachRank();
     void bandOfExtremes_data();
     void bandOfExtremes();
     void bandHoldsWhatIsExpected();
@@ -52,9 +53,9 @@ QImage plainDots(QSize size, std::vector<double> values, double highest) {
     painter.setPen(QPen(QColor(50, 50, 255), 5, Qt::SolidLine, Qt::RoundCap));
     std::sort(values.begin(), values.end(), std::greater());
     const QRectF area(70, 40, size.width() - 90, size.height() - 100);
-    const double count = static_cast<double>(values.size()), right = 1.04 * std::log10(count + 1.0);
+    const double right = 1.04 * expectedNegLog10(1, values.size());
     for (size_t i = 0; i < values.size(); ++i) {
-        const double expected = -std::log10((static_cast<double>(i) + 1.0) / (count + 1.0));
+        const double expected = expectedNegLog10(i + 1, values.size());
         painter.drawPoint(
             static_cast<int>(area.left() + expected / right * area.width()),
             static_cast<int>(area.bottom() - values[i] / (1.04 * highest) * area.height()));
@@ -76,6 +77,14 @@ void Quantiles::bandOfExtremes_data() {
     QTest::addColumn<int>("count");
     for (const int count : {2, 100, 10'000'000})
         QTest::addRow("%d", count) << count;
+}
+
+void Quantiles::expectedOfEachRank() {
+    for (const size_t count : {size_t{2}, size_t{7}, size_t{400}})
+        for (size_t rank = 1; rank <= count; ++rank) {
+            const double p = static_cast<double>(rank) / static_cast<double>(count + 1);
+            QVERIFY(std::abs(std::pow(10.0, -expectedNegLog10(rank, count)) - p) < 1e-12);
+        }
 }
 
 // The smallest of n p-values is above x with the probability (1 - x)^n.
