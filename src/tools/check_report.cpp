@@ -65,7 +65,7 @@ QString columnLine(const char* role, const Column& window, const ComparedColumn*
 
 QString columnsText(const Diagnosis& diagnosis) {
     const std::optional<Layout>& layout = diagnosis.reading.layout;
-    if (!layout || layout->columnsNeeded() < 3)
+    if (!layout)
         return {};
     const ComparedColumns* columns = diagnosis.columns ? &*diagnosis.columns : nullptr;
     return QStringLiteral("The window takes (delimiter: %1%2)\n")

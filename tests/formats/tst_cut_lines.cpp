@@ -32,6 +32,7 @@ private slots:
     void namesNeedAColumn();
     void windowMarkers_data();
     void windowMarkers();
+    void markersOfManyLabels();
     void copies_data();
     void copies();
     void copiesPreparedTables();
@@ -359,6 +360,16 @@ void CutLines::windowMarkers() {
     QTEST(listOf(match.lines), "lines");
     QVERIFY(!readWindowMarkers(file("chr\tpos\tq\n1\t10\t0.1\n")));
     QVERIFY(!readWindowMarkers(file("chr\tpos\tp\n1\t10\t0.1\n1\t10\tx\n")));
+}
+
+// They are names of markers then.
+void CutLines::markersOfManyLabels() {
+    constexpr int most = 100'000;
+    QByteArray scan("chr\tpos\tp\n");
+    for (int i = 0; i < most; ++i)
+        scan += 'a' + QByteArray::number(i) + "\t5\t0.1\n";
+    QVERIFY(readWindowMarkers(file(scan)));
+    QVERIFY(!readWindowMarkers(file(scan + "b\t5\t0.1\n")));
 }
 
 void CutLines::copies_data() {

@@ -76,6 +76,9 @@ void Check::says_data() {
         "a.txt:4: error: p is \"1e-400\", smaller than any number that the window reads");
     row("position-not-whole", "ends", good + QByteArray("1\t1.5e6\t0.1\n"),
         "a.txt:4: error: pos is \"1.5e6\"");
+    row("position-not-whole", "ends", "chrpos\tpval\tx\n1:5\t0.1\t0\n1:6\t0.2\t3\n",
+        "The window takes (delimiter: tab)\n  chromosome  \"chrpos\" (column 1)", "a.txt",
+        " in the column of the chromosome");
     row("position-too-large", "ends", good + QByteArray("1\t3000000000\t0.1\n"),
         "a.txt:4: error: pos is \"3000000000\"");
     row("short-line", "ends", good + QByteArray("1\t30\n"),
