@@ -1,4 +1,5 @@
 #include "table_format.h"
+#include "title_table.h"
 #include "titles.h"
 
 #include <QFile>
@@ -28,6 +29,7 @@ private slots:
     void roles();
     void decimalCommas_data();
     void decimalCommas();
+    void ranksOfPlaceTitles();
     void refusalsSayWhatToType();
 
 private:
@@ -862,6 +864,26 @@ void Understand::decimalCommas() {
     const auto table = std::get<Understanding>(understand(viewOf(file), true, {}));
     QCOMPARE(table.format.decimalComma, isDecimal);
     QCOMPARE(table.columns.remarks.join(' ').contains("decimal commas"), isDecimal);
+}
+
+// Of two titles for one role, the better one. Of equal ones, the first chromosome; positions are
+// left to the user.
+void Understand::ranksOfPlaceTitles() {
+    const auto columns = [](std::string_view before, std::string_view after) {
+        const QByteArray file = bytesOf(before) + "\tchr\tpos\tp\t" + bytesOf(after) +
+                                "\n7\t1\t9\t0.1\t8\n7\t1\t10\t0.2\t9\n";
+        const auto result = understand(viewOf(file), true, {});
+        const auto* table = std::get_if<Understanding>(&result);
+        return table ? table->columns : ColumnChoice();
+    };
+    for (const auto& [title, rank] : title_table::positions)
+        if (title != "pos")
+            QCOMPARE(columns("x", title).position, rank == 0 ? -1 : 2);
+    for (const auto& [title, rank] : title_table::chromosomes)
+        if (title != "chr") {
+            QCOMPARE(columns(title, "x").chromosome, rank == 0 ? 0 : 1);
+            QCOMPARE(columns("x", title).chromosome, 1);
+        }
 }
 
 void Understand::refusalsSayWhatToType() {
