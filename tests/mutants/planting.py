@@ -18,7 +18,7 @@ WORK = ROOT / "build" / "mutants"
 
 # The random comparisons notice early or not at all.
 ENVIRONMENT = dict(os.environ, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="offscreen", QT_FONT_DPI="96",
-                   PELMARK_RANDOM_CASES="2000")
+                   PELMARK_RANDOM_CASES="400")
 
 # A test may take this many times as long as without a departure, and at least so many seconds.
 PATIENCE = 5
