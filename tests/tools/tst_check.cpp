@@ -15,6 +15,8 @@ class Check : public QObject {
 private slots:
     void says_data();
     void says();
+    void tellsNoConsequences_data();
+    void tellsNoConsequences();
     void sampleFiles_data();
     void sampleFiles();
     void readsAPipe();
@@ -177,6 +179,31 @@ void Check::says() {
     const QSet<QString> codes = codesOf(report);
     m_codes += codes;
     QVERIFY2(code.isEmpty() ? codes.isEmpty() : codes.contains(code), text.out.constData());
+}
+
+void Check::tellsNoConsequences_data() {
+    QTest::addColumn<QByteArray>("file");
+    QTest::newRow("log-as-p") << QByteArray(
+        "chr\tpos\tneg_log10_pval\n1\t10\t2\n1\t20\t0\n1\t30\t0.3\n");
+    QTest::newRow("names-as-chromosomes") << QByteArray(
+        "rsid\tchr\tpos\tp\nrs1\t1\t30\t0.1\nrs1\t1\t20\t0.1\nrs2\t1\t40\t0.2\nrs2\t1\t40\t0.2\n"
+        "RS2\t1\t40\t0.2\nrs3\t1\t41\t0.2\nrs4\t1\t42\t0.2\nrs1\t1\t50\t0.3\n");
+    QTest::newRow("wrong-position-column")
+        << QByteArray("chr\tpos_index\tbp\tp\n1\t5\t10\t0.1\n1\t0\t20\t0.2\n1\t5\t30\t0."
+                      "5\n2\t4\t40\t0.1\n2\t4\t50\t0.3\n");
+}
+
+// What a wrong column makes of the file is no fault of the file's.
+void Check::tellsNoConsequences() {
+    QFETCH(const QByteArray, file);
+    const ToolsRun run;
+    run.write("a.txt", file);
+    static const QRegularExpression code("\\[([a-z-]+)\\]\n");
+    QStringList codes;
+    const QString report = QString::fromUtf8(run.run({"check", "a.txt"}).out);
+    for (auto found = code.globalMatch(report); found.hasNext();)
+        codes.append(found.next().captured(1));
+    QCOMPARE(codes, QStringList{QString::fromLatin1(QTest::currentDataTag())});
 }
 
 void Check::sampleFiles_data() {
