@@ -243,6 +243,11 @@ void Titles::placeTitles_data() {
           "ChrPos",
           "Position (bp)"},
          "position plain");
+    rows({"pos_hg16", "BP build34", "ncbi34pos", "bp_b34"}, "position plain build34");
+    rows({"pos_hg17", "BP build35", "ncbi35pos", "bp_b35"}, "position plain build35");
+    rows({"pos_hg18", "BP build36", "ncbi36pos", "bp_b36", "grch36_bp"}, "position plain build36");
+    rows({"BP build37", "ncbi37pos", "bp_b37"}, "position plain build37");
+    rows({"pos_hg38", "BP build38", "bp_b38", "grch38_bp", "pos38"}, "position plain build38");
     rows({"Pos_GRCh37", "bp_hg19", "POS(b37)", "pos_37", "position37"}, "position plain build37");
     rows({"Position_hg18build36", "Build36BP", "POS_hg18"}, "position plain build36");
     rows({"Chr Position (GRCh38)"}, "position plain build38");
