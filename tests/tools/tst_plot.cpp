@@ -20,6 +20,7 @@ private slots:
     void chromosomeIsTheWindows_data();
     void chromosomeIsTheWindows();
     void pickedChromosomeIsTheWindows();
+    void chromosomesAreThoseOfFilesOfTheirOwn();
     void zoomIsTheWindows();
     void preparedFileIsTheWindows();
     void titleIsCutAsInTheWindow();
@@ -181,6 +182,18 @@ void PlotCommand::pickedChromosomeIsTheWindows() {
     for (const QStringList& way : {QStringList{}, QStringList{"--as-is"}})
         QCOMPARE(drawn(run, QStringList{"data.txt", "--chromosome", "B"} + way),
                  window.image("t.png"));
+}
+
+void PlotCommand::chromosomesAreThoseOfFilesOfTheirOwn() {
+    const ToolsRun all, alone;
+    const QByteArray rows[] = {"1\t10\t0.1\n1\t20\t0.2\n1\t70\t0.01\n", "2\t5\t0.3\n2\t90\t0.001\n",
+                               "3\t7\t0.5\n3\t30\t0.02\n3\t40\t0.1\n3\t41\t0.05\n"};
+    all.write("data.txt", "chr\tpos\tp\n" + rows[0] + rows[1] + rows[2]);
+    for (int i = 0; i < 3; ++i) {
+        alone.write("data.txt", "chr\tpos\tp\n" + rows[i]);
+        QCOMPARE(drawn(all, {"data.txt", "--chromosome", QString::number(i + 1)}),
+                 drawn(alone, {"data.txt"}));
+    }
 }
 
 // A box from the top to the bottom takes the markers of a range.
