@@ -30,10 +30,13 @@ bool hasReturnsAlone(QByteArrayView head, const CodeUnits& units) {
     return hasReturns;
 }
 
-bool endsInReturn(QByteArrayView head) {
+// How many bytes more say whether a line feed follows a carriage return at the end.
+qsizetype bytesMissing(QByteArrayView head) {
     const CodeUnits units = codeUnitsOf(head);
     const auto width = static_cast<qsizetype>(units.width);
-    return head.size() >= width && units.isAt(head.data() + head.size() - width, '\r');
+    if (const qsizetype part = head.size() % width; part > 0)
+        return width - part;
+    return units.isAt(head.data() + head.size() - width, '\r') ? width : 0;
 }
 
 } // namespace
@@ -73,11 +76,12 @@ bool UnpackedDevice::Implementation::fillHead() {
     isHeadFilled = true;
     qsizetype size = 0;
     qint64 count = 1;
-    head.resize(headSize);
-    while (count > 0 && (size < headSize || endsInReturn(QByteArrayView(head).first(size)))) {
-        head.resize(std::max(headSize, size + 1));
-        count = decoder->decode(head.data() + size, head.size() - size);
+    for (qsizetype missing = headSize; count > 0 && missing > 0;) {
+        head.resize(size + missing);
+        count = decoder->decode(head.data() + size, missing);
         size += static_cast<qsizetype>(std::max<qint64>(count, 0));
+        missing =
+            size < headSize ? headSize - size : bytesMissing(QByteArrayView(head).first(size));
     }
     head.resize(size);
     hasFailed = count < 0;

@@ -338,6 +338,12 @@ void Unpacking::lineEnds_data() {
         row(name + ", returns", wide("a\r" + odd + '\r'), wide("a\n" + odd + '\n'));
         row(name + ", both", wide(odd + "\r\nb\r"), wide(odd + "\r\nb\r"));
         row(name + ", long", wide("a\r" + longText + "\rb"), wide("a\n" + longText + "\nb"));
+        // So long that a return is the last of the bytes that are looked at.
+        const auto width = wide(QString()).size();
+        const QString headLine = QString(64 * 1024 / width - 2, u'x') + '\r';
+        row(name + ", both there", wide(headLine + "\nb\r"), wide(headLine + "\nb\r"));
+        row(name + ", a return there", wide(headLine + "b\r"),
+            wide(QString(headLine).replace('\r', '\n') + "b\n"));
         row(name + ", cut", wide("a\rb\r").chopped(1), wide("a\nb\r").chopped(1));
     }
 }
