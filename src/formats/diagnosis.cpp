@@ -194,7 +194,7 @@ void removeConsequences(QList<Finding>& findings) {
         return std::any_of(findings.begin(), findings.end(),
                            [&](const Finding& finding) { return finding.code == code; });
     };
-    const bool isLog = has(FindingCode::LogAsP);
+    const bool isOtherP = has(FindingCode::WrongP) || has(FindingCode::LogAsP);
     const bool isOtherLabel =
         has(FindingCode::WrongChromosome) || has(FindingCode::NamesAsChromosomes);
     const bool isOtherPosition = has(FindingCode::WrongPosition);
@@ -202,7 +202,7 @@ void removeConsequences(QList<Finding>& findings) {
         switch (finding.code) {
         case FindingCode::POutOfRange:
         case FindingCode::PZero:
-            return isLog;
+            return isOtherP;
         case FindingCode::ChromosomeReturns:
         case FindingCode::FewMarkers:
         case FindingCode::SeveralSpellings:

@@ -185,6 +185,8 @@ void Check::tellsNoConsequences_data() {
     QTest::addColumn<QByteArray>("file");
     QTest::newRow("log-as-p") << QByteArray(
         "chr\tpos\tneg_log10_pval\n1\t10\t2\n1\t20\t0\n1\t30\t0.3\n");
+    QTest::newRow("wrong-p-column") << QByteArray(
+        "chr\tpos\tneg_log10_pval\tpval\n1\t10\t2\t0.01\n1\t20\t0\t1\n1\t30\t0.3\t0.5\n");
     QTest::newRow("names-as-chromosomes") << QByteArray(
         "rsid\tchr\tpos\tp\nrs1\t1\t30\t0.1\nrs1\t1\t20\t0.1\nrs2\t1\t40\t0.2\nrs2\t1\t40\t0.2\n"
         "RS2\t1\t40\t0.2\nrs3\t1\t41\t0.2\nrs4\t1\t42\t0.2\nrs1\t1\t50\t0.3\n");
