@@ -262,9 +262,11 @@ private:
         for (int column = 0; column < m_titles.size(); ++column)
             if (readPTitle(viewOf(m_titles[column])) || mayBeP(column))
                 offer(refusal, column);
-        refusal.message += refusal.candidates.isEmpty()
-                               ? QStringLiteral(" Name the column with --p.")
-                               : QStringLiteral(" If one is right, name it with --p.");
+        const bool isUnknown = refusal.candidates.isEmpty();
+        if (isUnknown)
+            refusal.options = {"--p COLUMN"};
+        refusal.message += isUnknown ? QStringLiteral(" Name the column with --p.")
+                                     : QStringLiteral(" If one is right, name it with --p.");
         if (hasEffects())
             refusal.message += QStringLiteral(" It can be computed from effects with --p-from z or "
                                               "--p-from beta,se.");

@@ -892,6 +892,9 @@ void Understand::refusalsSayWhatToType() {
     QCOMPARE(refusal.options, (QList<QByteArray>{"--p 'P EUR'", "--p 'P AFR'"}));
     QCOMPARE(refusal.line, 1);
     QVERIFY(refusal.message.contains("\"P EUR\" (column 3)"));
+    const QByteArray withoutP = tabbed("chr pos trait.MLM\n1 752566 x\n");
+    QCOMPARE(std::get<Refusal>(understand(viewOf(withoutP), true, {})).options,
+             QList<QByteArray>{"--p COLUMN"});
 }
 
 QTEST_APPLESS_MAIN(Understand)
